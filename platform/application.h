@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+namespace notewick {
+
+/// Told what happens to the application. Main thread.
+class ApplicationDelegate {
+ public:
+  virtual ~ApplicationDelegate() = default;
+
+  /// Called once, when the event loop has started.
+  virtual void applicationDidFinishLaunching() = 0;
+
+  /// The user started the program again while it runs.
+  virtual void applicationReopened() = 0;
+};
+
+/// The application object of the platform. Main thread.
+class Application {
+ public:
+  virtual ~Application() = default;
+
+  /// Makes the program an accessory: no Dock icon or task-bar entry, no menu bar of its own.
+  virtual void becomeAccessory() = 0;
+
+  /// Runs the event loop until the application terminates and gives the exit status. The delegate
+  /// is held weakly. Returns at once when another instance of the program runs for this user: that
+  /// one is told instead.
+  virtual int run(std::weak_ptr<ApplicationDelegate> delegate) = 0;
+};
+
+}  // namespace notewick

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/application.h"
+#include "platform/ports.h"
+
+namespace notewick {
+
+/// The composition root: makes every body of this platform, once, and registers them. Cheap:
+/// nothing is connected, shown or read before it is used, so that a self-test costs nothing.
+void makePlatform(int& argc, char** argv);
+
+/// The shared application object, made on first use; after `makePlatform`.
+[[nodiscard]] Application& sharedApplication();
+
+}  // namespace notewick

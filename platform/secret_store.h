@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace notewick {
+
+/// Names one secret.
+struct SecretKey {
+  std::string service;
+  std::string account;
+};
+
+enum class SecretState {
+  found,
+  absent,  ///< no such secret, or no secret store on this system
+  locked,  ///< the secret is there, in a store that the user has not opened yet
+};
+
+struct SecretLookup {
+  SecretState state;
+  std::string secret;  ///< UTF-8; empty unless found
+};
+
+enum class SecretWrite { done, locked, failed };
+
+/// The system's store for passwords and tokens. Main thread. `load`, `save` and `remove` are
+/// synchronous, bounded in time, and never show a prompt; only `unlock` asks the user.
+class SecretStore {
+ public:
+  virtual ~SecretStore() = default;
+
+  /// A secret that is not valid UTF-8 counts as absent.
+  [[nodiscard]] virtual SecretLookup load(const SecretKey& key) = 0;
+
+  /// Stores `secret` under `key`, replacing the one there; there is never more than one.
+  virtual SecretWrite save(const SecretKey& key, const std::string& secret) = 0;
+
+  /// `done` also when there was nothing to remove.
+  virtual SecretWrite remove(const SecretKey& key) = 0;
+
+  /// Asks the user to open the locked store, without blocking, and never takes the question back.
+  /// `completion` is called once, in a later turn: true when the store is open, false when the
+  /// user dismissed the question or the store could not be opened.
+  virtual void unlock(std::function<void(bool opened)> completion) = 0;
+};
+
+}  // namespace notewick
