@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+namespace notewick {
+
+/// Whether `text` is a URI reference by the grammar of RFC 3986 (section 4.1), characters beyond
+/// ASCII not allowed. The empty text is one.
+[[nodiscard]] bool isUriReference(std::string_view text);
+
+/// Scheme and authority of an absolute URI ("https://host:port"); the whole text where it has
+/// none. No trailing slash of an authority is included.
+[[nodiscard]] std::string_view uriOrigin(std::string_view text);
+
+}  // namespace notewick

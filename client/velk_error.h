@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <tl/expected.hpp>
+#include <utility>
+
+namespace notewick {
+
+/// Why a call to the service failed. A closed value: callers ask for its kind, never for its text.
+class VELKError {
+ public:
+  enum class Kind {
+    api,             ///< the service refused, or answered what nobody expects
+    network,         ///< no answer, or one that is worth another try
+    notSignedIn,     ///< there is no refresh token
+    sessionExpired,  ///< the service takes the refresh token no longer
+  };
+
+  [[nodiscard]] static VELKError api(std::string text) { return {Kind::api, std::move(text)}; }
+  [[nodiscard]] static VELKError network(std::string text) {
+    return {Kind::network, std::move(text)};
+  }
+  [[nodiscard]] static VELKError notSignedIn() { return {Kind::notSignedIn, "Not signed in"}; }
+  [[nodiscard]] static VELKError sessionExpired() {
+    return {Kind::sessionExpired, "Session expired — please sign in again"};
+  }
+
+  [[nodiscard]] Kind kind() const { return kind_; }
+  /// The text that the user interface shows.
+  [[nodiscard]] const std::string& message() const { return message_; }
+  /// Whether the same call may succeed later by itself.
+  [[nodiscard]] bool isRetryable() const { return kind_ == Kind::network; }
+  /// Whether only the user can help, by signing in.
+  [[nodiscard]] bool needsSignIn() const {
+    return kind_ == Kind::notSignedIn || kind_ == Kind::sessionExpired;
+  }
+
+  bool operator==(const VELKError&) const = default;
+
+ private:
+  VELKError(Kind kind, std::string message) : kind_(kind), message_(std::move(message)) {}
+
+  Kind kind_;
+  std::string message_;
+};
+
+template <class T>
+using Result = tl::expected<T, VELKError>;
+
+}  // namespace notewick

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "model/date.h"
+
+namespace notewick {
+
+/// One participant's work on screen while it goes on; kept in memory only.
+class WorkSession {
+ public:
+  /// A session that begins with one sighting.
+  WorkSession(std::string participant, Date at);
+
+  std::string participant;  ///< display name
+  Date firstSeen;
+  Date lastSeen;
+  std::int64_t sightings = 1;         ///< samples that saw the participant
+  std::vector<std::string> evidence;  ///< up to 3 distinct window titles, none empty
+
+  /// Counts one more sample that saw the participant.
+  void addSighting(Date at);
+
+  /// Keeps a window title, unless it is empty, known already, or there are 3.
+  void addEvidence(const std::string& title);
+
+  /// Minutes on screen: `SAMPLE_INTERVAL` for each sighting, rounded up, at least 1.
+  [[nodiscard]] std::int64_t activeMinutes() const;
+
+  /// Whether nobody has seen the participant for more than `SESSION_GAP`.
+  [[nodiscard]] bool hasEnded(Date now) const;
+
+  /// Whether the session was long enough to become a pending item.
+  [[nodiscard]] bool countsAsWork() const;
+};
+
+}  // namespace notewick

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+
+namespace notewick {
+
+/// Reads a JSON text (RFC 8259) from anywhere, hostile or damaged. A byte-order mark is skipped; of
+/// a doubled key the last counts. Absent when the text is no JSON, holds invalid UTF-8 or a number
+/// beyond a double, or nests deeper than 512 levels.
+[[nodiscard]] std::optional<nlohmann::json> parseJson(std::string_view text);
+
+}  // namespace notewick

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "client/velk_error.h"
+#include "platform/sign_in_panel.h"
+
+namespace notewick {
+
+/// The panel in which the user signs in, once. The controller whose panel is open keeps itself
+/// alive in `current`; after it closes, a new opening makes a new one. Main thread.
+class LoginController : public SignInPanelDelegate,
+                        public std::enable_shared_from_this<LoginController> {
+ public:
+  /// `onSignedIn` is called once, after a successful sign-in.
+  [[nodiscard]] static std::shared_ptr<LoginController> create(std::function<void()> onSignedIn);
+
+  /// The controller whose panel is open, or null.
+  [[nodiscard]] static std::shared_ptr<LoginController>& current();
+
+  /// Opens the panel, or brings it forward with what was typed.
+  void show();
+
+  /// Takes the panel off the screen, as after a sign-in.
+  void close();
+
+  void signIn() override;
+  void windowWillClose() override;
+
+ private:
+  explicit LoginController(std::function<void()> onSignedIn);
+
+  void signInAnswered(const Result<void>& result);
+  void releaseCurrent();
+
+  std::unique_ptr<SignInPanel> panel_;
+  std::function<void()> onSignedIn_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/records.h"
+#include "platform/main_loop.h"
+#include "platform/quick_note_panel.h"
+
+namespace notewick {
+
+/// What the widget asks of its owner. Main thread.
+class QuickWidgetOwner {
+ public:
+  virtual ~QuickWidgetOwner() = default;
+
+  virtual void enqueueNote(const Participant& participant, const std::string& what,
+                           std::int64_t minutes, const std::string& sessionDate) = 0;
+  virtual void removePending(const std::string& id) = 0;
+  /// The user has closed the panel.
+  virtual void widgetClosed() = 0;
+};
+
+/// Turns detected work into a case note: a one-line form above a short list of caught work. The
+/// panel is made with the controller and lives as long. Main thread.
+class QuickWidgetController : public QuickNotePanelDelegate,
+                              public std::enable_shared_from_this<QuickWidgetController> {
+ public:
+  [[nodiscard]] static std::shared_ptr<QuickWidgetController> create(
+      std::weak_ptr<QuickWidgetOwner> owner);
+
+  /// Shows the lists as they are now; keeps what the user has typed and chosen.
+  void refresh(const std::vector<Participant>& participants, const std::vector<Pending>& pendings,
+               std::size_t outboxCount);
+
+  /// Puts the panel on screen, without taking the keyboard unless there is a pending to confirm.
+  void present(const std::optional<Pending>& pending);
+
+  /// Puts the panel on screen with the keyboard, ready to type.
+  void makeKeyAndOrderFront() { panel_->makeKeyAndOrderFront(); }
+
+  void orderOut() { panel_->orderOut(); }
+
+  void send() override;
+  void caughtLog(std::size_t tag) override;
+  void caughtSkip(std::size_t tag) override;
+  void textDidChange() override;
+  void windowWillClose() override;
+
+ private:
+  explicit QuickWidgetController(std::weak_ptr<QuickWidgetOwner> owner);
+
+  void fill(const Pending& pending);
+  void flashStatus(const std::string& text);
+  void showParticipants();
+  void showCaught();
+  void showStatus(std::size_t outboxCount);
+  void showPlaceholder();
+  void resetForm();
+  void refuse(const std::string& reason);
+  [[nodiscard]] const Participant* chosenParticipant() const;
+  [[nodiscard]] const Pending* confirmedPending() const;
+
+  std::unique_ptr<QuickNotePanel> panel_;
+  std::weak_ptr<QuickWidgetOwner> owner_;
+  std::vector<Participant> participants_;  ///< sorted by name, as the chooser lists them
+  std::vector<std::string> titles_;        ///< the chooser's items, each name once
+  std::vector<Pending> displayedPendings_;
+  std::optional<std::string> confirmingPendingId_;
+  std::unique_ptr<Timer> statusResetTimer_;
+};
+
+/// The participants in the chooser's order: by name, code point by code point of the composed text,
+/// equal names in the order given.
+[[nodiscard]] std::vector<Participant> sortedByName(std::vector<Participant> participants);
+
+}  // namespace notewick
