@@ -1,0 +1,27 @@
+#include "tests/support/fake_application.h"
+
+#include "platform/composition.h"
+
+namespace notewick {
+
+int FakeApplication::run(std::weak_ptr<ApplicationDelegate> told) {
+  ++runs;
+  delegate_ = std::move(told);
+  if (const auto delegate = delegate_.lock()) delegate->applicationDidFinishLaunching();
+  return 0;
+}
+
+void FakeApplication::startAgain() {
+  if (const auto delegate = delegate_.lock()) delegate->applicationReopened();
+}
+
+FakeApplication& fakeApplication() {
+  static FakeApplication application;
+  return application;
+}
+
+Application& sharedApplication() {
+  return fakeApplication();
+}
+
+}  // namespace notewick

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/application.h"
+
+namespace notewick {
+
+/// The application object of a test: `run` launches the delegate and returns at once, and the test
+/// turns the loop itself. It is what `sharedApplication` gives in a test program.
+class FakeApplication : public Application {
+ public:
+  void becomeAccessory() override { accessory = true; }
+  int run(std::weak_ptr<ApplicationDelegate> told) override;
+
+  /// The user starts the program a second time.
+  void startAgain();
+
+  bool accessory = false;
+  int runs = 0;
+
+ private:
+  std::weak_ptr<ApplicationDelegate> delegate_;
+};
+
+[[nodiscard]] FakeApplication& fakeApplication();
+
+}  // namespace notewick

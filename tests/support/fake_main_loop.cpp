@@ -1,0 +1,81 @@
+#include "tests/support/fake_main_loop.h"
+
+#include <algorithm>
+
+namespace notewick {
+
+class FakeMainLoop::Handle : public Timer {
+ public:
+  explicit Handle(std::shared_ptr<Schedule> schedule) : schedule_(std::move(schedule)) {}
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  ~Handle() override { schedule_->cancelled = true; }
+
+ private:
+  std::shared_ptr<Schedule> schedule_;
+};
+
+std::unique_ptr<Timer> FakeMainLoop::startOneShot(double seconds, std::function<void()> action) {
+  return start(seconds, false, std::move(action));
+}
+
+std::unique_ptr<Timer> FakeMainLoop::startRepeating(double seconds, std::function<void()> action) {
+  return start(seconds, true, std::move(action));
+}
+
+std::unique_ptr<Timer> FakeMainLoop::start(double seconds, bool repeating,
+                                           std::function<void()> action) {
+  schedules_.push_back(std::make_shared<Schedule>(
+      Schedule{seconds, repeating, clock_.now() + Date(seconds), std::move(action)}));
+  return std::make_unique<Handle>(schedules_.back());
+}
+
+void FakeMainLoop::runPosted() {
+  while (!posted_.empty()) {
+    const auto action = std::move(posted_.front());
+    posted_.pop_front();
+    action();
+  }
+}
+
+void FakeMainLoop::advance(double seconds) {
+  const Date end = clock_.now() + Date(seconds);
+  runPosted();
+  while (const auto schedule = nextDue(end)) {
+    clock_.set(std::max(clock_.now(), schedule->due));
+    fire(*schedule);
+    runPosted();
+  }
+  clock_.set(end);
+}
+
+void FakeMainLoop::sleepMachine(double seconds) {
+  clock_.set(clock_.now() + Date(seconds));
+  while (const auto schedule = nextDue(clock_.now())) {
+    schedule->due = clock_.now();
+    fire(*schedule);
+    runPosted();
+  }
+}
+
+std::vector<double> FakeMainLoop::runningTimers() const {
+  std::vector<double> seconds;
+  for (const auto& schedule : schedules_)
+    if (!schedule->cancelled) seconds.push_back(schedule->seconds);
+  return seconds;
+}
+
+std::shared_ptr<FakeMainLoop::Schedule> FakeMainLoop::nextDue(Date limit) {
+  std::erase_if(schedules_, [](const auto& schedule) { return schedule->cancelled; });
+  const auto next = std::ranges::min_element(schedules_, {}, [](const auto& s) { return s->due; });
+  return next == schedules_.end() || (*next)->due > limit ? nullptr : *next;
+}
+
+void FakeMainLoop::fire(Schedule& schedule) {
+  const auto action = schedule.action;
+  schedule.due += Date(schedule.seconds);
+  schedule.cancelled = !schedule.repeating;
+  action();
+}
+
+}  // namespace notewick

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/main_loop.h"
+#include "tests/support/fake_clock.h"
+
+namespace notewick {
+
+/// A main loop that turns only when a test says so, over the logical time of `FakeClock`.
+class FakeMainLoop : public MainLoop {
+ public:
+  explicit FakeMainLoop(FakeClock& clock) : clock_(clock) {}
+
+  void post(std::function<void()> action) override { posted_.push_back(std::move(action)); }
+  [[nodiscard]] std::unique_ptr<Timer> startOneShot(double seconds,
+                                                    std::function<void()> action) override;
+  [[nodiscard]] std::unique_ptr<Timer> startRepeating(double seconds,
+                                                      std::function<void()> action) override;
+
+  /// Runs what was posted, and what that posts in turn.
+  void runPosted();
+
+  /// Moves the time forward, running every timer at its moment, earliest first, and after each what
+  /// was posted.
+  void advance(double seconds);
+
+  /// The machine sleeps: the time moves, and on waking each overdue timer fires once.
+  void sleepMachine(double seconds);
+
+  /// The seconds of the timers that are running, in the order in which they were started.
+  [[nodiscard]] std::vector<double> runningTimers() const;
+
+  /// What was posted never runs, as when a process ends.
+  void dropPosted() { posted_.clear(); }
+
+ private:
+  struct Schedule {
+    double seconds;
+    bool repeating;
+    Date due;
+    std::function<void()> action;
+    bool cancelled = false;
+  };
+  class Handle;
+
+  std::unique_ptr<Timer> start(double seconds, bool repeating, std::function<void()> action);
+  [[nodiscard]] std::shared_ptr<Schedule> nextDue(Date limit);
+  void fire(Schedule& schedule);
+
+  FakeClock& clock_;
+  std::deque<std::function<void()>> posted_;
+  std::vector<std::shared_ptr<Schedule>> schedules_;
+};
+
+}  // namespace notewick

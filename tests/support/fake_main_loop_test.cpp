@@ -1,0 +1,64 @@
+#include "tests/support/fake_main_loop.h"
+
+#include <gmock/gmock.h>
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FakeMainLoopTest : public testing::Test {
+ protected:
+  std::function<void()> note(const std::string& what) {
+    return [this, what] { happened.push_back(what); };
+  }
+
+  FakeClock clock;
+  FakeMainLoop loop{clock};
+  std::vector<std::string> happened;
+};
+
+TEST_F(FakeMainLoopTest, RunsTimersInTheOrderOfTheirMoments) {
+  const auto late = loop.startOneShot(20, note("late"));
+  const auto early = loop.startRepeating(8, note("early"));
+  loop.advance(20);
+  EXPECT_THAT(happened, ElementsAre("early", "early", "late"));
+  EXPECT_EQ(clock.now(), Date(20));
+}
+
+TEST_F(FakeMainLoopTest, NeverRunsACancelledTimer) {
+  auto timer = loop.startOneShot(4, note("cancelled"));
+  const auto earlier = loop.startOneShot(4, note("other"));
+  const auto canceller = loop.startOneShot(3, [&] { timer.reset(); });
+  loop.advance(10);
+  EXPECT_THAT(happened, ElementsAre("other"));
+}
+
+TEST_F(FakeMainLoopTest, ATimerMayEndItselfWhileItRuns) {
+  std::unique_ptr<Timer> timer;
+  timer = loop.startRepeating(1, [&] {
+    timer.reset();
+    happened.push_back("once");
+  });
+  loop.advance(5);
+  EXPECT_THAT(happened, ElementsAre("once"));
+}
+
+TEST_F(FakeMainLoopTest, PostedActionsRunInALaterTurn) {
+  loop.post([this] { loop.post(note("second")), happened.push_back("first"); });
+  EXPECT_THAT(happened, IsEmpty());
+  loop.runPosted();
+  EXPECT_THAT(happened, ElementsAre("first", "second"));
+}
+
+TEST_F(FakeMainLoopTest, FiringsMissedInASleepAreNotMadeUpFor) {
+  const auto timer = loop.startRepeating(15, note("sample"));
+  loop.sleepMachine(3600);
+  EXPECT_THAT(happened, ElementsAre("sample"));
+  loop.advance(15);
+  EXPECT_THAT(happened, ElementsAre("sample", "sample"));
+}
+
+}  // namespace
+}  // namespace notewick

@@ -1,0 +1,60 @@
+#include "tests/support/fake_secret_store.h"
+
+#include <gtest/gtest.h>
+
+namespace notewick {
+namespace {
+
+const std::pair<std::string, std::string> REFRESH_TOKEN{"tools.velk.notewick", "refresh-token"};
+
+}  // namespace
+
+SecretLookup FakeSecretStore::load(const SecretKey& key) {
+  const auto secret = secrets_.find({key.service, key.account});
+  if (missing || secret == secrets_.end()) return {SecretState::absent, ""};
+  if (locked) return {SecretState::locked, ""};
+  return {SecretState::found, secret->second};
+}
+
+SecretWrite FakeSecretStore::save(const SecretKey& key, const std::string& secret) {
+  writes.push_back("save " + secret);
+  if (missing || failWrites) return SecretWrite::failed;
+  if (locked) return SecretWrite::locked;
+  secrets_[{key.service, key.account}] = secret;
+  return SecretWrite::done;
+}
+
+SecretWrite FakeSecretStore::remove(const SecretKey& key) {
+  writes.push_back("remove");
+  if (missing || failWrites) return SecretWrite::failed;
+  if (locked) return SecretWrite::locked;
+  secrets_.erase({key.service, key.account});
+  return SecretWrite::done;
+}
+
+void FakeSecretStore::unlock(std::function<void(bool opened)> completion) {
+  ++unlockRequests;
+  questions_.push_back(std::move(completion));
+}
+
+void FakeSecretStore::userAnswers(bool open) {
+  if (questions_.empty()) {
+    ADD_FAILURE() << "nobody asked to open the secret store";
+    return;
+  }
+  if (open) locked = false;
+  loop_.post([completion = std::move(questions_.front()), open] { completion(open); });
+  questions_.pop_front();
+  loop_.runPosted();
+}
+
+std::optional<std::string> FakeSecretStore::refreshToken() const {
+  const auto secret = secrets_.find(REFRESH_TOKEN);
+  return secret == secrets_.end() ? std::nullopt : std::optional(secret->second);
+}
+
+void FakeSecretStore::setRefreshToken(const std::string& token) {
+  secrets_[REFRESH_TOKEN] = token;
+}
+
+}  // namespace notewick

@@ -1,0 +1,125 @@
+#include "tests/support/world.h"
+
+#include <sstream>
+#include <stdexcept>
+
+#include "app/app_delegate.h"
+#include "app/constants.h"
+#include "app/entry.h"
+#include "client/velk_client.h"
+#include "ui/login_controller.h"
+
+namespace notewick {
+namespace {
+
+template <class View>
+View& existing(View* view, const char* what) {
+  if (!view) throw std::logic_error(std::string("there is no ") + what);
+  return *view;
+}
+
+}  // namespace
+
+World::World() {
+  clock.setZone(2);
+  clock.setLocal({2024, 5, 2, 9, 0, 0});
+  registerPorts({clock, loop, files, defaults, secrets, notifier, workspace, accessibility, screen,
+                 uuids, views, [this](const HttpSessionConfiguration& settings) {
+                   return service.makeSession(settings);
+                 }});
+  setConstants(files.homeFolder());
+}
+
+World::~World() {
+  quit();
+}
+
+void World::launch(const std::vector<std::string>& arguments) {
+  EXPECT_EQ(start(arguments), 0);
+  loop.runPosted();
+}
+
+void World::quit() {
+  loop.dropPosted();
+  LoginController::current() = nullptr;
+  delegate = nullptr;
+  VELKClient::releaseShared();
+}
+
+void World::restart() {
+  quit();
+  launch();
+}
+
+AppDelegate& World::app() const {
+  return existing(delegate.get(), "running program");
+}
+
+void World::signIn() {
+  secrets.setRefreshToken(service.backend.issueRefreshToken());
+  defaults.setString("VELKUserEmail", service.backend.email);
+}
+
+void World::signInWithPanel() {
+  signInPanel().type(service.backend.email, service.backend.password);
+  signInPanel().pressSignIn();
+  loop.runPosted();
+}
+
+void World::knows(const std::vector<std::string>& names) {
+  service.backend.participants = participantsNamed(names);
+}
+
+void World::advanceTo(const CivilTime& local) {
+  const auto seconds = (clock.dateOf(local) - clock.now()).count();
+  ASSERT_GE(seconds, 0) << "time does not go back";
+  advance(seconds);
+}
+
+FakeQuickNotePanel& World::widget() const {
+  return existing(views.quickNote, "quick-note panel");
+}
+
+FakeSignInPanel& World::signInPanel() const {
+  return existing(views.signIn, "sign-in panel");
+}
+
+FakeStatusItem& World::statusItem() const {
+  return existing(views.statusItem, "status item");
+}
+
+std::string World::supportFile(const std::string& name) {
+  return SUPPORT_DIR + "/" + name;
+}
+
+std::string World::text(const std::string& name) const {
+  return files.contents(supportFile(name)).value_or("");
+}
+
+std::vector<std::string> World::watchLogLines() const {
+  return linesOf(text("watch.log"));
+}
+
+std::vector<std::string> World::notificationTitles() const {
+  std::vector<std::string> titles;
+  for (const auto& notification : notifier.shown) titles.push_back(notification.title);
+  return titles;
+}
+
+std::vector<Participant> participantsNamed(const std::vector<std::string>& names) {
+  std::vector<Participant> all;
+  for (const auto& name : names) {
+    const auto blank = name.find(' ');
+    all.push_back({std::to_string(all.size() + 1), name.substr(0, blank), name.substr(blank + 1)});
+  }
+  return all;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+}  // namespace notewick

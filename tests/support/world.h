@@ -1,0 +1,101 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/records.h"
+#include "platform/ports.h"
+#include "tests/support/fake_accessibility.h"
+#include "tests/support/fake_application.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/fake_files.h"
+#include "tests/support/fake_http_session.h"
+#include "tests/support/fake_main_loop.h"
+#include "tests/support/fake_notifier.h"
+#include "tests/support/fake_screen.h"
+#include "tests/support/fake_secret_store.h"
+#include "tests/support/fake_user_defaults.h"
+#include "tests/support/fake_uuid_source.h"
+#include "tests/support/fake_views.h"
+#include "tests/support/fake_workspace.h"
+
+namespace notewick {
+
+class AppDelegate;
+
+/// Everything outside the program: a desktop, a network and a service, on Thursday 2024-05-02 at
+/// 09:00 where the wall clock is two hours ahead of UTC. One at a time; making it registers its
+/// ports and sets the constants, destroying it ends the program.
+class World {
+ public:
+  World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+  ~World();
+
+  // The program.
+
+  /// Starts the program through its entry, up to the first turn of its loop and what that brings.
+  void launch(const std::vector<std::string>& arguments = {});
+  /// The program ends; files, settings, secrets and the service stay.
+  void quit();
+  void restart();
+  /// The running program's state.
+  [[nodiscard]] AppDelegate& app() const;
+
+  // The user and the day.
+
+  /// There was a successful sign-in before: call it before `launch`.
+  void signIn();
+  /// Fills in and sends the sign-in panel that is on screen.
+  void signInWithPanel();
+  /// The service's participants from names of two words, with the ids "1", "2", ...
+  void knows(const std::vector<std::string>& names);
+  /// Time passes; everything due happens.
+  void advance(double seconds) { loop.advance(seconds); }
+  /// So many samples pass.
+  void samples(int count) { advance(15.0 * count); }
+  /// Time passes up to this moment of the wall clock.
+  void advanceTo(const CivilTime& local);
+  /// The panel or item on screen; a failure of the test when there is none.
+  [[nodiscard]] FakeQuickNotePanel& widget() const;
+  [[nodiscard]] FakeSignInPanel& signInPanel() const;
+  [[nodiscard]] FakeStatusItem& statusItem() const;
+
+  // The local files.
+
+  /// The path of a file in the support folder.
+  [[nodiscard]] static std::string supportFile(const std::string& name);
+  /// What it holds; empty when there is none.
+  [[nodiscard]] std::string text(const std::string& name) const;
+  [[nodiscard]] std::vector<std::string> watchLogLines() const;
+  /// The titles of the notifications so far.
+  [[nodiscard]] std::vector<std::string> notificationTitles() const;
+
+  FakeClock clock;
+  FakeMainLoop loop{clock};
+  FakeFiles files{"/home/ada"};
+  FakeUserDefaults defaults;
+  FakeSecretStore secrets{loop};
+  FakeNotifier notifier;
+  FakeWorkspace workspace;
+  FakeAccessibility accessibility;
+  FakeScreen screen;
+  FakeUuidSource uuids;
+  FakeViews views;
+  FakeService service{loop, clock};
+};
+
+/// For suites that speak the world's language without naming it.
+class WorldTest : public testing::Test, public World {};
+
+/// The participants of a list of names of two words, with the ids "1", "2", ...
+[[nodiscard]] std::vector<Participant> participantsNamed(const std::vector<std::string>& names);
+
+/// The lines of a text, without their line feeds.
+[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
+
+}  // namespace notewick
