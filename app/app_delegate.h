@@ -45,8 +45,6 @@ class AppDelegate : public ApplicationDelegate,
   // Launch: app/app_delegate.cpp
   void applicationDidFinishLaunching() override;
   void applicationReopened() override { logNow(); }
-  [[nodiscard]] bool widgetVisible() const;
-  void setWidgetVisible(bool visible);
 
   // Sampling and promotion: detect/
   void tick();
@@ -68,6 +66,8 @@ class AppDelegate : public ApplicationDelegate,
   void statusItemClicked() override { logNow(); }
   void togglePause();
   void reloadParticipants();
+  [[nodiscard]] bool widgetVisible() const;  ///< kept in the user defaults; true when absent
+  void setWidgetVisible(bool visible);
   void toggleWidget();
   void setWidgetVisible(bool visible, bool fromPanel);
   void showWidget(const std::optional<Pending>& pending);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,7 +13,7 @@ namespace notewick {
 /// locked store with our token in it is not "signed out": the user is asked to open it, and what
 /// has to be written meanwhile waits in memory. A store that the user refused to open counts as
 /// empty until the next sign-in command. Main thread; write failures are swallowed.
-class Keychain {
+class Keychain : public std::enable_shared_from_this<Keychain> {
  public:
   explicit Keychain(SecretStore& store) : store_(store) {}
 

@@ -24,9 +24,9 @@ template <class T>
 using Completion = std::function<void(Result<T>)>;
 
 /// The client of the service's JSON interface (docs/service.md). Main thread only; every completion
-/// runs there, exactly once, and never after the client is gone. Only `ensureAccessToken`'s answers
-/// that need no request come at once; all others come in a later turn.
-class VELKClient : public std::enable_shared_from_this<VELKClient> {
+/// runs there, exactly once, and never after the client is gone. A failure that needs no request
+/// (`notSignedIn`, a locked store) is delivered inside the call; all else in a later turn.
+class VELKClient {
  public:
   /// The one client of the process, made on first use from the registered ports.
   [[nodiscard]] static VELKClient& shared();
@@ -39,11 +39,12 @@ class VELKClient : public std::enable_shared_from_this<VELKClient> {
   /// answer came, else `api`.
   void login(const std::string& email, const std::string& password, Completion<void> completion);
 
-  /// Forgets tokens and user; sends nothing.
+  /// Forgets tokens and user, as the user wished; sends nothing. Tokens that a refresh under way
+  /// still brings are not taken: its caller gets `notSignedIn`.
   void signOut();
 
   /// True exactly when there is a refresh token.
-  [[nodiscard]] bool isSignedIn() const { return keychain_.holdsToken(); }
+  [[nodiscard]] bool isSignedIn() const { return keychain_->holdsToken(); }
 
   /// The e-mail of the signed-in user as the service reported it.
   [[nodiscard]] std::optional<std::string> userEmail() const;
@@ -57,7 +58,7 @@ class VELKClient : public std::enable_shared_from_this<VELKClient> {
                    std::int64_t durationMinutes, const std::string& sessionDate,
                    Completion<std::optional<std::string>> completion);
 
-  [[nodiscard]] Keychain& keychain() { return keychain_; }
+  [[nodiscard]] Keychain& keychain() { return *keychain_; }
 
  private:
   struct Answer {
@@ -81,13 +82,14 @@ class VELKClient : public std::enable_shared_from_this<VELKClient> {
   [[nodiscard]] bool hasFreshToken() const;
   void storeSession(const std::string& access, const std::string& refresh,
                     const nlohmann::json& expiresAt);
-  void clearAccessToken();
+  void forgetSession();
 
   Clock& clock_;
   UserDefaults& userDefaults_;
-  Keychain keychain_;
+  std::shared_ptr<Keychain> keychain_;
   std::optional<std::string> accessToken_;
   std::optional<Date> accessTokenExpiry_;
+  std::uint64_t signOuts_ = 0;  ///< how often the user signed out
   std::unique_ptr<HttpSession> session_;
 };
 

@@ -1,0 +1,127 @@
+#include <utility>
+
+#include "client/json_map.h"
+#include "client/velk_client.h"
+#include "platform/clock.h"
+#include "platform/user_defaults.h"
+
+namespace notewick {
+namespace {
+
+using nlohmann::json;
+
+constexpr Date DEFAULT_LIFETIME(3000.0);
+constexpr Date LEAST_REMAINING_LIFETIME(60.0);
+constexpr const char* EMAIL_KEY = "VELKUserEmail";
+
+struct TokenPair {
+  std::string access;
+  std::string refresh;
+  json expiresAt;
+};
+
+std::optional<TokenPair> tokensIn(int statusCode, const json& map) {
+  const auto access = textAt(map, "accessToken");
+  const auto refresh = textAt(map, "refreshToken");
+  if (statusCode != 200 || !access || !refresh) return std::nullopt;
+  return TokenPair{*access, *refresh, map.value("expiresAt", json())};
+}
+
+std::string failureText(const json& map, const std::string& otherwise, int statusCode) {
+  return textAt(map, "error").value_or(otherwise + " (" + std::to_string(statusCode) + ")");
+}
+
+}  // namespace
+
+std::optional<std::string> VELKClient::userEmail() const {
+  return userDefaults_.string(EMAIL_KEY);
+}
+
+void VELKClient::setUserEmail(const std::optional<std::string>& email) {
+  if (email) {
+    userDefaults_.setString(EMAIL_KEY, *email);
+  } else {
+    userDefaults_.remove(EMAIL_KEY);
+  }
+}
+
+void VELKClient::login(const std::string& email, const std::string& password,
+                       Completion<void> completion) {
+  const Call call{"/api/desktop/auth/login", "POST",
+                  json{{"email", email}, {"password", password}}};
+  run(makeRequest(call), [this, completion = std::move(completion)](Result<Answer> answer) {
+    completion(answer.and_then([this](const Answer& got) { return loginAnswered(got); }));
+  });
+}
+
+Result<void> VELKClient::loginAnswered(const Answer& answer) {
+  const auto tokens = tokensIn(answer.statusCode, answer.map);
+  if (!tokens) {
+    return tl::unexpected(
+        VELKError::api(failureText(answer.map, "Sign-in failed", answer.statusCode)));
+  }
+  storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
+  const auto user = answer.map.find("user");
+  if (user != answer.map.end() && user->is_object()) setUserEmail(textAt(*user, "email"));
+  return {};
+}
+
+void VELKClient::signOut() {
+  ++signOuts_;
+  forgetSession();
+}
+
+void VELKClient::forgetSession() {
+  accessToken_.reset();
+  accessTokenExpiry_.reset();
+  setUserEmail(std::nullopt);
+  keychain_->keychainDelete();
+}
+
+bool VELKClient::hasFreshToken() const {
+  return accessToken_ && accessTokenExpiry_ &&
+         *accessTokenExpiry_ - clock_.now() > LEAST_REMAINING_LIFETIME;
+}
+
+void VELKClient::ensureAccessToken(Completion<std::string> completion) {
+  if (hasFreshToken()) return completion(*accessToken_);
+  const auto refreshToken = keychain_->keychainLoad();
+  if (refreshToken) return refresh(*refreshToken, std::move(completion));
+  completion(tl::unexpected(keychain_->isLocked()
+                                ? VELKError::network("The password store is locked")
+                                : VELKError::notSignedIn()));
+}
+
+void VELKClient::refresh(const std::string& refreshToken, Completion<std::string> completion) {
+  const Call call{"/api/desktop/auth/refresh", "POST", json{{"refreshToken", refreshToken}}};
+  run(makeRequest(call),
+      [this, signOuts = signOuts_, completion = std::move(completion)](Result<Answer> answer) {
+        if (signOuts != signOuts_) return completion(tl::unexpected(VELKError::notSignedIn()));
+        completion(answer.and_then([this](const Answer& got) { return refreshAnswered(got); }));
+      });
+}
+
+Result<std::string> VELKClient::refreshAnswered(const Answer& answer) {
+  const auto tokens = tokensIn(answer.statusCode, answer.map);
+  if (tokens) {
+    storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
+    return tokens->access;
+  }
+  if (answer.statusCode == 401) {
+    forgetSession();
+    return tl::unexpected(VELKError::sessionExpired());
+  }
+  return tl::unexpected(
+      VELKError::network(failureText(answer.map, "Refresh failed", answer.statusCode)));
+}
+
+void VELKClient::storeSession(const std::string& access, const std::string& refresh,
+                              const json& expiresAt) {
+  accessToken_ = access;
+  accessTokenExpiry_ = expiresAt.is_number()
+                           ? Date(expiresAt.get<double>() - SECONDS_FROM_1970_TO_2001)
+                           : clock_.now() + DEFAULT_LIFETIME;
+  keychain_->keychainSave(refresh);
+}
+
+}  // namespace notewick

@@ -1,0 +1,32 @@
+#include "detect/notification.h"
+
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+std::string scriptLiteral(const std::string& text) {
+  std::string literal = "\"";
+  for (const char character : text) {
+    if (character == '\\' || character == '"') literal += '\\';
+    literal += character;
+  }
+  return literal + "\"";
+}
+
+}  // namespace
+
+void notify(const std::string& title, const std::string& body) {
+  ports().notifier.show(title, body);
+}
+
+std::string notificationScript(const std::string& title, const std::string& body) {
+  return "display notification " + scriptLiteral(body) + " with title " + scriptLiteral(title) +
+         " sound name \"Glass\"";
+}
+
+void ScriptNotifier::show(const std::string& title, const std::string& body) {
+  launcher_.launch("/usr/bin/osascript", {"-e", notificationScript(title, body)});
+}
+
+}  // namespace notewick

@@ -1,0 +1,37 @@
+#include "detect/pending_list.h"
+
+#include <algorithm>
+
+#include "model/integers.h"
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+constexpr std::size_t MOST_EVIDENCE = 3;
+
+void merge(const WorkSession& session, Pending& pending) {
+  pending.lastSeen = session.lastSeen;
+  pending.observedMinutes = saturatingSum(pending.observedMinutes, session.activeMinutes());
+  for (const std::string& title : session.evidence) {
+    auto& evidence = pending.evidence;
+    const bool known = std::find(evidence.begin(), evidence.end(), title) != evidence.end();
+    if (!known && evidence.size() < MOST_EVIDENCE) evidence.push_back(title);
+  }
+}
+
+}  // namespace
+
+void promote(const WorkSession& session, const std::string& day, std::vector<Pending>& pendings) {
+  const auto sameWork = std::find_if(pendings.begin(), pendings.end(), [&](const Pending& pending) {
+    return pending.participant == session.participant && pending.day == day;
+  });
+  if (sameWork != pendings.end()) {
+    merge(session, *sameWork);
+    return;
+  }
+  pendings.push_back({ports().uuids.next(), session.participant, day, session.firstSeen,
+                      session.lastSeen, session.activeMinutes(), session.evidence});
+}
+
+}  // namespace notewick

@@ -1,0 +1,158 @@
+#include "model/unicode.h"
+
+#include <utf8proc.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+namespace notewick {
+namespace {
+
+constexpr utf8proc_int32_t REPLACEMENT = 0xFFFD;
+constexpr utf8proc_int32_t CAPITAL_I_WITH_DOT_ABOVE = 0x0130;
+constexpr utf8proc_int32_t COMBINING_DOT_ABOVE = 0x0307;
+
+const utf8proc_uint8_t* unsignedBytes(std::string_view text) {
+  return reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+}
+
+/// The bytes that one U+FFFD stands for: the longest start of a well-formed sequence, at least one
+/// (Unicode, table 3-7).
+std::size_t illFormedLength(std::string_view text) {
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const unsigned char lead = byte(0);
+  const std::size_t wanted = lead >= 0xF0 && lead <= 0xF4   ? 4
+                             : lead >= 0xE0 && lead <= 0xEF ? 3
+                             : lead >= 0xC2 && lead <= 0xDF ? 2
+                                                            : 1;
+  if (wanted == 1 || text.size() < 2) return 1;
+  const unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  const unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  if (byte(1) < low || byte(1) > high) return 1;
+  std::size_t length = 2;
+  while (length < wanted - 1 && length < text.size() && (byte(length) & 0xC0) == 0x80) ++length;
+  return std::min(length, text.size());
+}
+
+/// Calls `visit` with each code point of `text` in turn.
+template <class Visit>
+void forEachCodePoint(std::string_view text, Visit visit) {
+  while (!text.empty()) {
+    utf8proc_int32_t codePoint;
+    const auto length = utf8proc_iterate(unsignedBytes(text),
+                                         static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
+    visit(length > 0 ? codePoint : REPLACEMENT);
+    text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : illFormedLength(text));
+  }
+}
+
+void append(std::string& text, utf8proc_int32_t codePoint) {
+  std::array<utf8proc_uint8_t, 4> bytes;
+  const auto length = utf8proc_encode_char(codePoint, bytes.data());
+  text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
+}
+
+bool isAscii(std::string_view text) {
+  for (const char byte : text) {
+    if (static_cast<unsigned char>(byte) >= 0x80) return false;
+  }
+  return true;
+}
+
+std::string normalised(std::string_view valid, utf8proc_option_t form) {
+  if (isAscii(valid)) return std::string(valid);
+  utf8proc_uint8_t* mapped = nullptr;
+  const auto length =
+      utf8proc_map(unsignedBytes(valid), static_cast<utf8proc_ssize_t>(valid.size()), &mapped,
+                   static_cast<utf8proc_option_t>(UTF8PROC_STABLE | form));
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(mapped, &std::free);
+  if (length < 0) return std::string(valid);
+  return {reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length)};
+}
+
+std::vector<bool> clusterBoundaries(std::string_view valid) {
+  std::vector<bool> boundaries(valid.size() + 1, false);
+  std::size_t place = 0;
+  utf8proc_int32_t previous = 0;
+  utf8proc_int32_t state = 0;
+  while (place < valid.size()) {
+    utf8proc_int32_t codePoint;
+    const auto rest = valid.substr(place);
+    const auto length = utf8proc_iterate(unsignedBytes(rest),
+                                         static_cast<utf8proc_ssize_t>(rest.size()), &codePoint);
+    boundaries[place] = place == 0 || utf8proc_grapheme_break_stateful(previous, codePoint, &state);
+    previous = codePoint;
+    place += static_cast<std::size_t>(length);
+  }
+  boundaries[place] = true;
+  return boundaries;
+}
+
+bool isBlank(utf8proc_int32_t codePoint) {
+  return codePoint == '\t' || utf8proc_category(codePoint) == UTF8PROC_CATEGORY_ZS;
+}
+
+bool isLineBreak(utf8proc_int32_t codePoint) {
+  return (codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x85 || codePoint == 0x2028 ||
+         codePoint == 0x2029;
+}
+
+template <class Predicate>
+std::string trimmed(std::string_view text, Predicate isTrimmed) {
+  std::string valid = validUtf8(text);
+  std::size_t place = 0;
+  std::size_t begin = valid.size();
+  std::size_t end = 0;
+  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
+    std::string encoded;
+    append(encoded, codePoint);
+    if (!isTrimmed(codePoint)) {
+      begin = std::min(begin, place);
+      end = place + encoded.size();
+    }
+    place += encoded.size();
+  });
+  return begin < end ? valid.substr(begin, end - begin) : std::string();
+}
+
+}  // namespace
+
+std::string validUtf8(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
+  forEachCodePoint(text, [&](utf8proc_int32_t codePoint) { append(valid, codePoint); });
+  return valid;
+}
+
+std::string lowerCased(std::string_view text) {
+  std::string lower;
+  lower.reserve(text.size());
+  forEachCodePoint(text, [&](utf8proc_int32_t codePoint) {
+    append(lower, utf8proc_tolower(codePoint));
+    if (codePoint == CAPITAL_I_WITH_DOT_ABOVE) append(lower, COMBINING_DOT_ABOVE);
+  });
+  return lower;
+}
+
+FoldedText folded(std::string_view text) {
+  std::string bytes = normalised(lowerCased(text), UTF8PROC_DECOMPOSE);
+  std::vector<bool> boundaries = clusterBoundaries(bytes);
+  return {std::move(bytes), std::move(boundaries)};
+}
+
+std::string composed(std::string_view text) {
+  return normalised(validUtf8(text), UTF8PROC_COMPOSE);
+}
+
+std::string trimmedOfBlanks(std::string_view text) {
+  return trimmed(text, isBlank);
+}
+
+std::string trimmedOfBlanksAndLineBreaks(std::string_view text) {
+  return trimmed(text, [](utf8proc_int32_t codePoint) {
+    return isBlank(codePoint) || isLineBreak(codePoint);
+  });
+}
+
+}  // namespace notewick

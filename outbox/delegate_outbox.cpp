@@ -1,0 +1,85 @@
+#include <algorithm>
+
+#include "app/app_delegate.h"
+#include "app/constants.h"
+#include "client/velk_client.h"
+#include "detect/notification.h"
+#include "detect/stamps.h"
+#include "detect/watch_log.h"
+#include "model/integers.h"
+#include "model/local_store.h"
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+void logCapture(const OutboxItem& item) {
+  appendLine(timeStamp() + " · " + item.participantName + " · " + std::to_string(item.minutes) +
+                 " min · " + item.sessionDate + " · " + item.input,
+             SUPPORT_DIR + "/captures-" + dayStamp() + ".log");
+}
+
+}  // namespace
+
+void AppDelegate::enqueueNote(const Participant& participant, const std::string& what,
+                              std::int64_t minutes, const std::string& sessionDate) {
+  outbox.push_back(
+      {ports().uuids.next(), participant.id, participant.name(), what, minutes, sessionDate});
+  saveJSON(ports().files, outboxFile(), outbox);
+  logCapture(outbox.back());
+  rebuildMenu();
+  refreshWidget();
+  flushOutbox();
+}
+
+void AppDelegate::flushOutbox() {
+  const std::vector<OutboxItem> waiting = outbox;
+  for (const OutboxItem& item : waiting) {
+    if (!sendingIds.contains(item.id)) startUpload(item);
+  }
+}
+
+void AppDelegate::startUpload(const OutboxItem& item) {
+  sendingIds.insert(item.id);
+  VELKClient::shared().captureNote(
+      item.participantId, item.input, item.minutes, item.sessionDate,
+      [weakSelf = weak_from_this(), item](const Result<std::optional<std::string>>& result) {
+        if (const auto self = weakSelf.lock()) self->uploadFinished(item, result);
+      });
+}
+
+void AppDelegate::uploadFinished(const OutboxItem& item,
+                                 const Result<std::optional<std::string>>& result) {
+  sendingIds.erase(item.id);
+  if (!result) return uploadFailed(item, result.error());
+  removeFromOutbox(item.id);
+  rebuildMenu();
+  refreshWidget();
+  notify("Captured — " + item.participantName,
+         "Parked in VELK (" + std::to_string(item.minutes) +
+             " min). Write it up from your case-notes page when you're ready.");
+}
+
+void AppDelegate::uploadFailed(const OutboxItem& item, const VELKError& error) {
+  const auto entry = std::find_if(outbox.begin(), outbox.end(), [&](const OutboxItem& candidate) {
+    return candidate.id == item.id;
+  });
+  if (entry != outbox.end()) {
+    entry->attempts = saturatingSum(entry->attempts, 1);
+    entry->lastError = error.message();
+    saveJSON(ports().files, outboxFile(), outbox);
+  }
+  if (!error.isRetryable()) {
+    handleApiFailure(error, "Note for " + item.participantName + " failed");
+    if (!error.needsSignIn()) removeFromOutbox(item.id);
+  }
+  rebuildMenu();
+  refreshWidget();
+}
+
+void AppDelegate::removeFromOutbox(const std::string& id) {
+  std::erase_if(outbox, [&](const OutboxItem& item) { return item.id == id; });
+  saveJSON(ports().files, outboxFile(), outbox);
+}
+
+}  // namespace notewick

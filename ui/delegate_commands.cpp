@@ -1,0 +1,62 @@
+#include <algorithm>
+
+#include "app/app_delegate.h"
+#include "app/base_url.h"
+#include "client/velk_client.h"
+#include "detect/notification.h"
+#include "platform/ports.h"
+#include "ui/login_item.h"
+
+namespace notewick {
+namespace {
+
+constexpr const char* ACCESSIBILITY_SETTINGS_URL =
+    "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+
+void writeLoginItem(const LoginItemFile& item) {
+  if (item.makesFolder) ports().files.createFolders(item.folder);
+  ports().files.replaceAtomically(item.folder + "/" + item.name, item.text);
+}
+
+}  // namespace
+
+void AppDelegate::openPending(const MenuItem& sender) {
+  const auto pending = std::find_if(pendings.begin(), pendings.end(), [&](const Pending& entry) {
+    return sender.representedObject == entry.id;
+  });
+  if (pending == pendings.end()) return;
+  if (participants.empty()) return showLogin();
+  showWidget(*pending);
+}
+
+void AppDelegate::logNow() {
+  if (!participants.empty()) {
+    showWidget(std::nullopt);
+    widget->makeKeyAndOrderFront();
+  } else if (!VELKClient::shared().isSignedIn()) {
+    showLogin();
+  } else {
+    refreshParticipants(false);
+  }
+}
+
+void AppDelegate::openCaseNotes() {
+  ports().workspace.openUrl(serviceURL("/case-notes"));
+}
+
+void AppDelegate::openAccessibilitySettings() {
+  if (ports().accessibility.remedy() == TrustRemedy::settingsPage) {
+    ports().workspace.openUrl(ACCESSIBILITY_SETTINGS_URL);
+  } else {
+    ports().accessibility.isTrustedWithPrompt();
+  }
+  notify("VELK Notewick",
+         "Turn VELK Notewick ON in the Accessibility list, then quit and reopen the app.");
+}
+
+void AppDelegate::installLoginItem() {
+  writeLoginItem(loginItemFile(ports().workspace, ports().files.homeFolder()));
+  notify("VELK Notewick", "Will start automatically at login.");
+}
+
+}  // namespace notewick

@@ -1,0 +1,50 @@
+#include "app/app_delegate.h"
+#include "client/velk_client.h"
+#include "detect/notification.h"
+#include "ui/login_controller.h"
+
+namespace notewick {
+
+void AppDelegate::showLogin() {
+  auto controller = LoginController::current();
+  if (!controller) {
+    controller = LoginController::create([weakSelf = weak_from_this()] {
+      if (const auto self = weakSelf.lock()) self->signedIn();
+    });
+  }
+  controller->show();
+}
+
+void AppDelegate::menuSignIn() {
+  Keychain& keychain = VELKClient::shared().keychain();
+  keychain.forgetRefusal();
+  if (!LoginController::current() && keychain.isLocked()) return askToUnlock();
+  showLogin();
+}
+
+void AppDelegate::signedIn() {
+  notify("VELK Notewick",
+         "Signed in as " + VELKClient::shared().userEmail().value_or("your VELK account") + ".");
+  refreshParticipants(false);
+  flushOutbox();
+}
+
+void AppDelegate::askToUnlock() {
+  VELKClient::shared().keychain().requestUnlock([weakSelf = weak_from_this()](bool opened) {
+    const auto self = weakSelf.lock();
+    if (!self) return;
+    if (opened) {
+      self->resumeSignIn();
+    } else {
+      self->showLogin();
+    }
+    self->rebuildMenu();
+  });
+}
+
+void AppDelegate::resumeSignIn() {
+  refreshParticipants(true);
+  flushOutbox();
+}
+
+}  // namespace notewick

@@ -1,0 +1,50 @@
+#include "app/app_delegate.h"
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+constexpr const char* WIDGET_VISIBLE_KEY = "VELKWidgetVisible";
+
+}  // namespace
+
+bool AppDelegate::widgetVisible() const {
+  return ports().userDefaults.boolean(WIDGET_VISIBLE_KEY).value_or(true);
+}
+
+void AppDelegate::setWidgetVisible(bool visible) {
+  ports().userDefaults.setBoolean(WIDGET_VISIBLE_KEY, visible);
+}
+
+void AppDelegate::toggleWidget() {
+  setWidgetVisible(!widgetVisible(), false);
+}
+
+void AppDelegate::setWidgetVisible(bool visible, bool fromPanel) {
+  setWidgetVisible(visible);
+  if (visible) {
+    showWidget(std::nullopt);
+  } else if (!fromPanel && widget) {
+    widget->orderOut();
+  }
+  rebuildMenu();
+}
+
+void AppDelegate::showWidget(const std::optional<Pending>& pending) {
+  if (!widget) widget = QuickWidgetController::create(weak_from_this());
+  refreshWidget();
+  widget->present(pending);
+  setWidgetVisible(true);
+  rebuildMenu();
+}
+
+void AppDelegate::refreshWidget() {
+  if (widget) widget->refresh(participants, pendings, outbox.size());
+}
+
+void AppDelegate::widgetClosed() {
+  setWidgetVisible(false);
+  rebuildMenu();
+}
+
+}  // namespace notewick

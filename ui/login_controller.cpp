@@ -1,0 +1,88 @@
+#include "ui/login_controller.h"
+
+#include "app/base_url.h"
+#include "client/velk_client.h"
+#include "model/unicode.h"
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+SignInTexts texts() {
+  return {"Sign in to VELK",
+          "Sign in with your VELK account",
+          "Notewick needs your VELK login so confirmed work becomes case notes in your account.",
+          "Email",
+          "name@agency.example",
+          "Password",
+          "Sign in"};
+}
+
+bool isWrongCredentials(const VELKError& error) {
+  return error.kind() == VELKError::Kind::api &&
+         lowerCased(error.message()).find("invalid email or password") != std::string::npos;
+}
+
+std::string explanationOf(const VELKError& error) {
+  if (!isWrongCredentials(error)) return error.message();
+  return "Invalid email or password. If you sign in to VELK with Google, set a password first via "
+         "“Forgot password” at " +
+         loginPageURL() + ".";
+}
+
+}  // namespace
+
+std::shared_ptr<LoginController> LoginController::create(std::function<void()> onSignedIn) {
+  const std::shared_ptr<LoginController> controller(new LoginController(std::move(onSignedIn)));
+  controller->panel_ = ports().views.makeSignInPanel(texts(), controller);
+  return controller;
+}
+
+std::shared_ptr<LoginController>& LoginController::current() {
+  static std::shared_ptr<LoginController> controller;
+  return controller;
+}
+
+LoginController::LoginController(std::function<void()> onSignedIn)
+    : onSignedIn_(std::move(onSignedIn)) {}
+
+void LoginController::show() {
+  current() = shared_from_this();
+  panel_->present();
+}
+
+void LoginController::close() {
+  panel_->orderOut();
+  releaseCurrent();
+}
+
+void LoginController::signIn() {
+  const std::string email = trimmedOfBlanks(panel_->email());
+  const std::string password = panel_->password();
+  if (email.empty() || password.empty()) {
+    return panel_->setError("Enter your email and password.");
+  }
+  panel_->setError("");
+  panel_->setBusy(true);
+  VELKClient::shared().login(email, password, [weakSelf = weak_from_this()](Result<void> result) {
+    if (const auto self = weakSelf.lock()) self->signInAnswered(result);
+  });
+}
+
+void LoginController::signInAnswered(const Result<void>& result) {
+  panel_->setBusy(false);
+  if (!result) return panel_->setError(explanationOf(result.error()));
+  close();
+  onSignedIn_();
+}
+
+void LoginController::windowWillClose() {
+  releaseCurrent();
+}
+
+void LoginController::releaseCurrent() {
+  if (current().get() == this) current().reset();
+  ports().mainLoop.post([self = shared_from_this()] {});
+}
+
+}  // namespace notewick

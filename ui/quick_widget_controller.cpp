@@ -1,0 +1,224 @@
+#include "ui/quick_widget_controller.h"
+
+#include <algorithm>
+#include <array>
+
+#include "detect/stamps.h"
+#include "model/unicode.h"
+#include "platform/ports.h"
+
+namespace notewick {
+namespace {
+
+constexpr std::array<std::int64_t, 6> MINUTES = {15, 30, 45, 60, 90, 120};
+constexpr std::size_t MOST_ROWS = 4;
+constexpr double CORNER_INSET = 24.0;
+constexpr double STATUS_SECONDS = 4.0;
+constexpr const char* IDLE_HINT = "Minutes — you set this.";
+
+QuickNoteTexts texts() {
+  std::vector<std::string> minutes;
+  for (const auto choice : MINUTES) minutes.push_back(std::to_string(choice));
+  return {"VELK — quick note",
+          "Participant",
+          "What did you do?",
+          "What did you do? One line is enough.",
+          "Minutes",
+          minutes,
+          "Send to VELK",
+          "Caught — confirm or skip",
+          "Log",
+          "✕"};
+}
+
+CaughtRow rowFor(const Pending& pending) {
+  const std::string text =
+      pending.participant + " · ~" + std::to_string(pending.observedMinutes) + "m · " + pending.day;
+  return {text, "Log " + text, "Skip " + text};
+}
+
+/// Adding a title that is there already moves it to the end.
+std::vector<std::string> distinctNames(const std::vector<Participant>& participants) {
+  std::vector<std::string> names;
+  for (const Participant& participant : participants) {
+    std::erase(names, participant.name());
+    names.push_back(participant.name());
+  }
+  return names;
+}
+
+std::optional<std::size_t> placeOf(const std::string& title,
+                                   const std::vector<std::string>& titles) {
+  const auto found = std::find(titles.begin(), titles.end(), title);
+  if (found == titles.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - titles.begin());
+}
+
+}  // namespace
+
+std::vector<Participant> sortedByName(std::vector<Participant> participants) {
+  std::vector<std::pair<std::string, Participant>> keyed;
+  for (Participant& participant : participants) {
+    keyed.emplace_back(composed(participant.name()), std::move(participant));
+  }
+  std::stable_sort(keyed.begin(), keyed.end(),
+                   [](const auto& left, const auto& right) { return left.first < right.first; });
+  std::vector<Participant> sorted;
+  for (auto& [key, participant] : keyed) sorted.push_back(std::move(participant));
+  return sorted;
+}
+
+std::shared_ptr<QuickWidgetController> QuickWidgetController::create(
+    std::weak_ptr<QuickWidgetOwner> owner) {
+  const std::shared_ptr<QuickWidgetController> controller(
+      new QuickWidgetController(std::move(owner)));
+  controller->panel_ = ports().views.makeQuickNotePanel(texts(), controller);
+  controller->panel_->setHint(IDLE_HINT);
+  return controller;
+}
+
+QuickWidgetController::QuickWidgetController(std::weak_ptr<QuickWidgetOwner> owner)
+    : owner_(std::move(owner)) {}
+
+void QuickWidgetController::refresh(const std::vector<Participant>& participants,
+                                    const std::vector<Pending>& pendings, std::size_t outboxCount) {
+  participants_ = sortedByName(participants);
+  showParticipants();
+  displayedPendings_ = pendings;
+  if (!confirmedPending()) confirmingPendingId_.reset();
+  showCaught();
+  showStatus(outboxCount);
+  showPlaceholder();
+  panel_->fitToContents();
+}
+
+void QuickWidgetController::showParticipants() {
+  const auto remembered = panel_->selectedParticipant();
+  titles_ = distinctNames(participants_);
+  auto selected = remembered ? placeOf(*remembered, titles_) : std::nullopt;
+  if (!selected && !titles_.empty()) selected = 0;
+  panel_->setParticipants(titles_, selected);
+}
+
+void QuickWidgetController::showCaught() {
+  std::vector<CaughtRow> rows;
+  for (const Pending& pending : displayedPendings_) {
+    if (rows.size() < MOST_ROWS) rows.push_back(rowFor(pending));
+  }
+  std::optional<std::string> more;
+  if (displayedPendings_.size() > MOST_ROWS) {
+    more = "+ " + std::to_string(displayedPendings_.size() - MOST_ROWS) + " more in the menu bar";
+  }
+  panel_->setCaught(rows, more);
+}
+
+void QuickWidgetController::showStatus(std::size_t outboxCount) {
+  if (outboxCount > 0) {
+    panel_->setStatus(std::to_string(outboxCount) + " queued — will retry");
+  } else if (!statusResetTimer_) {
+    panel_->setStatus("");
+  }
+}
+
+void QuickWidgetController::showPlaceholder() {
+  panel_->setPlaceholderHidden(!panel_->noteText().empty());
+}
+
+void QuickWidgetController::present(const std::optional<Pending>& pending) {
+  if (pending) fill(*pending);
+  if (!panel_->applySavedFrame()) panel_->placeAtBottomRight(CORNER_INSET);
+  panel_->orderFrontRegardless();
+}
+
+void QuickWidgetController::fill(const Pending& pending) {
+  if (const auto place = placeOf(pending.participant, titles_)) {
+    panel_->setParticipants(titles_, place);
+  }
+  confirmingPendingId_ = pending.id;
+  panel_->setHint("On screen ≈ " + std::to_string(pending.observedMinutes) +
+                  " min — you set the duration.");
+  panel_->makeKeyAndOrderFront();
+  panel_->focusNote();
+}
+
+void QuickWidgetController::send() {
+  const auto segment = panel_->selectedMinutes();
+  if (!segment || *segment >= MINUTES.size()) return refuse("Pick a duration");
+  const std::string what = trimmedOfBlanksAndLineBreaks(panel_->noteText());
+  if (what.empty()) {
+    refuse("Say what you did");
+    return panel_->focusNote();
+  }
+  const Participant* participant = chosenParticipant();
+  if (participant == nullptr) return ports().workspace.beep();
+  const Pending* confirmed = confirmedPending();
+  const std::string sessionDate = confirmed != nullptr ? confirmed->day : dayStamp();
+  const Participant chosen = *participant;
+  const auto confirmedId = confirmingPendingId_;
+  if (const auto owner = owner_.lock()) {
+    owner->enqueueNote(chosen, what, MINUTES[*segment], sessionDate);
+    if (confirmedId) owner->removePending(*confirmedId);
+  }
+  resetForm();
+  flashStatus("Sent — finish it on VELK");
+}
+
+void QuickWidgetController::refuse(const std::string& reason) {
+  ports().workspace.beep();
+  flashStatus(reason);
+}
+
+const Participant* QuickWidgetController::chosenParticipant() const {
+  const auto title = panel_->selectedParticipant();
+  if (!title) return nullptr;
+  const auto found =
+      std::find_if(participants_.begin(), participants_.end(),
+                   [&](const Participant& participant) { return participant.name() == *title; });
+  return found == participants_.end() ? nullptr : &*found;
+}
+
+const Pending* QuickWidgetController::confirmedPending() const {
+  const auto found =
+      std::find_if(displayedPendings_.begin(), displayedPendings_.end(),
+                   [&](const Pending& pending) { return confirmingPendingId_ == pending.id; });
+  return found == displayedPendings_.end() ? nullptr : &*found;
+}
+
+void QuickWidgetController::resetForm() {
+  panel_->setNoteText("");
+  panel_->setPlaceholderHidden(false);
+  panel_->deselectMinutes();
+  confirmingPendingId_.reset();
+  panel_->setHint(IDLE_HINT);
+}
+
+void QuickWidgetController::caughtLog(std::size_t tag) {
+  if (tag < displayedPendings_.size()) fill(Pending(displayedPendings_[tag]));
+}
+
+void QuickWidgetController::caughtSkip(std::size_t tag) {
+  const auto owner = owner_.lock();
+  if (tag < displayedPendings_.size() && owner) {
+    owner->removePending(std::string(displayedPendings_[tag].id));
+  }
+}
+
+void QuickWidgetController::flashStatus(const std::string& text) {
+  panel_->setStatus(text);
+  statusResetTimer_ = ports().mainLoop.startOneShot(STATUS_SECONDS, [weakSelf = weak_from_this()] {
+    const auto self = weakSelf.lock();
+    if (!self) return;
+    self->statusResetTimer_.reset();
+    self->panel_->setStatus("");
+  });
+}
+
+void QuickWidgetController::textDidChange() {
+  showPlaceholder();
+}
+
+void QuickWidgetController::windowWillClose() {
+  if (const auto owner = owner_.lock()) owner->widgetClosed();
+}
+
+}  // namespace notewick
