@@ -1,0 +1,34 @@
+#include "platform/linux/screen.h"
+
+#include <utility>
+
+#include "platform/linux/accessibility.h"
+#include "platform/linux/x11_screen.h"
+
+namespace notewick {
+namespace {
+
+class NoScreen final : public Screen {
+ public:
+  std::unique_ptr<ScreenApplication> frontmostApplication() override { return nullptr; }
+};
+
+}  // namespace
+
+std::optional<ScreenBody> makeX11Body() {
+  auto connection = X11Connection::open();
+  if (!connection) return std::nullopt;
+  return ScreenBody{std::make_unique<X11Screen>(std::move(connection)),
+                    std::make_unique<FixedTrust>(true)};
+}
+
+ScreenBody makeBlindBody() {
+  return {std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
+}
+
+ScreenBody chooseScreenBody() {
+  if (auto body = makeX11Body()) return std::move(*body);
+  return makeBlindBody();
+}
+
+}  // namespace notewick

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace notewick {
+
+/// How the bytes of a text property are to be read (ICCCM 2.7.1 and the UTF8_STRING of EWMH).
+enum class TextEncoding {
+  utf8,
+  latin1,        ///< the property type STRING
+  compoundText,  ///< the property type COMPOUND_TEXT
+};
+
+/// The bytes up to the first NUL as valid UTF-8. Never fails: whatever cannot be read becomes
+/// U+FFFD. Of compound text the segments in ASCII, Latin-1 and UTF-8 are read, which is what
+/// toolkits of this century write; the characters of others are replaced.
+[[nodiscard]] std::string decodedText(std::string_view bytes, TextEncoding encoding);
+
+/// `text` with every byte that is not part of well-formed UTF-8 replaced by U+FFFD.
+[[nodiscard]] std::string repairedUtf8(std::string_view text);
+
+}  // namespace notewick
