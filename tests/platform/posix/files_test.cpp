@@ -1,0 +1,275 @@
+#include "platform/posix/files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+namespace notewick {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::UnorderedElementsAre;
+
+class PosixFilesTest : public testing::Test {
+ protected:
+  PosixFilesTest() {
+    std::string pattern = testing::TempDir() + "notewick-files-XXXXXX";
+    folder_ = mkdtemp(pattern.data());
+  }
+  ~PosixFilesTest() override { fs::remove_all(folder_); }
+
+  [[nodiscard]] std::string path(const std::string& name) const { return folder_ + "/" + name; }
+
+  std::string contains(const std::string& name, const std::string& text) {
+    std::ofstream(path(name), std::ios::binary) << text;
+    return path(name);
+  }
+
+  [[nodiscard]] static std::string contents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  [[nodiscard]] std::vector<std::string> names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder_))
+      names.push_back(entry.path().filename());
+    return names;
+  }
+
+  [[nodiscard]] static mode_t mode(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777U;
+  }
+
+  [[nodiscard]] static ino_t inode(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status.st_ino;
+  }
+
+  PosixFiles files_;
+  std::string folder_;
+};
+
+/// While it lives no file of this process can grow beyond `bytes`, as on a full disk.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limited{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limited);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    (void)std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  void (*handler_)(int);
+  rlimit before_{};
+};
+
+TEST_F(PosixFilesTest, HomeFolderIsHomeWithoutATrailingSlash) {
+  setenv("HOME", "/home/a person/", 1);
+  EXPECT_EQ(files_.homeFolder(), "/home/a person");
+  setenv("HOME", "/", 1);
+  EXPECT_EQ(files_.homeFolder(), "");
+}
+
+TEST_F(PosixFilesTest, HomeFolderComesFromThePasswordDatabaseWhenHomeIsNoAbsolutePath) {
+  unsetenv("HOME");
+  const std::string home = files_.homeFolder();
+  EXPECT_TRUE(home.starts_with('/')) << home;
+  setenv("HOME", "relative", 1);
+  EXPECT_EQ(files_.homeFolder(), home);
+}
+
+TEST_F(PosixFilesTest, CreatesAllMissingFoldersForTheirOwnerOnly) {
+  umask(0);
+  EXPECT_TRUE(files_.createFolders(path("a b/c/d")));
+  EXPECT_EQ(mode(path("a b")), 0700U);
+  EXPECT_EQ(mode(path("a b/c")), 0700U);
+  EXPECT_EQ(mode(path("a b/c/d")), 0700U);
+}
+
+TEST_F(PosixFilesTest, AnExistingFolderIsFineAndKeepsItsMode) {
+  fs::create_directory(path("there"));
+  chmod(path("there").c_str(), 0750);
+  EXPECT_TRUE(files_.createFolders(path("there")));
+  EXPECT_EQ(mode(path("there")), 0750U);
+}
+
+TEST_F(PosixFilesTest, AFileInTheWayOfAFolderIsAFailure) {
+  contains("taken", "x");
+  EXPECT_FALSE(files_.createFolders(path("taken")));
+  EXPECT_FALSE(files_.createFolders(path("taken/below")));
+}
+
+TEST_F(PosixFilesTest, ReadsTheWholeContentsByteForByte) {
+  const std::string text = std::string("a\0\xff\n", 4) + std::string(100'000, 'z');
+  contains("file", text);
+  EXPECT_EQ(files_.read(path("file")), text);
+  EXPECT_EQ(files_.size(path("file")), text.size());
+}
+
+TEST_F(PosixFilesTest, AnEmptyFileReadsAsEmptyAndAMissingOneAsAbsent) {
+  contains("empty", "");
+  EXPECT_EQ(files_.read(path("empty")), "");
+  EXPECT_EQ(files_.size(path("empty")), 0U);
+  EXPECT_EQ(files_.read(path("missing")), std::nullopt);
+  EXPECT_EQ(files_.size(path("missing")), std::nullopt);
+}
+
+TEST_F(PosixFilesTest, AFolderIsNoFile) {
+  EXPECT_EQ(files_.read(folder_), std::nullopt);
+  EXPECT_EQ(files_.size(folder_), std::nullopt);
+  EXPECT_FALSE(files_.replaceInPlace(folder_, "x"));
+  EXPECT_FALSE(files_.append(folder_, "x"));
+}
+
+TEST_F(PosixFilesTest, APipeUnderTheNameOfAFileIsAFailureAndNeverWaitedFor) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(files_.read(path("pipe")), std::nullopt);
+  EXPECT_FALSE(files_.append(path("pipe"), "x"));
+  EXPECT_FALSE(files_.replaceInPlace(path("pipe"), "x"));
+}
+
+TEST_F(PosixFilesTest, ReplacesInPlaceByALongerAndByAShorterText) {
+  contains("list", "[1]");
+  const ino_t before = inode(path("list"));
+  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[1, 2, 3]"));
+  EXPECT_EQ(contents(path("list")), "[1, 2, 3]");
+  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[]"));
+  EXPECT_EQ(contents(path("list")), "[]");
+  EXPECT_TRUE(files_.replaceInPlace(path("list"), ""));
+  EXPECT_EQ(contents(path("list")), "");
+  EXPECT_EQ(inode(path("list")), before);
+  EXPECT_THAT(names(), UnorderedElementsAre("list"));
+}
+
+TEST_F(PosixFilesTest, ReplacingInPlaceCreatesTheFileForItsOwnerOnly) {
+  umask(0);
+  EXPECT_TRUE(files_.replaceInPlace(path("new"), "[]"));
+  EXPECT_EQ(contents(path("new")), "[]");
+  EXPECT_EQ(mode(path("new")), 0600U);
+}
+
+TEST_F(PosixFilesTest, ReplacingInPlaceFollowsALinkThatTheUserPutThere) {
+  contains("elsewhere", "[1]");
+  fs::create_symlink(path("elsewhere"), path("list"));
+  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[2]"));
+  EXPECT_EQ(contents(path("elsewhere")), "[2]");
+  EXPECT_TRUE(fs::is_symlink(path("list")));
+}
+
+TEST_F(PosixFilesTest, ReplacingInPlaceDoesNotCreateFolders) {
+  EXPECT_FALSE(files_.replaceInPlace(path("missing/list"), "[]"));
+  EXPECT_THAT(names(), UnorderedElementsAre());
+}
+
+TEST_F(PosixFilesTest, ALongerTextThatDoesNotFitOnTheDiskLeavesTheOldOne) {
+  contains("list", std::string(6'000, 'a'));
+  const FullDisk full(10'000);
+  EXPECT_FALSE(files_.replaceInPlace(path("list"), std::string(20'000, 'b')));
+  EXPECT_EQ(contents(path("list")), std::string(6'000, 'a'));
+}
+
+TEST_F(PosixFilesTest, AShorterTextIsSavedOnAFullDisk) {
+  contains("list", std::string(6'000, 'a'));
+  const FullDisk full(6'000);
+  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[]"));
+  EXPECT_EQ(contents(path("list")), "[]");
+}
+
+TEST_F(PosixFilesTest, ANewFileThatDoesNotFitOnTheDiskIsNotLeftBehind) {
+  const FullDisk full(100);
+  EXPECT_FALSE(files_.replaceInPlace(path("list"), std::string(200, 'b')));
+  EXPECT_FALSE(files_.replaceAtomically(path("log"), std::string(200, 'b')));
+  EXPECT_THAT(names(), UnorderedElementsAre());
+}
+
+TEST_F(PosixFilesTest, AnAppendThatDoesNotFitOnTheDiskLeavesTheOldText) {
+  contains("log", std::string(80, 'a'));
+  const FullDisk full(100);
+  EXPECT_FALSE(files_.append(path("log"), std::string(50, 'b')));
+  EXPECT_EQ(contents(path("log")), std::string(80, 'a'));
+}
+
+TEST_F(PosixFilesTest, ReplacesAtomicallyLeavingNothingElseBehind) {
+  umask(0);
+  contains("log", "old");
+  const ino_t before = inode(path("log"));
+  EXPECT_TRUE(files_.replaceAtomically(path("log"), "new\n"));
+  EXPECT_EQ(contents(path("log")), "new\n");
+  EXPECT_EQ(mode(path("log")), 0600U);
+  EXPECT_NE(inode(path("log")), before);
+  EXPECT_THAT(names(), UnorderedElementsAre("log"));
+}
+
+TEST_F(PosixFilesTest, ReplacingAtomicallyFailsWhereTheFolderIsMissingOrAFolderIsInTheWay) {
+  fs::create_directories(path("taken/inner"));
+  EXPECT_FALSE(files_.replaceAtomically(path("missing/log"), "x"));
+  EXPECT_FALSE(files_.replaceAtomically(path("taken"), "x"));
+  EXPECT_THAT(names(), UnorderedElementsAre("taken"));
+}
+
+TEST_F(PosixFilesTest, AppendsToAnExistingFileOnly) {
+  contains("log", "one\n");
+  EXPECT_TRUE(files_.append(path("log"), "two\n"));
+  EXPECT_EQ(contents(path("log")), "one\ntwo\n");
+  EXPECT_FALSE(files_.append(path("missing"), "x"));
+  EXPECT_THAT(names(), UnorderedElementsAre("log"));
+}
+
+TEST_F(PosixFilesTest, RemovesAFileButNoFolder) {
+  contains("log", "x");
+  fs::create_directory(path("folder"));
+  EXPECT_TRUE(files_.remove(path("log")));
+  EXPECT_FALSE(files_.remove(path("log")));
+  EXPECT_FALSE(files_.remove(path("folder")));
+  EXPECT_THAT(names(), UnorderedElementsAre("folder"));
+}
+
+[[nodiscard]] std::string withoutTrailingBlanks(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+TEST_F(PosixFilesTest, AProcessKilledWhileSavingWithinOnePageLeavesTheOldOrTheNewText) {
+  const std::string shorter = "[" + std::string(300, 'a') + "]";
+  const std::string longer = "[" + std::string(4'000, 'b') + "]";
+  std::minstd_rand random(20'240'611);  // NOLINT: the same instants in every run
+  std::uniform_int_distribution<useconds_t> instant(0, 3'000);
+  contains("list", shorter);
+  for (int kill = 0; kill < 100; ++kill) {
+    const pid_t writer = fork();
+    ASSERT_GE(writer, 0);
+    if (writer == 0) {
+      for (;;) {
+        files_.replaceInPlace(path("list"), longer);
+        files_.replaceInPlace(path("list"), shorter);
+      }
+    }
+    usleep(instant(random));
+    ::kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
+    const std::string left = withoutTrailingBlanks(contents(path("list")));
+    EXPECT_TRUE(left == shorter || left == longer) << left.size() << ": " << left.substr(0, 80);
+  }
+}
+
+}  // namespace
+}  // namespace notewick
