@@ -3,10 +3,15 @@
 #include <utility>
 
 #include "platform/linux/accessibility.h"
+#include "platform/linux/toplevel_screen.h"
+#include "platform/linux/wayland_connection.h"
 #include "platform/linux/x11_screen.h"
 
 namespace notewick {
 namespace {
+
+/// A compositor may be busy while the user logs in, and the choice is made only once.
+constexpr std::chrono::seconds patienceAtStart{2};
 
 class NoScreen final : public Screen {
  public:
@@ -22,11 +27,19 @@ std::optional<ScreenBody> makeX11Body() {
                     std::make_unique<FixedTrust>(true)};
 }
 
+std::optional<ScreenBody> makeToplevelBody() {
+  auto toplevels = ForeignToplevels::open(Deadline(patienceAtStart));
+  if (!toplevels) return std::nullopt;
+  return ScreenBody{std::make_unique<ToplevelScreen>(std::move(toplevels)),
+                    std::make_unique<FixedTrust>(true)};
+}
+
 ScreenBody makeBlindBody() {
   return {std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
 }
 
 ScreenBody chooseScreenBody() {
+  if (auto body = makeToplevelBody()) return std::move(*body);
   if (auto body = makeX11Body()) return std::move(*body);
   return makeBlindBody();
 }

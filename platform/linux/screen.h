@@ -17,6 +17,10 @@ struct ScreenBody {
 /// X11 properties; absent when no X server answers at DISPLAY.
 [[nodiscard]] std::optional<ScreenBody> makeX11Body();
 
+/// The compositor's own list of windows; absent when there is no compositor at WAYLAND_DISPLAY or
+/// it does not offer such a list.
+[[nodiscard]] std::optional<ScreenBody> makeToplevelBody();
+
 /// Nothing to read: nothing is ever frontmost, and it is never trusted.
 [[nodiscard]] ScreenBody makeBlindBody();
 

@@ -1,11 +1,15 @@
 // Prints what the product reads from the screen. Each line on standard input asks for one sample,
 // each line on standard output is one, as JSON.
 //
-//   print-titles [--body x11] [--measure COUNT]
+//   print-titles [--body x11|toplevels] [--measure COUNT]
 //
 // --body takes that body, not the one that fits the session; --measure takes so many samples and
 // prints what one costs.
 
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -72,9 +76,10 @@ Json measure(Screen& screen, int count) {
 
 ScreenBody bodyNamed(const std::string& name) {
   if (name.empty()) return chooseScreenBody();
-  if (name == "x11") {
-    if (auto body = makeX11Body()) return std::move(*body);
-  }
+  auto body = name == "x11"         ? makeX11Body()
+              : name == "toplevels" ? makeToplevelBody()
+                                    : std::nullopt;
+  if (body) return std::move(*body);
   std::cerr << "print-titles: no body \"" << name << "\" in this session\n";
   std::exit(EXIT_FAILURE);
 }
@@ -90,12 +95,19 @@ void run(const std::vector<std::string>& arguments) {
     std::cout << measure(*body.screen, std::stoi(count)) << std::endl;
     return;
   }
-  for (std::string line; std::getline(std::cin, line);) std::cout << answer(body) << std::endl;
+  QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+  QObject::connect(&input, &QSocketNotifier::activated, &input, [&body] {
+    std::string line;
+    if (!std::getline(std::cin, line)) return QCoreApplication::quit();
+    std::cout << answer(body) << std::endl;
+  });
+  QCoreApplication::exec();
 }
 
 }  // namespace
 }  // namespace notewick
 
 int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
   notewick::run({argv + 1, argv + argc});
 }

@@ -1,0 +1,18 @@
+#include "platform/linux/toplevel_screen.h"
+
+#include <utility>
+
+namespace notewick {
+
+ToplevelScreen::ToplevelScreen(std::unique_ptr<ForeignToplevels> toplevels)
+    : toplevels_(std::move(toplevels)) {}
+
+std::unique_ptr<ScreenApplication> ToplevelScreen::frontmostApplication() {
+  const bool isConnected = toplevels_ && toplevels_->update();
+  if (!isConnected) toplevels_ = ForeignToplevels::open(Deadline(sampleLimit));
+  if (!toplevels_) return nullptr;
+  auto snapshot = toplevels_->list().frontmost();
+  return snapshot ? applicationOf(std::move(*snapshot)) : nullptr;
+}
+
+}  // namespace notewick
