@@ -31,6 +31,8 @@ struct MenuItem {
 
   /// An item without an action is shown greyed.
   [[nodiscard]] bool enabled() const { return action.has_value(); }
+
+  friend bool operator==(const MenuItem&, const MenuItem&) = default;
 };
 
 using Menu = std::vector<MenuItem>;

@@ -28,6 +28,8 @@ struct CaughtRow {
   std::string text;
   std::string logLabel;
   std::string skipLabel;
+
+  friend bool operator==(const CaughtRow&, const CaughtRow&) = default;
 };
 
 /// Told what the user did in the panel. Main thread.

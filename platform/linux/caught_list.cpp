@@ -1,0 +1,100 @@
+#include "platform/linux/caught_list.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <algorithm>
+
+#include "platform/linux/elided_label.h"
+
+namespace notewick {
+namespace {
+
+constexpr double ROW_SPACING = 4;
+constexpr double BUTTON_SPACING = 6;
+constexpr double TEXT_WIDTH = 190;
+constexpr double SMALL_HEIGHT = 22;
+constexpr double SMALL_MARGIN = 8;
+
+}  // namespace
+
+CaughtList::CaughtList(std::string logTitle, std::string skipTitle, Pressed log, Pressed skip)
+    : logTitle_(std::move(logTitle)),
+      skipTitle_(std::move(skipTitle)),
+      log_(std::move(log)),
+      skip_(std::move(skip)),
+      stack_(new QVBoxLayout(this)) {
+  stack_->setContentsMargins(0, 0, 0, 0);
+  stack_->setSpacing(points(ROW_SPACING));
+}
+
+bool CaughtList::setRows(const std::vector<CaughtRow>& rows,
+                         const std::optional<std::string>& more) {
+  if (rows == contents_ && more == more_) return true;
+  const auto focused = focus();
+  contents_ = rows;
+  more_ = more;
+  clear();
+  for (const CaughtRow& row : rows) addRow(row);
+  if (more) stack_->addWidget(new Label(*more, 10, Tint::tertiary));
+  if (!focused) return true;
+  if (rows_.empty()) return false;
+  restore(*focused);
+  return true;
+}
+
+std::optional<CaughtList::Focus> CaughtList::focus() const {
+  for (std::size_t tag = 0; tag < rows_.size(); ++tag) {
+    const bool onSkip = rows_[tag].skip->hasFocus();
+    if (onSkip || rows_[tag].log->hasFocus()) return Focus{tag, contents_[tag].text, onSkip};
+  }
+  return std::nullopt;
+}
+
+void CaughtList::restore(const Focus& focus) {
+  const auto same = std::find_if(contents_.begin(), contents_.end(),
+                                 [&](const CaughtRow& row) { return row.text == focus.text; });
+  const std::size_t tag = same != contents_.end()
+                              ? static_cast<std::size_t>(same - contents_.begin())
+                              : std::min(focus.tag, rows_.size() - 1);
+  (focus.onSkip ? rows_[tag].skip : rows_[tag].log)->setFocus(Qt::OtherFocusReason);
+}
+
+void CaughtList::clear() {
+  rows_.clear();
+  while (QLayoutItem* const item = stack_->takeAt(0)) {
+    item->widget()->hide();
+    item->widget()->deleteLater();
+    delete item;
+  }
+}
+
+void CaughtList::addRow(const CaughtRow& content) {
+  const std::size_t tag = rows_.size();
+  auto* const row = new QWidget;
+  auto* const line = new QHBoxLayout(row);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(points(BUTTON_SPACING));
+  line->addWidget(new ElidedLabel(content.text, 11, Tint::primary, TEXT_WIDTH));
+  line->addStretch();
+  QPushButton* const log = addButton(*row, logTitle_, content.logLabel, [this, tag] { log_(tag); });
+  QPushButton* const skip =
+      addButton(*row, skipTitle_, content.skipLabel, [this, tag] { skip_(tag); });
+  stack_->addWidget(row);
+  rows_.push_back({log, skip});
+}
+
+QPushButton* CaughtList::addButton(QWidget& row, const std::string& title, const std::string& label,
+                                   const std::function<void()>& pressed) {
+  auto* const button = new QPushButton(buttonText(title));
+  button->setAccessibleName(fromUtf8(label));
+  button->setAutoDefault(true);
+  button->setFont(panelFont(11));
+  button->setFixedSize(
+      button->fontMetrics().horizontalAdvance(button->text()) + 2 * points(SMALL_MARGIN),
+      points(SMALL_HEIGHT));
+  connect(button, &QPushButton::clicked, this, pressed);
+  row.layout()->addWidget(button);
+  return button;
+}
+
+}  // namespace notewick

@@ -1,0 +1,150 @@
+#include "platform/linux/floating_panel.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+
+#include "platform/linux/panel_look.h"
+#include "platform/linux/panel_placement.h"
+#include "platform/linux/status_symbol.h"
+#include "platform/linux/window_hints.h"
+
+namespace notewick {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto SETTLING_TIME = 300ms;
+constexpr Qt::WindowFlags FLAGS = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                  Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint;
+
+}  // namespace
+
+QList<QRect> availableScreens() {
+  QList<QRect> available;
+  for (const QScreen* screen : QGuiApplication::screens()) available << screen->availableGeometry();
+  return available;
+}
+
+PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
+  setWindowTitle(fromUtf8(title));
+  setWindowIcon(statusSymbol(std::nullopt));
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  settling_.setSingleShot(true);
+  settling_.setInterval(SETTLING_TIME);
+  qApp->installEventFilter(this);
+}
+
+void PanelWindow::orderFrontRegardless() {
+  show();
+  raise();
+}
+
+void PanelWindow::makeKeyAndOrderFront() {
+  orderFrontRegardless();
+  activateWindow();
+  requestActivation(*windowHandle());
+}
+
+void PanelWindow::orderOut() {
+  hide();
+}
+
+void PanelWindow::place(Placement placement) {
+  placement_ = std::move(placement);
+  applyPlacement();
+}
+
+void PanelWindow::fitToContents() {
+  layout()->activate();
+  const QSize wanted = layout()->totalSizeHint();
+  if (wanted == size()) return;
+  settling_.start();
+  setFixedSize(wanted);
+  applyPlacement();
+}
+
+void PanelWindow::setDefaultButton(QPushButton& button) {
+  defaultButton_ = &button;
+  button.setDefault(true);
+}
+
+QRect PanelWindow::frame() const {
+  const QWindow* const window = windowHandle();
+  return window != nullptr ? geometry().marginsAdded(window->frameMargins()) : geometry();
+}
+
+void PanelWindow::applyPlacement() {
+  if (!placement_) return;
+  settling_.start();
+  move(placement_(frame().size()));
+}
+
+bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Quit && watched == qApp) quitting_ = true;
+  return QWidget::eventFilter(watched, event);
+}
+
+void PanelWindow::closeEvent(QCloseEvent* event) {
+  event->accept();
+  if (!quitting_ && !qApp->isSavingSession() && userClosed) userClosed();
+}
+
+void PanelWindow::contextMenuEvent(QContextMenuEvent* event) {
+  std::unique_ptr<QMenu> menu = windowMenu ? windowMenu() : nullptr;
+  if (!menu) return event->ignore();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu.release()->popup(event->globalPos());
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent* event) {
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!isReturn || defaultButton_ == nullptr) return QWidget::keyPressEvent(event);
+  if (!event->isAutoRepeat()) defaultButton_->click();
+}
+
+void PanelWindow::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) grip_ = event->pos();
+}
+
+void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
+  if (!grip_ || !event->buttons().testFlag(Qt::LeftButton)) return;
+  if ((event->pos() - *grip_).manhattanLength() < QApplication::startDragDistance()) return;
+  grip_.reset();
+  windowHandle()->startSystemMove();
+}
+
+void PanelWindow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (!event->spontaneous() || !isVisible() || settling_.isActive()) return;
+  const QRect moved = frame();
+  placement_ = [moved](QSize size) { return standingWhere(moved, size, availableScreens()); };
+  if (userMoved) userMoved(moved);
+}
+
+void PanelWindow::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  if (frameKnown_) return;
+  frameKnown_ = true;
+  QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
+}
+
+void PanelWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  settling_.start();
+  frameKnown_ = false;
+  setFloatingHints(*windowHandle());
+  QTimer::singleShot(0, this, [this] {
+    if (isVisible()) requestFloatingState(*windowHandle());
+  });
+}
+
+}  // namespace notewick

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QLabel>
+#include <QPalette>
+#include <string>
+
+namespace notewick {
+
+// Sizes, fonts and colours of the panels. The panels are laid out in points for a system font of 13
+// points. Here a point is a device-independent pixel, and more for a desktop whose own font is
+// larger than 13 pixels; it is never less, so that the smallest text stays legible.
+
+/// A length given in points, in whole device-independent pixels.
+[[nodiscard]] int points(double length);
+
+[[nodiscard]] QFont panelFont(double size, QFont::Weight weight = QFont::Normal);
+
+/// The contrast of two opaque colours, from 1 to 21, as WCAG 2.1 defines it.
+[[nodiscard]] double contrast(const QColor& one, const QColor& other);
+
+/// What a label is for; decides its colour.
+enum class Tint { primary, secondary, tertiary, error };
+
+/// The colour of a label on a window of this palette. Secondary text keeps a contrast of 7,
+/// tertiary and error text one of 4.5. A palette of pure black and white is a high-contrast one:
+/// there secondary and tertiary text is not dimmed.
+[[nodiscard]] QColor tinted(const QPalette& palette, Tint tint);
+
+/// UTF-8 as the toolkit's text; what is not valid becomes U+FFFD.
+[[nodiscard]] QString fromUtf8(const std::string& utf8);
+
+/// The text of a button that shows `utf8` to the letter.
+[[nodiscard]] QString buttonText(const std::string& utf8);
+
+/// A label of plain text that follows the palette of its window.
+class Label : public QLabel {
+ public:
+  Label(const std::string& content, double size, Tint tint, QFont::Weight weight = QFont::Normal);
+
+  /// Wraps the text at this width, in points, and takes the height that it needs.
+  void wrapAt(double width);
+  void display(const std::string& content);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void colour();
+
+  Tint tint_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,225 @@
+#include "platform/linux/quick_note_panel.h"
+
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QSettings>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "platform/linux/announcing_label.h"
+#include "platform/linux/caught_list.h"
+#include "platform/linux/note_field.h"
+#include "platform/linux/panel_placement.h"
+#include "platform/linux/segmented_control.h"
+
+namespace notewick {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr double WIDTH = 296;
+constexpr double NOTE_HEIGHT = 56;
+constexpr double SPACING = 8;
+constexpr double INSET = 12;
+constexpr auto SAVE_DELAY = 500ms;
+const QString FRAME_KEY = QStringLiteral("VELKQuickWidget");
+
+QSettings settings() {
+  return QSettings(QSettings::IniFormat, QSettings::UserScope, "VELK", "Notewick");
+}
+
+/// Brings the items to `titles` with as few changes as an open list of the chooser needs.
+void replaceItems(QComboBox& chooser, const std::vector<std::string>& titles) {
+  QStringList wanted;
+  for (const std::string& title : titles) wanted << fromUtf8(title);
+  for (int i = chooser.count() - 1; i >= 0; --i) {
+    if (!wanted.contains(chooser.itemText(i))) chooser.removeItem(i);
+  }
+  for (int i = 0; i < wanted.size(); ++i) {
+    if (chooser.itemText(i) != wanted[i]) chooser.insertItem(i, wanted[i]);
+  }
+  while (chooser.count() > wanted.size()) chooser.removeItem(chooser.count() - 1);
+}
+
+}  // namespace
+
+QtQuickNotePanel::QtQuickNotePanel(const QuickNoteTexts& texts,
+                                   std::weak_ptr<QuickNotePanelDelegate> delegate,
+                                   WindowMenu windowMenu)
+    : delegate_(std::move(delegate)), window_(texts.title) {
+  build(texts);
+  window_.windowMenu = std::move(windowMenu);
+  window_.userClosed = [this] { tell([](auto& told) { told.windowWillClose(); }); };
+  window_.userMoved = [this](const QRect& frame) {
+    savedFrame_ = frame;
+    saveSoon_.start();
+  };
+  saveSoon_.setSingleShot(true);
+  saveSoon_.setInterval(SAVE_DELAY);
+  QObject::connect(&saveSoon_, &QTimer::timeout, &window_, [this] { saveFrame(); });
+  loadFrame();
+  window_.fitToContents();
+}
+
+QtQuickNotePanel::~QtQuickNotePanel() {
+  if (saveSoon_.isActive()) saveFrame();
+}
+
+void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
+  auto* const stack = new QVBoxLayout(&window_);
+  stack->setSpacing(points(SPACING));
+  stack->setContentsMargins(points(INSET), points(INSET), points(INSET), points(INSET));
+
+  participants_ = new QComboBox;
+  participants_->setAccessibleName(fromUtf8(texts.participantLabel));
+  participants_->setFont(panelFont(13));
+  participants_->setFixedWidth(points(WIDTH));
+  stack->addWidget(participants_);
+
+  note_ = new NoteField;
+  note_->setAccessibleName(fromUtf8(texts.noteLabel));
+  note_->setAccessibleDescription(fromUtf8(texts.placeholder));
+  note_->setFixedSize(points(WIDTH), points(NOTE_HEIGHT));
+  QObject::connect(note_, &NoteField::textChanged, &window_,
+                   [this] { tell([](auto& told) { told.textDidChange(); }); });
+  stack->addWidget(note_);
+
+  placeholder_ = new Label(texts.placeholder, 11, Tint::tertiary);
+  QSizePolicy staysOpen = placeholder_->sizePolicy();
+  staysOpen.setRetainSizeWhenHidden(true);
+  placeholder_->setSizePolicy(staysOpen);
+  stack->addWidget(placeholder_);
+
+  minutes_ = new SegmentedControl(texts.minutes, texts.minutesLabel);
+  minutes_->setFixedWidth(points(WIDTH));
+  stack->addWidget(minutes_);
+
+  hint_ = new Label("", 10, Tint::secondary);
+  stack->addWidget(hint_);
+
+  stack->addWidget(sendRow(texts));
+
+  caughtHeader_ = new Label(texts.caughtHeader, 11, Tint::secondary, QFont::Bold);
+  caughtHeader_->hide();
+  stack->addWidget(caughtHeader_);
+
+  stack->addWidget(caughtList(texts));
+  note_->setFocus();
+}
+
+QWidget* QtQuickNotePanel::sendRow(const QuickNoteTexts& texts) {
+  auto* const row = new QWidget;
+  auto* const line = new QHBoxLayout(row);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(points(SPACING));
+
+  auto* const send = new QPushButton(buttonText(texts.send));
+  send->setAccessibleName(fromUtf8(texts.send));
+  send->setFont(panelFont(13));
+  window_.setDefaultButton(*send);
+  QObject::connect(send, &QPushButton::clicked, &window_,
+                   [this] { tell([](auto& told) { told.send(); }); });
+  line->addWidget(send);
+
+  status_ = new AnnouncingLabel(10, Tint::secondary);
+  line->addWidget(status_, 1);
+  return row;
+}
+
+QWidget* QtQuickNotePanel::caughtList(const QuickNoteTexts& texts) {
+  caught_ = new CaughtList(
+      texts.log, texts.skip,
+      [this](std::size_t tag) { tell([tag](auto& told) { told.caughtLog(tag); }); },
+      [this](std::size_t tag) { tell([tag](auto& told) { told.caughtSkip(tag); }); });
+  caught_->setFixedWidth(points(WIDTH));
+  caught_->hide();
+  return caught_;
+}
+
+void QtQuickNotePanel::tell(const Told& what) const {
+  if (const auto delegate = delegate_.lock()) what(*delegate);
+}
+
+void QtQuickNotePanel::setParticipants(const std::vector<std::string>& titles,
+                                       std::optional<std::size_t> selected) {
+  replaceItems(*participants_, titles);
+  participants_->setCurrentIndex(selected ? static_cast<int>(*selected) : -1);
+}
+
+std::optional<std::string> QtQuickNotePanel::selectedParticipant() const {
+  if (participants_->currentIndex() < 0) return std::nullopt;
+  return participants_->currentText().toStdString();
+}
+
+std::string QtQuickNotePanel::noteText() const {
+  return note_->toPlainText().toStdString();
+}
+
+void QtQuickNotePanel::setNoteText(const std::string& text) {
+  const QString wanted = fromUtf8(text);
+  if (wanted == note_->toPlainText()) return;
+  const QSignalBlocker silent(note_);
+  note_->setPlainText(wanted);
+}
+
+void QtQuickNotePanel::focusNote() {
+  note_->setFocus(Qt::OtherFocusReason);
+}
+
+void QtQuickNotePanel::setPlaceholderHidden(bool hidden) {
+  placeholder_->setVisible(!hidden);
+}
+
+std::optional<std::size_t> QtQuickNotePanel::selectedMinutes() const {
+  return minutes_->selected();
+}
+
+void QtQuickNotePanel::deselectMinutes() {
+  minutes_->deselect();
+}
+
+void QtQuickNotePanel::setHint(const std::string& text) {
+  hint_->display(text);
+}
+
+void QtQuickNotePanel::setStatus(const std::string& text) {
+  status_->announce(text);
+}
+
+void QtQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
+                                 const std::optional<std::string>& more) {
+  if (!caught_->setRows(rows, more)) focusNote();
+  caughtHeader_->setVisible(!rows.empty());
+  caught_->setVisible(!rows.empty() || more);
+}
+
+bool QtQuickNotePanel::applySavedFrame() {
+  if (!savedFrame_) return false;
+  window_.place([kept = *savedFrame_](QSize frame) {
+    return standingWhere(kept, frame, availableScreens());
+  });
+  return true;
+}
+
+void QtQuickNotePanel::placeAtBottomRight(double inset) {
+  window_.place([inset](QSize frame) {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    return screen != nullptr
+               ? bottomRightCorner(screen->availableGeometry(), frame, static_cast<int>(inset))
+               : QPoint();
+  });
+}
+
+void QtQuickNotePanel::loadFrame() {
+  const QRect saved = settings().value(FRAME_KEY).toRect();
+  if (saved.isValid()) savedFrame_ = saved;
+}
+
+void QtQuickNotePanel::saveFrame() {
+  settings().setValue(FRAME_KEY, *savedFrame_);
+}
+
+}  // namespace notewick

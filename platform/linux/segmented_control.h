@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QWidget>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QAbstractButton;
+
+namespace notewick {
+
+/// A row of segments of which one at a time is chosen and stays chosen; none at first. The arrow
+/// keys go from one to the next, the space bar chooses. Screen readers see radio buttons, each
+/// described by the name of the whole.
+class SegmentedControl : public QWidget {
+ public:
+  SegmentedControl(const std::vector<std::string>& segments, const std::string& label);
+
+  [[nodiscard]] std::optional<std::size_t> selected() const;
+  void deselect();
+
+ private:
+  std::vector<QAbstractButton*> segments_;
+};
+
+}  // namespace notewick

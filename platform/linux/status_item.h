@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+
+#include "platform/linux/menu_renderer.h"
+#include "platform/linux/tray_host.h"
+#include "platform/status_item.h"
+
+namespace notewick {
+
+/// The tray item. It appears as soon as the desktop has a host for it. A desktop's panel may start
+/// after this program, so only when none has come within `patience` one line on standard error says
+/// so. The title shows as the tool tip, and its count as a badge on the symbol.
+class QtStatusItem final : public QObject, public StatusItem {
+ public:
+  QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<StatusItemTarget> target,
+               std::chrono::milliseconds patience = std::chrono::seconds(10));
+
+  void setTitle(const std::string& title) override;
+  void setMenu(const Menu& menu) override;
+
+  /// The menu for a window to offer while the desktop shows no tray; else null.
+  [[nodiscard]] std::unique_ptr<QMenu> windowMenu() const;
+
+ private:
+  [[nodiscard]] bool inTray() const;
+  void hostChanged();
+  void appear();
+  void updateAppearance();
+  void drawTrayMenu();
+  void holdMenuFor(std::chrono::milliseconds time);
+  void choose(const MenuItem& item) const;
+  [[nodiscard]] MenuItemChosen choosing() const;
+
+  StatusItemAppearance appearance_;
+  std::weak_ptr<StatusItemTarget> target_;
+  Menu menu_;
+  Menu drawn_;
+  QMenu trayMenu_;
+  QTimer held_;  ///< runs while the tray's menu may be open
+  TrayHost host_;
+  MenuReader reader_ = MenuReader::toolkit;
+  std::unique_ptr<QSystemTrayIcon> icon_;
+};
+
+}  // namespace notewick

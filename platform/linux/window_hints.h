@@ -1,0 +1,22 @@
+#pragma once
+
+class QWindow;
+
+namespace notewick {
+
+// What a floating panel tells the window manager beyond what the toolkit says, by the Extended
+// Window Manager Hints. All of it does nothing where the window is not an X11 window.
+
+/// Sets the hints of a window that is about to be mapped: on all desktops, above the others, not in
+/// the task bar, not in the pager. A window manager reads them when it takes the window over.
+void setFloatingHints(const QWindow& window);
+
+/// Asks for the same of a mapped window: a window manager clears the hints of a window that is
+/// withdrawn, perhaps only after the window has been given them for the next time.
+void requestFloatingState(const QWindow& window);
+
+/// Asks that the window gets the keyboard. Speaks as a pager does, because the user's click went to
+/// the tray, and window managers refuse applications whose own windows saw no recent input.
+void requestActivation(const QWindow& window);
+
+}  // namespace notewick

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace notewick {
+
+/// A reply of the X server, freed as XCB wants it.
+struct FreeReply {
+  void operator()(void* reply) const { std::free(reply); }
+};
+template <class Reply>
+using X11Reply = std::unique_ptr<Reply, FreeReply>;
+
+/// The toolkit's own connection to the X server, over which its windows are made; null where the
+/// toolkit draws by other means.
+[[nodiscard]] xcb_connection_t* x11Display();
+
+/// The atom of this name, made when there is none; XCB_ATOM_NONE when the connection is lost.
+[[nodiscard]] xcb_atom_t x11Atom(xcb_connection_t& display, const char* name);
+
+}  // namespace notewick

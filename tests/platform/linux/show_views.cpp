@@ -1,0 +1,222 @@
+// Shows the views with sample contents, and prints what the user does with them, one line each.
+// Usage: show_views [--quick] [--sign-in] [--tray] [--caught N] [--status TEXT] [--error TEXT]
+//                   [--busy] [--dark] [--contrast] [--key] [--count N] [--scale FACTOR]
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QPalette>
+#include <QSocketNotifier>
+#include <iostream>
+#include <memory>
+
+#include "platform/linux/panel_look.h"
+#include "platform/linux/views.h"
+
+namespace notewick {
+namespace {
+
+void say(const std::string& line) {
+  std::cout << line << std::endl;
+}
+
+struct Printer : StatusItemTarget, QuickNotePanelDelegate, SignInPanelDelegate {
+  void menuItemChosen(const MenuItem& item) override { say("chosen " + item.title); }
+  void statusItemClicked() override {
+    say("clicked");
+    if (quick) quick->makeKeyAndOrderFront();
+  }
+  void send() override {
+    const auto minutes = quick->selectedMinutes();
+    say("send " + quick->selectedParticipant().value_or("nobody") + " | " + quick->noteText() +
+        " | " + (minutes ? std::to_string(*minutes) : "none"));
+  }
+  void caughtLog(std::size_t tag) override { say("log " + std::to_string(tag)); }
+  void caughtSkip(std::size_t tag) override { say("skip " + std::to_string(tag)); }
+  void textDidChange() override { quick->setPlaceholderHidden(!quick->noteText().empty()); }
+  void windowWillClose() override { say("closed"); }
+  void signIn() override { say("sign in " + signInPanel->email()); }
+
+  std::unique_ptr<StatusItem> statusItem;
+  std::unique_ptr<QuickNotePanel> quick;
+  std::unique_ptr<SignInPanel> signInPanel;
+};
+
+const QuickNoteTexts QUICK_NOTE = {"VELK — quick note",
+                                   "Participant",
+                                   "What did you do?",
+                                   "What did you do? One line is enough.",
+                                   "Minutes",
+                                   {"15", "30", "45", "60", "90", "120"},
+                                   "Send to VELK",
+                                   "Caught — confirm or skip",
+                                   "Log",
+                                   "✕"};
+
+const SignInTexts SIGN_IN = {
+    "Sign in to VELK",
+    "Sign in with your VELK account",
+    "Notewick needs your VELK login so confirmed work becomes case notes in your account.",
+    "Email",
+    "name@example.org",
+    "Password",
+    "Sign in"};
+
+MenuItem item(const std::string& title, std::optional<MenuAction> action,
+              const std::string& key = "") {
+  return {title, action, key, std::nullopt, false};
+}
+
+MenuItem line() {
+  return {"", std::nullopt, "", std::nullopt, true};
+}
+
+Menu sampleMenu() {
+  return {item("Signed in as anna_b@example.org", std::nullopt),
+          item("Watching · 12 participants", std::nullopt),
+          line(),
+          item("Log: Lena O'Keefe (~12 min, 2024-05-02)", MenuAction::openPending),
+          item("Log: Snow & Sons & Daughters (~7 min, 2024-05-02)", MenuAction::openPending),
+          line(),
+          item("2 notes waiting to send to VELK", std::nullopt),
+          item("Retry now", MenuAction::retryOutbox),
+          line(),
+          item("Log work now (call, visit…)", MenuAction::logNow, "l"),
+          item("Hide floating widget", MenuAction::toggleWidget, "w"),
+          item("Open my case notes in VELK", MenuAction::openCaseNotes, "o"),
+          line(),
+          item("Pause watching", MenuAction::togglePause, "p"),
+          item("Reload participants", MenuAction::reloadParticipants),
+          item("Start at login", MenuAction::installLoginItem),
+          item("Sign out of VELK", MenuAction::menuSignOut),
+          line(),
+          item("Quit VELK Notewick", MenuAction::terminate, "q")};
+}
+
+std::vector<CaughtRow> sampleRows(int count) {
+  const std::vector<std::string> names = {"Lena O'Keefe", "Tobias Hargreave",
+                                          "Maximiliane Featherstonehaugh-Cholmondeley", "Zoë Abel"};
+  std::vector<CaughtRow> rows;
+  for (const std::string& name : names) {
+    if (static_cast<int>(rows.size()) == count) break;
+    const std::string text = name + " · ~12m · 2024-05-02";
+    rows.push_back({text, "Log " + text, "Skip " + text});
+  }
+  return rows;
+}
+
+QPalette darkPalette() {
+  QPalette dark(QColor(0x35, 0x35, 0x35), QColor(0x2d, 0x2d, 0x2d));
+  dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+  dark.setColor(QPalette::Highlight, QColor(0x35, 0x84, 0xe4));
+  dark.setColor(QPalette::HighlightedText, Qt::white);
+  dark.setColor(QPalette::PlaceholderText, QColor(0xff, 0xff, 0xff, 0x90));
+  return dark;
+}
+
+QPalette contrastPalette() {
+  QPalette pure(Qt::black, Qt::black);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    pure.setColor(role, Qt::white);
+  }
+  pure.setColor(QPalette::Base, Qt::black);
+  pure.setColor(QPalette::Highlight, Qt::yellow);
+  pure.setColor(QPalette::HighlightedText, Qt::black);
+  return pure;
+}
+
+void showQuickNote(Printer& printer, QtViews& views, const QCommandLineParser& options,
+                   std::weak_ptr<QuickNotePanelDelegate> delegate) {
+  const int caught = options.value("caught").toInt();
+  printer.quick = views.makeQuickNotePanel(QUICK_NOTE, std::move(delegate));
+  QuickNotePanel& panel = *printer.quick;
+  panel.setHint(caught > 0 ? "On screen ≈ 12 min — you set the duration."
+                           : "Minutes — you set this.");
+  panel.setParticipants({"Alice Jones", "Bob Smith", "Lena O'Keefe"}, 0);
+  panel.setStatus(options.value("status").toStdString());
+  panel.setCaught(sampleRows(caught), caught > 4 ? std::optional("+ " + std::to_string(caught - 4) +
+                                                                 " more in the menu bar")
+                                                 : std::nullopt);
+  panel.fitToContents();
+  if (!panel.applySavedFrame()) panel.placeAtBottomRight(24);
+  options.isSet("key") ? panel.makeKeyAndOrderFront() : panel.orderFrontRegardless();
+}
+
+void showSignIn(Printer& printer, QtViews& views, const QCommandLineParser& options,
+                std::weak_ptr<SignInPanelDelegate> delegate) {
+  printer.signInPanel = views.makeSignInPanel(SIGN_IN, std::move(delegate));
+  printer.signInPanel->setError(options.value("error").toStdString());
+  printer.signInPanel->setBusy(options.isSet("busy"));
+  printer.signInPanel->present();
+}
+
+void showTray(Printer& printer, QtViews& views, const QCommandLineParser& options,
+              std::weak_ptr<StatusItemTarget> target) {
+  printer.statusItem =
+      views.makeStatusItem({"note.text.badge.plus", "VELK Notewick", " VELK"}, std::move(target));
+  if (options.isSet("count")) {
+    printer.statusItem->setTitle(" VELK (" + options.value("count").toStdString() + ")");
+  }
+  printer.statusItem->setMenu(sampleMenu());
+}
+
+/// Carries out a command from standard input: what the program would do later on.
+void obey(const std::string& command, Printer& printer) {
+  if (command == "hide") printer.quick->orderOut();
+  if (command == "show") printer.quick->orderFrontRegardless();
+  if (command == "key") printer.quick->makeKeyAndOrderFront();
+  if (command == "fewer") {
+    printer.quick->setCaught(sampleRows(1), std::nullopt);
+    printer.quick->fitToContents();
+  }
+  if (command == "menu") printer.statusItem->setMenu({item("Another menu", MenuAction::logNow)});
+  if (command == "quit") QCoreApplication::quit();
+  say("done " + command);
+}
+
+int show(int argc, char** argv) {
+  QCommandLineParser options;
+  options.addOptions({{"quick", ""},
+                      {"sign-in", ""},
+                      {"tray", ""},
+                      {"busy", ""},
+                      {"dark", ""},
+                      {"contrast", ""},
+                      {"key", ""},
+                      {"caught", "", "n"},
+                      {"count", "", "n"},
+                      {"status", "", "text"},
+                      {"error", "", "text"},
+                      {"scale", "", "factor"}});
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  if (!options.parse(arguments)) return 2;
+  if (options.isSet("scale")) qputenv("QT_SCALE_FACTOR", options.value("scale").toUtf8());
+
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  if (options.isSet("dark")) QApplication::setPalette(darkPalette());
+  if (options.isSet("contrast")) QApplication::setPalette(contrastPalette());
+
+  QtViews views;
+  const auto printer = std::make_shared<Printer>();
+  if (options.isSet("tray")) showTray(*printer, views, options, printer);
+  if (options.isSet("quick")) showQuickNote(*printer, views, options, printer);
+  if (options.isSet("sign-in")) showSignIn(*printer, views, options, printer);
+
+  QSocketNotifier input(0, QSocketNotifier::Read);
+  QObject::connect(&input, &QSocketNotifier::activated, &input, [&] {
+    std::string command;
+    if (!std::getline(std::cin, command)) return input.setEnabled(false);
+    obey(command, *printer);
+  });
+  const int status = QApplication::exec();
+  say("ended");
+  return status;
+}
+
+}  // namespace
+}  // namespace notewick
+
+int main(int argc, char** argv) {
+  return notewick::show(argc, argv);
+}
