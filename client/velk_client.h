@@ -79,7 +79,8 @@ class VELKClient {
   void refresh(const std::string& refreshToken, Completion<std::string> completion);
   [[nodiscard]] Result<std::string> refreshAnswered(const Answer& answer);
   [[nodiscard]] Result<void> loginAnswered(const Answer& answer);
-  [[nodiscard]] bool hasFreshToken() const;
+  /// The access token while it has more than a minute to live.
+  [[nodiscard]] std::optional<std::string> freshToken() const;
   void storeSession(const std::string& access, const std::string& refresh,
                     const nlohmann::json& expiresAt);
   void forgetSession();

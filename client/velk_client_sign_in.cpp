@@ -78,13 +78,14 @@ void VELKClient::forgetSession() {
   keychain_->keychainDelete();
 }
 
-bool VELKClient::hasFreshToken() const {
-  return accessToken_ && accessTokenExpiry_ &&
-         *accessTokenExpiry_ - clock_.now() > LEAST_REMAINING_LIFETIME;
+std::optional<std::string> VELKClient::freshToken() const {
+  const bool fresh =
+      accessTokenExpiry_ && *accessTokenExpiry_ - clock_.now() > LEAST_REMAINING_LIFETIME;
+  return fresh ? accessToken_ : std::nullopt;
 }
 
 void VELKClient::ensureAccessToken(Completion<std::string> completion) {
-  if (hasFreshToken()) return completion(*accessToken_);
+  if (const auto token = freshToken()) return completion(*token);
   const auto refreshToken = keychain_->keychainLoad();
   if (refreshToken) return refresh(*refreshToken, std::move(completion));
   completion(tl::unexpected(keychain_->isLocked()

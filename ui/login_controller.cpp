@@ -64,9 +64,10 @@ void LoginController::signIn() {
   }
   panel_->setError("");
   panel_->setBusy(true);
-  VELKClient::shared().login(email, password, [weakSelf = weak_from_this()](Result<void> result) {
-    if (const auto self = weakSelf.lock()) self->signInAnswered(result);
-  });
+  VELKClient::shared().login(email, password,
+                             [weakSelf = weak_from_this()](const Result<void>& result) {
+                               if (const auto self = weakSelf.lock()) self->signInAnswered(result);
+                             });
 }
 
 void LoginController::signInAnswered(const Result<void>& result) {
