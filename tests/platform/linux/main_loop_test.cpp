@@ -1,0 +1,131 @@
+#include "platform/linux/main_loop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/linux_session.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using namespace std::chrono_literals;
+
+class QtMainLoopTest : public testing::Test {
+ protected:
+  QtMainLoop loop_;
+  std::vector<std::string> log_;
+  int count_ = 0;
+};
+
+TEST_F(QtMainLoopTest, PostedActionsRunLaterAndInOrder) {
+  loop_.post([this] { log_.emplace_back("first"); });
+  loop_.post([this] { log_.emplace_back("second"); });
+  EXPECT_THAT(log_, ElementsAre());
+  EXPECT_TRUE(waitUntil([this] { return log_.size() == 2; }));
+  EXPECT_THAT(log_, ElementsAre("first", "second"));
+}
+
+TEST_F(QtMainLoopTest, WhatAnActionPostsRunsAfterItHasReturned) {
+  loop_.post([this] {
+    loop_.post([this] { log_.emplace_back("inner"); });
+    log_.emplace_back("outer");
+  });
+  EXPECT_TRUE(waitUntil([this] { return log_.size() == 2; }));
+  EXPECT_THAT(log_, ElementsAre("outer", "inner"));
+}
+
+TEST_F(QtMainLoopTest, PostsFromManyThreadsAllRunOnTheMainThread) {
+  const QThread* const mainThread = QThread::currentThread();
+  bool onMainThread = true;
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 8; ++thread) {
+    threads.emplace_back([&] {
+      for (int post = 0; post < 250; ++post) {
+        loop_.post([&] {
+          onMainThread = onMainThread && QThread::currentThread() == mainThread;
+          ++count_;
+        });
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(waitUntil([this] { return count_ == 2000; }));
+  EXPECT_TRUE(onMainThread);
+}
+
+TEST_F(QtMainLoopTest, AOneShotTimerFiresOnceAndNotEarly) {
+  QElapsedTimer time;
+  time.start();
+  const auto timer = loop_.startOneShot(0.05, [this] { ++count_; });
+  EXPECT_TRUE(waitUntil([this] { return count_ == 1; }));
+  EXPECT_GE(time.elapsed(), 50);
+  letTimePass(120ms);
+  EXPECT_EQ(count_, 1);
+}
+
+TEST_F(QtMainLoopTest, ARepeatingTimerFiresFirstAfterOneIntervalAndDoesNotDrift) {
+  QElapsedTimer time;
+  time.start();
+  const auto timer = loop_.startRepeating(0.1, [this] { ++count_; });
+  letTimePass(80ms);
+  EXPECT_EQ(count_, 0);
+  EXPECT_TRUE(waitUntil([this] { return count_ == 10; }));
+  EXPECT_GE(time.elapsed(), 1000);
+  EXPECT_LT(time.elapsed(), 1040);
+}
+
+TEST_F(QtMainLoopTest, FiringsThatWereMissedAreNotMadeUpFor) {
+  const auto timer = loop_.startRepeating(0.02, [this] { ++count_; });
+  std::this_thread::sleep_for(210ms);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(count_, 1);
+}
+
+TEST_F(QtMainLoopTest, ADestroyedTimerNeverFires) {
+  auto oneShot = loop_.startOneShot(0.01, [this] { ++count_; });
+  auto repeating = loop_.startRepeating(0.01, [this] { ++count_; });
+  std::this_thread::sleep_for(20ms);
+  oneShot.reset();
+  repeating.reset();
+  letTimePass(60ms);
+  EXPECT_EQ(count_, 0);
+}
+
+TEST_F(QtMainLoopTest, ATimerMayBeDestroyedByItsOwnAction) {
+  std::unique_ptr<Timer> timer;
+  const std::string captured = "still alive after the timer is gone";
+  timer = loop_.startRepeating(0.01, [this, &timer, captured] {
+    timer.reset();
+    log_.push_back(captured);
+  });
+  EXPECT_TRUE(waitUntil([this] { return !log_.empty(); }));
+  letTimePass(50ms);
+  EXPECT_THAT(log_, ElementsAre("still alive after the timer is gone"));
+}
+
+TEST_F(QtMainLoopTest, ATimerMayBeReplacedByItsOwnAction) {
+  std::unique_ptr<Timer> timer;
+  timer = loop_.startOneShot(0.01, [this, &timer] {
+    timer = loop_.startOneShot(0.01, [this] { log_.emplace_back("second"); });
+    log_.emplace_back("first");
+  });
+  EXPECT_TRUE(waitUntil([this] { return log_.size() == 2; }));
+  EXPECT_THAT(log_, ElementsAre("first", "second"));
+}
+
+TEST_F(QtMainLoopTest, ATimerWithoutAnIntervalFiresInALaterTurn) {
+  const auto timer = loop_.startOneShot(0, [this] { ++count_; });
+  EXPECT_EQ(count_, 0);
+  EXPECT_TRUE(waitUntil([this] { return count_ == 1; }));
+}
+
+}  // namespace
+}  // namespace notewick
