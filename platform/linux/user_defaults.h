@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/user_defaults.h"
+
+namespace notewick {
+
+/// The toolkit's settings file, VELK/Notewick.ini in the user's configuration folder, which people
+/// may edit by hand. It knows no types: exactly `true` and `false` are Booleans, all else is text.
+///
+/// A text written here is read back exactly. A text written by hand follows the file's own rules:
+/// quotes keep blanks, a backslash starts an escape, and of an unquoted text with commas in it the
+/// blanks around the commas are lost. Two programs may write at once: each writes its own changes
+/// into what it finds there, under a lock file. A value that cannot be written counts while the
+/// program runs.
+class SettingsUserDefaults : public UserDefaults {
+ public:
+  [[nodiscard]] std::optional<std::string> string(const std::string& key) override;
+  [[nodiscard]] std::optional<bool> boolean(const std::string& key) override;
+  void setString(const std::string& key, const std::string& value) override;
+  void setBoolean(const std::string& key, bool value) override;
+  void remove(const std::string& key) override;
+};
+
+}  // namespace notewick

@@ -1,0 +1,156 @@
+#include "platform/linux/user_defaults.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/support/linux_session.h"
+
+namespace notewick {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SettingsUserDefaultsTest : public testing::Test {
+ protected:
+  SettingsUserDefaultsTest() { fs::remove_all(folder()); }
+
+  [[nodiscard]] static std::string folder() {
+    return LinuxSession::current().home() + "/.config/VELK";
+  }
+  [[nodiscard]] static std::string file() { return folder() + "/Notewick.ini"; }
+
+  static void userWrites(const std::string& text) {
+    fs::create_directories(folder());
+    std::ofstream(file()) << text;
+  }
+
+  SettingsUserDefaults defaults_;
+};
+
+TEST_F(SettingsUserDefaultsTest, AnAbsentKeyHasNoValueAndLookingCreatesNothing) {
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
+  defaults_.remove("VELKUserEmail");
+  EXPECT_FALSE(fs::exists(file()));
+}
+
+TEST_F(SettingsUserDefaultsTest, BooleansAreReadBackAsBooleansOnly) {
+  defaults_.setBoolean("VELKWidgetVisible", false);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
+  EXPECT_EQ(defaults_.string("VELKWidgetVisible"), std::nullopt);
+  defaults_.setBoolean("VELKWidgetVisible", true);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), true);
+}
+
+TEST_F(SettingsUserDefaultsTest, OnlyTheExactWordsAreBooleans) {
+  for (const char* text : {"True", "FALSE", "yes", "1", "0", "true ", "", "truefalse"}) {
+    defaults_.setString("key", text);
+    EXPECT_EQ(defaults_.boolean("key"), std::nullopt) << text;
+    EXPECT_EQ(defaults_.string("key"), text);
+  }
+}
+
+TEST_F(SettingsUserDefaultsTest, APresentEmptyTextIsAText) {
+  defaults_.setString("VELKBaseURL", "");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
+  userWrites("[General]\nVELKBaseURL=\n");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
+}
+
+TEST_F(SettingsUserDefaultsTest, RemovingAKeyLeavesTheOthers) {
+  defaults_.setString("VELKUserEmail", "a@example.org");
+  defaults_.setString("VELKBaseURL", "https://velk.example");
+  defaults_.remove("VELKUserEmail");
+  EXPECT_EQ(defaults_.string("VELKUserEmail"), std::nullopt);
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://velk.example");
+}
+
+class WrittenTexts : public SettingsUserDefaultsTest,
+                     public testing::WithParamInterface<std::string> {};
+
+TEST_P(WrittenTexts, AreReadBackExactly) {
+  defaults_.setString("key", GetParam());
+  EXPECT_EQ(SettingsUserDefaults().string("key"), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, WrittenTexts,
+    testing::Values("https://host/", "https://host/a,b;c?d=e&f=%20#g", "a, b", ",", ",,", " lead",
+                    "trail ", "\t", "  ", "\"quoted\"", "half \" quote", "back\\slash", "\\n", "\\",
+                    "line\nfeed\r\n", "@Invalid()", "@ByteArray(x)", "@@", "@", "@Variant()",
+                    "Ren\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80", "[General]",
+                    "key=value", "; comment", "# no comment", "%41", "null", std::string("a\0b", 3),
+                    std::string(100'000, 'x')));
+
+class HandWrittenTexts : public SettingsUserDefaultsTest,
+                         public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+TEST_P(HandWrittenTexts, AreTexts) {
+  const auto [written, read] = GetParam();
+  userWrites(std::string("VELKBaseURL=") + written + "\n");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), read);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, HandWrittenTexts,
+    testing::Values(std::pair{"https://host/", "https://host/"},
+                    std::pair{"https://host:8443/a,b", "https://host:8443/a,b"},
+                    std::pair{"\"https://host/\"", "https://host/"},
+                    std::pair{"\" kept \"", " kept "}, std::pair{"12", "12"},
+                    std::pair{"True", "True"}, std::pair{"Ren\xc3\xa9@host", "Ren\xc3\xa9@host"}));
+
+TEST_F(SettingsUserDefaultsTest, AHandWrittenBooleanCounts) {
+  userWrites("[General]\nVELKWidgetVisible=false\n");
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
+}
+
+TEST_F(SettingsUserDefaultsTest, AChangeMadeElsewhereCountsAtOnce) {
+  defaults_.setString("VELKBaseURL", "https://first.example");
+  userWrites("[General]\nVELKBaseURL=https://second.example\n");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://second.example");
+  fs::remove(file());
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+}
+
+TEST_F(SettingsUserDefaultsTest, TheFileIsForItsOwnerOnly) {
+  umask(0);
+  defaults_.setString("VELKUserEmail", "a@example.org");
+  struct stat status {};
+  ASSERT_EQ(stat(file().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+TEST_F(SettingsUserDefaultsTest, AValueThatCannotBeWrittenIsKeptWhileTheProgramRuns) {
+  fs::create_directories(file());
+  defaults_.setString("VELKBaseURL", "https://host");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://host");
+  EXPECT_TRUE(fs::is_directory(file()));
+}
+
+TEST_F(SettingsUserDefaultsTest, TwoProgramsThatWriteAtOnceLoseNothing) {
+  const auto writeKeys = [](const std::string& prefix) {
+    SettingsUserDefaults defaults;
+    for (int key = 0; key < 50; ++key) defaults.setString(prefix + std::to_string(key), prefix);
+  };
+  const pid_t other = fork();
+  ASSERT_GE(other, 0);
+  if (other == 0) {
+    writeKeys("other");
+    _exit(0);
+  }
+  writeKeys("own");
+  waitpid(other, nullptr, 0);
+  for (int key = 0; key < 50; ++key) {
+    EXPECT_EQ(defaults_.string("own" + std::to_string(key)), "own");
+    EXPECT_EQ(defaults_.string("other" + std::to_string(key)), "other");
+  }
+}
+
+}  // namespace
+}  // namespace notewick

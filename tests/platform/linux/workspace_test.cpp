@@ -1,0 +1,88 @@
+#include "platform/linux/workspace.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/support/linux_session.h"
+
+namespace notewick {
+namespace {
+
+namespace fs = std::filesystem;
+
+class DesktopWorkspaceTest : public testing::Test {
+ protected:
+  /// Puts `script` in the place of the desktop's opener of links.
+  void openerIs(const std::string& script) {
+    const fs::path folder = LinuxSession::current().home() + "/bin";
+    fs::create_directory(folder);
+    std::ofstream(folder / "xdg-open") << "#!/bin/sh\n" << script << "\n";
+    fs::permissions(folder / "xdg-open", fs::perms::owner_all);
+    qputenv("PATH", QByteArray::fromStdString(folder.string()) + ":" + path_);
+  }
+  ~DesktopWorkspaceTest() override {
+    qputenv("PATH", path_);
+    qputenv("XDG_CONFIG_HOME", configuration_);
+  }
+
+  [[nodiscard]] static std::string contents(const std::string& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  DesktopWorkspace workspace_;
+  const QByteArray path_ = qgetenv("PATH");
+  const QByteArray configuration_ = qgetenv("XDG_CONFIG_HOME");
+};
+
+TEST_F(DesktopWorkspaceTest, HandsALinkUnchangedToTheDesktopsOpener) {
+  const std::string opened = LinuxSession::current().home() + "/opened";
+  openerIs("printf '%s' \"$*\" > " + opened + ".new; mv " + opened + ".new " + opened);
+  workspace_.openUrl("https://velk.example/case-notes?a=%20b&c=$HOME;x");
+  ASSERT_TRUE(waitUntil([&] { return fs::exists(opened); }));
+  EXPECT_EQ(contents(opened), "https://velk.example/case-notes?a=%20b&c=$HOME;x");
+}
+
+TEST_F(DesktopWorkspaceTest, DoesNotWaitForTheOpener) {
+  openerIs("exec sleep 5");
+  QElapsedTimer time;
+  time.start();
+  workspace_.openUrl("https://velk.example/");
+  EXPECT_LT(time.elapsed(), 500);
+}
+
+TEST_F(DesktopWorkspaceTest, AMissingOpenerIsSwallowed) {
+  qputenv("PATH", "/nonexistent");
+  workspace_.openUrl("https://velk.example/");
+}
+
+TEST_F(DesktopWorkspaceTest, BeepsWithoutADisplay) {
+  workspace_.beep();
+}
+
+TEST_F(DesktopWorkspaceTest, StartsTheRunningExecutableAtLogin) {
+  EXPECT_EQ(workspace_.loginItemForm(), LoginItemForm::autostartEntry);
+  EXPECT_TRUE(workspace_.bundlePath().starts_with('/'));
+  EXPECT_TRUE(fs::equivalent(workspace_.bundlePath(), "/proc/self/exe"));
+}
+
+TEST_F(DesktopWorkspaceTest, ConfigurationIsWhereXdgSays) {
+  qputenv("XDG_CONFIG_HOME", "/some/where");
+  EXPECT_EQ(workspace_.configurationFolder(), "/some/where");
+}
+
+TEST_F(DesktopWorkspaceTest, ConfigurationIsInTheHomeFolderOtherwise) {
+  const std::string fallback = LinuxSession::current().home() + "/.config";
+  qunsetenv("XDG_CONFIG_HOME");
+  EXPECT_EQ(workspace_.configurationFolder(), fallback);
+  qputenv("XDG_CONFIG_HOME", "relative/path");
+  EXPECT_EQ(workspace_.configurationFolder(), fallback);
+  qputenv("XDG_CONFIG_HOME", "");
+  EXPECT_EQ(workspace_.configurationFolder(), fallback);
+}
+
+}  // namespace
+}  // namespace notewick
