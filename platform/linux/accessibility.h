@@ -1,6 +1,11 @@
 #pragma once
 
+#include <QObject>
+#include <memory>
+
 #include "platform/accessibility.h"
+#include "platform/linux/atspi_bus.h"
+#include "platform/linux/consent_question.h"
 
 namespace notewick {
 
@@ -16,6 +21,24 @@ class FixedTrust final : public Accessibility {
 
  private:
   bool isTrusted_;
+};
+
+/// Trust where titles come from the accessibility bus: given while the desktop's setting for it is
+/// on. The setting outlives this program, so only the user's yes turns it on.
+class AtspiTrust final : public QObject, public Accessibility {
+ public:
+  explicit AtspiTrust(std::shared_ptr<AtspiBus> bus);
+
+  [[nodiscard]] bool isTrusted() override;
+  bool isTrustedWithPrompt() override;
+  [[nodiscard]] TrustRemedy remedy() const override { return TrustRemedy::prompt; }
+
+ private:
+  void askIfWanted();
+
+  std::shared_ptr<AtspiBus> bus_;
+  ConsentQuestion question_;
+  bool isQuestionWanted_ = false;
 };
 
 }  // namespace notewick

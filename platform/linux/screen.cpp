@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/linux/accessibility.h"
+#include "platform/linux/atspi_screen.h"
 #include "platform/linux/toplevel_screen.h"
 #include "platform/linux/wayland_connection.h"
 #include "platform/linux/x11_screen.h"
@@ -34,12 +35,20 @@ std::optional<ScreenBody> makeToplevelBody() {
                     std::make_unique<FixedTrust>(true)};
 }
 
+ScreenBody makeAtspiBody() {
+  auto bus = std::make_shared<AtspiBus>();
+  return {std::make_unique<AtspiScreen>(bus), std::make_unique<AtspiTrust>(bus)};
+}
+
 ScreenBody makeBlindBody() {
   return {std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
 }
 
 ScreenBody chooseScreenBody() {
-  if (auto body = makeToplevelBody()) return std::move(*body);
+  if (WaylandConnection::open()) {
+    auto body = makeToplevelBody();
+    return body ? std::move(*body) : makeAtspiBody();
+  }
   if (auto body = makeX11Body()) return std::move(*body);
   return makeBlindBody();
 }

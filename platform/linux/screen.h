@@ -21,6 +21,10 @@ struct ScreenBody {
 /// it does not offer such a list.
 [[nodiscard]] std::optional<ScreenBody> makeToplevelBody();
 
+/// The accessibility bus: what is left when a compositor tells nothing. Always there; whether
+/// anything can be read shows later.
+[[nodiscard]] ScreenBody makeAtspiBody();
+
 /// Nothing to read: nothing is ever frontmost, and it is never trusted.
 [[nodiscard]] ScreenBody makeBlindBody();
 

@@ -1,7 +1,7 @@
 // Prints what the product reads from the screen. Each line on standard input asks for one sample,
 // each line on standard output is one, as JSON.
 //
-//   print-titles [--body x11|toplevels] [--measure COUNT]
+//   print-titles [--body x11|toplevels|atspi] [--measure COUNT]
 //
 // --body takes that body, not the one that fits the session; --measure takes so many samples and
 // prints what one costs.
@@ -79,6 +79,7 @@ ScreenBody bodyNamed(const std::string& name) {
   auto body = name == "x11"         ? makeX11Body()
               : name == "toplevels" ? makeToplevelBody()
                                     : std::nullopt;
+  if (name == "atspi") body = makeAtspiBody();
   if (body) return std::move(*body);
   std::cerr << "print-titles: no body \"" << name << "\" in this session\n";
   std::exit(EXIT_FAILURE);

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/linux/atspi_bus.h"
+#include "platform/linux/atspi_reader.h"
+#include "platform/linux/screen_snapshot.h"
+#include "platform/screen.h"
+
+namespace notewick {
+
+/// What is on screen where only the programs themselves tell: through the accessibility bus. Knows
+/// only programs that have joined it. A sample asks the application whose window was activated
+/// last, and only if that is not active any more all others. When the active application does not
+/// answer, its last answer, kept current by its events, stands for as long as no other is active.
+/// The order of windows behind the active one is the program's own.
+class AtspiScreen final : public QObject, public Screen {
+ public:
+  explicit AtspiScreen(std::shared_ptr<AtspiBus> bus);
+
+  [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
+
+ private:
+  struct Sighting {
+    QString application;
+    QString window;
+    ScreenSnapshot snapshot;
+  };
+
+  [[nodiscard]] std::optional<Sighting> look(const QDBusConnection& bus, const Deadline& deadline);
+  [[nodiscard]] std::optional<Sighting> lookAt(const QDBusConnection& bus,
+                                               const std::vector<AtspiReference>& applications,
+                                               const Deadline& deadline);
+  [[nodiscard]] std::optional<Sighting> read(const QDBusConnection& bus,
+                                             std::vector<AtspiReference> windows,
+                                             const Deadline& deadline);
+  void rename(const QString& application, const QString& path, const QString& name);
+
+  std::shared_ptr<AtspiBus> bus_;
+  AtspiReader reader_;
+  QString activated_;             ///< the application whose window became active last, if known
+  std::optional<Sighting> last_;  ///< what the last sample found
+};
+
+}  // namespace notewick
