@@ -55,7 +55,7 @@ class AppDelegate : public ApplicationDelegate,
   void enqueueNote(const Participant& participant, const std::string& what, std::int64_t minutes,
                    const std::string& sessionDate) override;
   void flushOutbox();
-  void retryOutbox() { flushOutbox(); }
+  void retryOutbox();
   void refreshParticipants(bool silent);
   void handleApiFailure(const VELKError& error, const std::string& context);
   void menuSignOut();
@@ -86,6 +86,7 @@ class AppDelegate : public ApplicationDelegate,
   void startTimers();
   void resumeSignIn();
   void askToUnlock();
+  void askToUnlockIfLocked();
   void followTrust(bool trusted);
   void sample(Date now);
   void extendSessions(const FrontmostTitles& seen, const std::vector<std::size_t>& matches,

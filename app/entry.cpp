@@ -5,7 +5,9 @@
 #include "app/app_delegate.h"
 #include "app/constants.h"
 #include "app/self_test.h"
+#include "client/velk_client.h"
 #include "platform/composition.h"
+#include "ui/login_controller.h"
 
 namespace notewick {
 
@@ -21,7 +23,16 @@ int start(const std::vector<std::string>& arguments) {
   app = &sharedApplication();
   app->becomeAccessory();
   delegate = std::make_shared<AppDelegate>();
-  return app->run(delegate);
+  const int status = app->run(delegate);
+  releaseProgram();
+  return status;
+}
+
+void releaseProgram() {
+  LoginController::current().reset();
+  delegate.reset();
+  VELKClient::releaseShared();
+  app = nullptr;
 }
 
 }  // namespace notewick

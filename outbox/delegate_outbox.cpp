@@ -39,6 +39,11 @@ void AppDelegate::flushOutbox() {
   }
 }
 
+void AppDelegate::retryOutbox() {
+  askToUnlockIfLocked();
+  flushOutbox();
+}
+
 void AppDelegate::startUpload(const OutboxItem& item) {
   sendingIds.insert(item.id);
   VELKClient::shared().captureNote(

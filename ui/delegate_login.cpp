@@ -42,6 +42,10 @@ void AppDelegate::askToUnlock() {
   });
 }
 
+void AppDelegate::askToUnlockIfLocked() {
+  if (VELKClient::shared().keychain().isLocked()) askToUnlock();
+}
+
 void AppDelegate::resumeSignIn() {
   refreshParticipants(true);
   flushOutbox();

@@ -60,6 +60,7 @@ void AppDelegate::togglePause() {
 }
 
 void AppDelegate::reloadParticipants() {
+  askToUnlockIfLocked();
   refreshParticipants(false);
   flushOutbox();
 }

@@ -57,21 +57,27 @@ void LoginController::close() {
 }
 
 void LoginController::signIn() {
+  if (signingIn_) return;
   const std::string email = trimmedOfBlanks(panel_->email());
   const std::string password = panel_->password();
   if (email.empty() || password.empty()) {
     return panel_->setError("Enter your email and password.");
   }
   panel_->setError("");
-  panel_->setBusy(true);
+  setSigningIn(true);
   VELKClient::shared().login(email, password,
                              [weakSelf = weak_from_this()](const Result<void>& result) {
                                if (const auto self = weakSelf.lock()) self->signInAnswered(result);
                              });
 }
 
+void LoginController::setSigningIn(bool signingIn) {
+  signingIn_ = signingIn;
+  panel_->setBusy(signingIn);
+}
+
 void LoginController::signInAnswered(const Result<void>& result) {
-  panel_->setBusy(false);
+  setSigningIn(false);
   if (!result) return panel_->setError(explanationOf(result.error()));
   close();
   onSignedIn_();

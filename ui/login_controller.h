@@ -31,11 +31,13 @@ class LoginController : public SignInPanelDelegate,
  private:
   explicit LoginController(std::function<void()> onSignedIn);
 
+  void setSigningIn(bool signingIn);
   void signInAnswered(const Result<void>& result);
   void releaseCurrent();
 
   std::unique_ptr<SignInPanel> panel_;
   std::function<void()> onSignedIn_;
+  bool signingIn_ = false;  ///< one request at a time
 };
 
 }  // namespace notewick
