@@ -23,9 +23,7 @@ int start(const std::vector<std::string>& arguments) {
   app = &sharedApplication();
   app->becomeAccessory();
   delegate = std::make_shared<AppDelegate>();
-  const int status = app->run(delegate);
-  releaseProgram();
-  return status;
+  return app->run(delegate);
 }
 
 void releaseProgram() {

@@ -3,5 +3,7 @@
 
 int main(int argc, char** argv) {
   notewick::makePlatform(argc, argv);
-  return notewick::start({argv + 1, argv + argc});
+  const int status = notewick::start({argv + 1, argv + argc});
+  notewick::releaseProgram();
+  return status;
 }
