@@ -11,6 +11,7 @@ struct NestsTooDeep {};
 
 std::optional<nlohmann::json> parseJson(std::string_view text) {
   using json = nlohmann::json;
+  if (text.find('\0') != std::string_view::npos) return std::nullopt;  // would end it silently
   const auto watchDepth = [](int depth, json::parse_event_t event, json&) {
     const bool opens =
         event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;

@@ -23,7 +23,8 @@ std::optional<std::int64_t> integer(const json& value) {
   if (value.is_number_integer()) return value.get<std::int64_t>();
   if (!value.is_number_float()) return {};
   const double number = value.get<double>();
-  const bool fits = number >= -TWO_TO_THE_63 && number < TWO_TO_THE_63;
+  // -2^63 itself may be a number further off, rounded.
+  const bool fits = number > -TWO_TO_THE_63 && number < TWO_TO_THE_63;
   if (!fits || std::trunc(number) != number) return {};
   return static_cast<std::int64_t>(number);
 }

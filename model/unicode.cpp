@@ -2,9 +2,8 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <memory>
 
 namespace notewick {
 namespace {
@@ -60,15 +59,45 @@ bool isAscii(std::string_view text) {
   return true;
 }
 
-std::string normalised(std::string_view valid, utf8proc_option_t form) {
-  if (isAscii(valid)) return std::string(valid);
-  utf8proc_uint8_t* mapped = nullptr;
-  const auto length =
-      utf8proc_map(unsignedBytes(valid), static_cast<utf8proc_ssize_t>(valid.size()), &mapped,
-                   static_cast<utf8proc_option_t>(UTF8PROC_STABLE | form));
-  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(mapped, &std::free);
-  if (length < 0) return std::string(valid);
-  return {reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length)};
+using CodePoints = std::vector<utf8proc_int32_t>;
+
+auto combiningClass(utf8proc_int32_t codePoint) {
+  return utf8proc_get_property(codePoint)->combining_class;
+}
+
+bool isStarter(utf8proc_int32_t codePoint) {
+  return combiningClass(codePoint) == 0;
+}
+
+// The library's own way to sort marks takes the square of their number.
+void sortMarks(CodePoints& codePoints) {
+  auto runEnd = codePoints.begin();
+  while (runEnd != codePoints.end()) {
+    const auto run = std::find_if_not(runEnd, codePoints.end(), isStarter);
+    runEnd = std::find_if(run, codePoints.end(), isStarter);
+    std::ranges::stable_sort(run, runEnd, {}, combiningClass);
+  }
+}
+
+CodePoints decomposed(std::string_view valid) {
+  CodePoints codePoints;
+  codePoints.reserve(valid.size());
+  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
+    std::array<utf8proc_int32_t, 8> parts;
+    int boundaryClass = 0;
+    const auto count = utf8proc_decompose_char(codePoint, parts.data(), parts.size(),
+                                               UTF8PROC_DECOMPOSE, &boundaryClass);
+    codePoints.insert(codePoints.end(), parts.begin(), parts.begin() + count);
+  });
+  sortMarks(codePoints);
+  return codePoints;
+}
+
+std::string encoded(const CodePoints& codePoints) {
+  std::string text;
+  text.reserve(codePoints.size());
+  for (const auto codePoint : codePoints) append(text, codePoint);
+  return text;
 }
 
 std::vector<bool> clusterBoundaries(std::string_view valid) {
@@ -136,13 +165,20 @@ std::string lowerCased(std::string_view text) {
 }
 
 FoldedText folded(std::string_view text) {
-  std::string bytes = normalised(lowerCased(text), UTF8PROC_DECOMPOSE);
+  std::string bytes = lowerCased(text);
+  if (!isAscii(bytes)) bytes = encoded(decomposed(bytes));
   std::vector<bool> boundaries = clusterBoundaries(bytes);
   return {std::move(bytes), std::move(boundaries)};
 }
 
 std::string composed(std::string_view text) {
-  return normalised(validUtf8(text), UTF8PROC_COMPOSE);
+  if (isAscii(text)) return std::string(text);
+  CodePoints codePoints = decomposed(validUtf8(text));
+  const auto length =
+      utf8proc_normalize_utf32(codePoints.data(), static_cast<utf8proc_ssize_t>(codePoints.size()),
+                               static_cast<utf8proc_option_t>(UTF8PROC_COMPOSE | UTF8PROC_STABLE));
+  codePoints.resize(static_cast<std::size_t>(length));
+  return encoded(codePoints);
 }
 
 std::string trimmedOfBlanks(std::string_view text) {
