@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "detect/name_matcher.h"
+#include "tests/detect/plain_matcher.h"
+
+namespace notewick {
+namespace {
+
+constexpr unsigned SEED = 20240502;
+constexpr int CASES = 100'000;
+constexpr int CASES_A_LIST = 4;
+
+/// Pieces of names and texts, script by script; they are small and few, so that names share parts,
+/// overlap, and nearly match often.
+const std::vector<std::vector<std::string>> ALPHABETS = {
+    {"a", "A", "b", "B", "ab", " ", ", ", "'", "-", "\t", "\n"},
+    {"e", "\u00e9", "e\u0301", "E\u0301", "\u1EC7", "e\u0323\u0302", "e\u0302\u0323", "\u0301"},
+    {"i", "I", "\u0130", "\u0131", "I\u0307", "s", "S", "\u00df", "\u1E9E", "ss"},
+    {"\u03C3", "\u03C2", "\u03A3", "\u03AC", "\u0386", "\u03B1\u0301", "\u1F80", "\u1F88"},
+    {"\u0438", "\u0419", "\u0439", "\u0438\u0306", "\u0401", "\u0435\u0308"},
+    {"\uD558", "\uD55C", "\u1112", "\u1161", "\u11AB", "\u1112\u1161", "\u1112\u1161\u11AB"},
+    {"\u0623", "\u0627\u0654", "\u0627", "\u064A", "\u064C", "\u0640"},
+    {"\u0928", "\u093F", "\u0928\u093F", "\u0915\u093C", "\u0958", "\u094D"},
+    {"\U0001F469", "\u200D", "\U0001F467", "\uFE0F", "\U0001F3FD", "\U0001F1E9", "\U0001F1EA"},
+    {"\u3000", "\u00a0", "\u200B", "\r\n", "\uFFFD", "\U00010400", "\u212B", "\u00C5"},
+};
+
+class Generator {
+ public:
+  [[nodiscard]] std::vector<Participant> participants() {
+    alphabet_ = &pick(ALPHABETS);
+    std::vector<Participant> list;
+    for (auto count = upTo(4) + 1; count > 0; --count) list.push_back({"", name(), name()});
+    return list;
+  }
+
+  /// Names of the list in both orders, whole or cut, and other pieces between them.
+  [[nodiscard]] std::string text(const std::vector<Participant>& list) {
+    std::string made;
+    for (auto count = upTo(6); count > 0; --count) {
+      const auto& participant = pick(list);
+      switch (upTo(5)) {
+        case 0:
+          made += participant.firstName + " " + participant.lastName;
+          break;
+        case 1:
+          made += participant.lastName + ", " + participant.firstName;
+          break;
+        case 2:
+          made += participant.firstName + " ";
+          break;
+        case 3:
+          made += ", " + participant.firstName;
+          break;
+        default:
+          made += piece();
+          break;
+      }
+    }
+    return made;
+  }
+
+  /// Bytes that are one U+FFFD wherever they stand.
+  [[nodiscard]] bool damages() { return upTo(10) == 0; }
+  [[nodiscard]] std::size_t upTo(std::size_t limit) { return random_() % limit; }
+
+ private:
+  [[nodiscard]] std::string name() {
+    std::string made;
+    for (auto count = upTo(4); count > 0; --count) made += piece();
+    return made;
+  }
+
+  [[nodiscard]] std::string piece() { return pick(upTo(8) == 0 ? pick(ALPHABETS) : *alphabet_); }
+
+  template <class T>
+  [[nodiscard]] const T& pick(const std::vector<T>& from) {
+    return from[upTo(from.size())];
+  }
+
+  std::mt19937 random_{SEED};
+  const std::vector<std::string>* alphabet_ = &ALPHABETS.front();
+};
+
+std::string described(const std::string& text, const std::vector<Participant>& list) {
+  auto lines = "text " + testing::PrintToString(text);
+  for (const auto& participant : list)
+    lines += "\nname " + testing::PrintToString(participant.firstName) + " / " +
+             testing::PrintToString(participant.lastName);
+  return lines;
+}
+
+TEST(NameMatcherProperty, TheIndexFindsWhatAPlainSearchFinds) {
+  Generator generator;
+  std::size_t found = 0;
+  std::size_t missed = 0;
+  std::vector<Participant> list;
+  NameMatcher matcher;
+  for (int number = 0; number < CASES; ++number) {
+    if (number % CASES_A_LIST == 0) {
+      list = generator.participants();
+      matcher = NameMatcher(list);
+    }
+    auto valid = generator.text(list);
+    auto raw = valid;
+    if (generator.damages()) {
+      valid += "\uFFFD";
+      raw += '\xFF';
+      const auto more = generator.text(list);
+      valid += more;
+      raw += more;
+    }
+    const auto expected = plainMatch(valid, list);
+    ASSERT_EQ(matcher.match(raw), expected) << "seed " << SEED << ", case " << number << "\n"
+                                            << described(raw, list);
+    found += expected.size();
+    missed += list.size() - expected.size();
+  }
+  EXPECT_GT(found, std::size_t(CASES) / 10) << "the cases hardly ever match";
+  EXPECT_GT(missed, std::size_t(CASES) / 10) << "the cases hardly ever miss";
+}
+
+}  // namespace
+}  // namespace notewick

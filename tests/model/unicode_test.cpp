@@ -1,0 +1,114 @@
+#include "model/unicode.h"
+
+#include <gmock/gmock.h>
+
+namespace notewick {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+TEST(ValidUtf8, KeepsWhatIsValid) {
+  const std::string text = "a\u00e9\u0928\U0001F600";
+  EXPECT_EQ(validUtf8(text), text);
+  EXPECT_EQ(validUtf8(""), "");
+  EXPECT_EQ(validUtf8(std::string_view("a\0b", 3)), std::string("a\0b", 3));
+}
+
+TEST(ValidUtf8, ReplacesEachMaximalIllFormedPartOnce) {
+  EXPECT_EQ(validUtf8("\xFFx"), "\uFFFDx");
+  EXPECT_EQ(validUtf8("\xE2\x82x"), "\uFFFDx");
+  EXPECT_EQ(validUtf8("\xF0\x9F\x98x"), "\uFFFDx");
+  EXPECT_EQ(validUtf8("\xC3"), "\uFFFD");
+  EXPECT_EQ(validUtf8("\xF0\x9F\x98"), "\uFFFD");
+  EXPECT_EQ(validUtf8("\xC3\xC3\xA9"), "\uFFFD\u00e9");
+}
+
+TEST(ValidUtf8, ReplacesOverlongFormsAndSurrogatesByteByByte) {
+  EXPECT_EQ(validUtf8("\xC0\xAF"), "\uFFFD\uFFFD");
+  EXPECT_EQ(validUtf8("\xE0\x80\xAF"), "\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(validUtf8("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(validUtf8("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(validUtf8("\x80\xBF"), "\uFFFD\uFFFD");
+}
+
+TEST(LowerCased, FollowsTheFullUnconditionalMapping) {
+  EXPECT_EQ(lowerCased("HARGREAVE O'Keefe"), "hargreave o'keefe");
+  EXPECT_EQ(lowerCased("\u00c9\u0416\u0394\u1EA2"), "\u00e9\u0436\u03b4\u1ea3");
+  EXPECT_EQ(lowerCased("\u212A\u2126\u01C5"), "k\u03c9\u01c6");
+  EXPECT_EQ(lowerCased("\u1E9E\u00df"), "\u00df\u00df");
+}
+
+TEST(LowerCased, CapitalIWithDotAboveGivesTwoCodePoints) {
+  EXPECT_EQ(lowerCased("\u0130\u0131I"), "i\u0307\u0131i");
+}
+
+TEST(LowerCased, KnowsNoFinalSigma) {
+  EXPECT_EQ(lowerCased("\u039F\u0394\u039F\u03A3"), "\u03bf\u03b4\u03bf\u03c3");
+  EXPECT_EQ(lowerCased("\u03C2"), "\u03c2");
+}
+
+TEST(LowerCased, OfAJoinedTextIsTheJoinedLowerCasedTexts) {
+  const std::vector<std::string> parts = {"\u0391\u03A3", "\u0391",  "\u0130", "I\u0307",
+                                          "\u00df",       "A\u0301", "\u1F88", "x"};
+  for (const auto& left : parts)
+    for (const auto& right : parts)
+      EXPECT_EQ(lowerCased(left + right), lowerCased(left) + lowerCased(right));
+}
+
+TEST(Folded, IsLowerCasedAndDecomposed) {
+  EXPECT_EQ(folded("REN\u00c9").bytes, "rene\u0301");
+  EXPECT_EQ(folded("\uD55C").bytes, "\u1112\u1161\u11AB");
+  EXPECT_EQ(folded("\u1EC6").bytes, "e\u0323\u0302");
+}
+
+TEST(Folded, OrdersStackedMarks) {
+  EXPECT_EQ(folded("a\u0302\u0323").bytes, folded("a\u0323\u0302").bytes);
+}
+
+TEST(Folded, MarksWhereClustersBeginAndEnd) {
+  EXPECT_THAT(folded("\u00e9a").boundaries, ElementsAre(true, false, false, true, true));
+  EXPECT_THAT(folded("").boundaries, ElementsAre(true));
+  EXPECT_THAT(folded("ab").boundaries, Each(true));
+  EXPECT_THAT(folded("\r\n").boundaries, ElementsAre(true, false, true));
+}
+
+TEST(Folded, KeepsJoinedEmojiAndSyllablesTogether) {
+  for (const std::string text : {"\U0001F469\u200D\U0001F467", "\u1112\u1161\u11AB",
+                                 "\U0001F1E9\U0001F1EA", "\u0928\u093F"}) {
+    auto boundaries = folded(text).boundaries;
+    ASSERT_EQ(boundaries.size(), folded(text).bytes.size() + 1);
+    EXPECT_TRUE(boundaries.front());
+    EXPECT_TRUE(boundaries.back());
+    EXPECT_EQ(std::count(boundaries.begin(), boundaries.end(), true), 2) << text;
+  }
+}
+
+TEST(Composed, ComposesCanonically) {
+  EXPECT_EQ(composed("Rene\u0301"), "Ren\u00e9");
+  EXPECT_EQ(composed("\u1112\u1161\u11AB"), "\uD55C");
+  EXPECT_EQ(composed("\u212B"), "\u00c5");
+  EXPECT_EQ(composed("\uFB01"), "\uFB01");
+  EXPECT_EQ(composed("e\u0301\xFF"), "\u00e9\uFFFD");
+}
+
+TEST(TrimmedOfBlanks, RemovesSpaceSeparatorsAndTabsAtTheEnds) {
+  EXPECT_EQ(trimmedOfBlanks(" \t\u00a0\u2003\u3000a b\u3000\u2003\u00a0\t "), "a b");
+  EXPECT_EQ(trimmedOfBlanks(" \t "), "");
+  EXPECT_EQ(trimmedOfBlanks(""), "");
+}
+
+TEST(TrimmedOfBlanks, KeepsLineBreaksAndInvisibleCharacters) {
+  EXPECT_EQ(trimmedOfBlanks("\n a \n"), "\n a \n");
+  EXPECT_EQ(trimmedOfBlanks("\u200ba\u200b"), "\u200ba\u200b");
+  EXPECT_EQ(trimmedOfBlanks("\u2028a\v"), "\u2028a\v");
+}
+
+TEST(TrimmedOfBlanksAndLineBreaks, RemovesBothAtTheEnds) {
+  EXPECT_EQ(trimmedOfBlanksAndLineBreaks("\n\r\v\f \t\u0085\u2028\u2029\u00a0a\nb \n"), "a\nb");
+  EXPECT_EQ(trimmedOfBlanksAndLineBreaks(" \n\t\r\n "), "");
+  EXPECT_EQ(trimmedOfBlanksAndLineBreaks("\u200b"), "\u200b");
+}
+
+}  // namespace
+}  // namespace notewick
