@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+
+namespace notewick::service {
+
+/// What TLS needs: clients trust authority (SSL_CERT_FILE), the service shows certificate.
+struct CertificateFiles {
+  std::filesystem::path authority;
+  std::filesystem::path certificate;
+  std::filesystem::path key;
+};
+
+/// The files ca.pem, server.pem and server.key in the folder, which is made when missing. What is
+/// there is kept while it fits together and lasts another day; otherwise all three are made anew:
+/// an authority, and signed by it a certificate for localhost, 127.0.0.1 and ::1. The authority's
+/// own key signs this once and is then forgotten, so that nobody can sign anything else that the
+/// clients would trust. The key is readable by its owner only. Throws std::runtime_error.
+[[nodiscard]] CertificateFiles ensureCertificates(const std::filesystem::path& folder);
+
+}  // namespace notewick::service
