@@ -1,0 +1,46 @@
+#include "detect/notification.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/fake_process_launcher.h"
+#include "tests/support/world.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(NotificationScript, ShowsBodyAndTitleWithASound) {
+  EXPECT_EQ(notificationScript("Log it? — Lena", "Confirm it."),
+            R"(display notification "Confirm it." with title "Log it? — Lena" sound name "Glass")");
+}
+
+TEST(NotificationScript, EscapesQuotesAndBackslashes) {
+  EXPECT_EQ(notificationScript(R"(a "b")", R"(c:\d)"),
+            R"(display notification "c:\\d" with title "a \"b\"" sound name "Glass")");
+}
+
+TEST(NotificationScript, ABackslashAtTheEndLeavesItsLiteralClosed) {
+  EXPECT_EQ(notificationScript("t\\", "b\\"),
+            R"(display notification "b\\" with title "t\\" sound name "Glass")");
+  EXPECT_EQ(notificationScript("", R"(\")"),
+            R"(display notification "\\\"" with title "" sound name "Glass")");
+}
+
+TEST(ScriptNotifierTest, LaunchesTheScriptInterpreterWithTheScript) {
+  FakeProcessLauncher launcher;
+  ScriptNotifier(launcher).show("Title", "Body");
+  EXPECT_THAT(launcher.launches,
+              ElementsAre(FakeProcessLauncher::Launch{
+                  "/usr/bin/osascript", {"-e", notificationScript("Title", "Body")}}));
+}
+
+using NotifyTest = WorldTest;
+
+TEST_F(NotifyTest, ShowsTheTextsAsTheyStand) {
+  notify("a <b> & \"c\"", "d\ne \\");
+  EXPECT_THAT(notifier.shown, ElementsAre(Notification{"a <b> & \"c\"", "d\ne \\"}));
+}
+
+}  // namespace
+}  // namespace notewick
