@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/application.h"
 #include "platform/ports.h"
 
@@ -9,7 +11,7 @@ namespace notewick {
 /// nothing is connected, shown or read before it is used, so that a self-test costs nothing.
 void makePlatform(int& argc, char** argv);
 
-/// The shared application object, made on first use; after `makePlatform`.
+/// The shared application object, made on first use; owned by what `makePlatform` gave.
 [[nodiscard]] Application& sharedApplication();
 
 }  // namespace notewick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QApplication>
+#include <memory>
+
+#include "platform/application.h"
+
+namespace notewick {
+
+/// The toolkit's application object. Closing the last window does not end the program; SIGTERM,
+/// SIGINT and SIGHUP do, in order. Its windows run through XWayland unless QT_QPA_PLATFORM says
+/// otherwise: native Wayland windows can neither stay on top nor keep their place.
+class QtApplication final : public Application {
+ public:
+  /// `argc` and `argv` must stay alive as long as the object.
+  QtApplication(int& argc, char** argv);
+
+  /// Nothing to do here: no window of the program ever asks for a place in the task bar.
+  void becomeAccessory() override {}
+
+  int run(std::weak_ptr<ApplicationDelegate> delegate) override;
+
+ private:
+  QApplication application_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,65 @@
+#include "platform/composition.h"
+
+#include <memory>
+
+#include "platform/linux/application.h"
+#include "platform/linux/clock.h"
+#include "platform/linux/http_session.h"
+#include "platform/linux/main_loop.h"
+#include "platform/linux/notifier.h"
+#include "platform/linux/screen.h"
+#include "platform/linux/secret_store.h"
+#include "platform/linux/user_defaults.h"
+#include "platform/linux/uuid_source.h"
+#include "platform/linux/views.h"
+#include "platform/linux/workspace.h"
+#include "platform/posix/files.h"
+
+namespace notewick {
+namespace {
+
+/// Everything that the Linux desktop does for the program. The application object comes first, and
+/// goes last: the others may hold what belongs to it.
+struct LinuxPlatform {
+  LinuxPlatform(int& count, char** values) : argc(count), argv(values) {}
+
+  int& argc;
+  char** argv;
+  std::unique_ptr<QtApplication> application;
+  SystemClock clock;
+  QtMainLoop mainLoop;
+  PosixFiles files;
+  SettingsUserDefaults userDefaults;
+  SecretServiceStore secretStore;
+  DBusNotifier notifier;
+  DesktopWorkspace workspace;
+  DesktopScreen screen;
+  RandomUuidSource uuids;
+  QtViews views;
+};
+
+LinuxPlatform* platform = nullptr;
+
+}  // namespace
+
+std::shared_ptr<void> makePlatform(int& argc, char** argv) {
+  const auto owner = std::make_shared<LinuxPlatform>(argc, argv);
+  LinuxPlatform& made = *owner;
+  platform = &made;
+  registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
+                 made.notifier, made.workspace, made.screen, made.screen, made.uuids, made.views,
+                 [](const HttpSessionConfiguration& configuration) {
+                   return std::make_unique<QtHttpSession>(configuration);
+                 }});
+  return owner;
+}
+
+Application& sharedApplication() {
+  auto& application = platform->application;
+  if (!application) {
+    application = std::make_unique<QtApplication>(platform->argc, platform->argv);
+  }
+  return *application;
+}
+
+}  // namespace notewick

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <memory>
+
+namespace notewick {
+
+/// Ends the toolkit's event loop when the process is asked to end (SIGTERM, SIGINT, SIGHUP). One at
+/// a time.
+class TerminationSignals {
+ public:
+  TerminationSignals();
+  TerminationSignals(const TerminationSignals&) = delete;
+  TerminationSignals& operator=(const TerminationSignals&) = delete;
+  ~TerminationSignals();
+
+ private:
+  int readEnd_ = -1;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace notewick
