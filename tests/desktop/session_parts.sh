@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # The parts that the private desktop sessions share; sourced by `session` and `sway-session`, not run.
 #
 # A session is a private folder, a mark in the environment of everything started in it, and a list of
@@ -5,14 +6,20 @@
 
 readonly PART_DID_NOT_COME_UP=97
 readonly USAGE_ERROR=96
-readonly PATIENCE=15 # seconds for one part to come up
+readonly PATIENCE=30 # seconds for one part to come up
 
 base=            # the session's private folder
 mark=            # value of NOTEWICK_SESSION_MARK in this session
+session_user=    # the user made for the session; empty: whoever started it
 as_user=()       # prefix that runs a command as the session's user
 keep_logs_in=    # folder that receives the logs at the end
 declare -A pid_of=()
 started=()       # names of the parts in the order of their start
+
+refuse_options() {
+  usage >&2
+  exit $USAGE_ERROR
+}
 
 # Forgets the desktop from which the session is started, so that nothing in it can reach out.
 forget_outer_desktop() {
@@ -31,7 +38,7 @@ make_private_folder() {
   export HOME=$base/home TMPDIR=$base/tmp XDG_RUNTIME_DIR=$base/run NOTEWICK_SESSION_MARK=$mark LANG=C.UTF-8 \
     XDG_CONFIG_HOME=$base/home/.config XDG_CACHE_HOME=$base/home/.cache \
     XDG_DATA_HOME=$base/home/.local/share XDG_STATE_HOME=$base/home/.local/state \
-    LIBGL_ALWAYS_SOFTWARE=1
+    NOTEWICK_SESSION_LOGS=$base/log LIBGL_ALWAYS_SOFTWARE=1
 }
 
 # start NAME command...: starts a part; its output goes to its log, its input is the file given by
@@ -98,7 +105,7 @@ start_bus() {
   </policy>
 </busconfig>
 XML
-  [[ ${#as_user[@]} = 0 ]] || chown -R "$session_user:" "$base"/{services,bus.conf}
+  [[ -z $session_user ]] || chown -R "$session_user:" "$base"/{services,bus.conf}
   export DBUS_SESSION_BUS_ADDRESS=unix:path=$base/run/bus
   start dbus dbus-daemon --config-file="$base/bus.conf" --nofork --nopidfile
 }
@@ -162,7 +169,7 @@ end_session() {
   [[ -n $base ]] || return
   unset NOTEWICK_SESSION_MARK # the search must not find itself
   end_marked_processes
-  if [[ -n $keep_logs_in ]]; then mkdir -p "$keep_logs_in" && cp "$base"/log/* "$keep_logs_in/"; fi
+  if [[ -n $keep_logs_in ]]; then mkdir -p "$keep_logs_in" && cp -r "$base/log/." "$keep_logs_in/"; fi
   rm -rf "$base"
 }
 

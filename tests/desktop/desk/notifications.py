@@ -1,0 +1,76 @@
+"""Notifications, read back from the server that shows them: dunst, or mako on sway."""
+
+import json
+import os
+import subprocess
+from collections import namedtuple
+
+from desk.waiting import LIMIT, wait_until
+
+Notification = namedtuple("Notification", "number app summary body")
+
+_cleared_at = -1
+
+
+def _run(*arguments):
+    return subprocess.run(arguments, capture_output=True, text=True, timeout=10, check=True).stdout
+
+
+def _server_is_mako():
+    return "SWAYSOCK" in os.environ
+
+
+def _entries(text):
+    return [{key: field["data"] for key, field in entry.items()} for entry in json.loads(text)["data"][0]]
+
+
+def _history_of_dunst():
+    """The oldest first. The history cannot be cleared, so clear() remembers how far it was read."""
+    entries = sorted(_entries(_run("dunstctl", "history")), key=lambda e: e["timestamp"])
+    return [e for e in entries if e["timestamp"] > _cleared_at]
+
+
+def everything():
+    """All since the last clear(), the oldest first.
+
+    dunst tells the text of closed ones only, so this closes those on the screen: look at the screen, or
+    click them, before.
+    """
+    if _server_is_mako():
+        shown = sorted(_entries(_run("makoctl", "list")), key=lambda e: e["id"])
+        return [Notification(e["id"], e["app-name"], e["summary"], e["body"]) for e in shown]
+    _run("dunstctl", "close-all")
+    return [Notification(e["id"], e["appname"], e["summary"], e["body"]) for e in _history_of_dunst()]
+
+
+def count_displayed():
+    if _server_is_mako():
+        return len(everything())
+    return int(_run("dunstctl", "count", "displayed"))
+
+
+def find(summary):
+    """The latest with exactly this summary, or None."""
+    return next((n for n in reversed(everything()) if n.summary == summary), None)
+
+
+def wait_for(summary, timeout=LIMIT):
+    return wait_until(lambda: find(summary), timeout, f"the notification {summary!r}")
+
+
+def click_latest():
+    """The latest one's default action, as a click on it."""
+    if _server_is_mako():
+        _run("makoctl", "invoke")
+    else:
+        _run("dunstctl", "action", "0")
+
+
+def clear():
+    """Closes and forgets all."""
+    global _cleared_at
+    if _server_is_mako():
+        _run("makoctl", "dismiss", "--all")
+        return
+    _run("dunstctl", "close-all")
+    _cleared_at = max((e["timestamp"] for e in _history_of_dunst()), default=_cleared_at)

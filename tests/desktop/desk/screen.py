@@ -1,0 +1,53 @@
+"""The screen as a whole: pictures of it, keys and the mouse."""
+
+import os
+import subprocess
+
+IN_SWAY = "SWAYSOCK" in os.environ
+_WTYPE_MODIFIERS = {"ctrl", "shift", "alt", "logo"}
+
+
+def _run(*arguments):
+    subprocess.run([str(a) for a in arguments], check=True, capture_output=True, timeout=20)
+
+
+def shot(path):
+    """Writes a picture of the whole screen."""
+    if IN_SWAY:
+        _run("grim", path)
+    else:
+        _run("import", "-window", "root", path)
+
+
+def type_text(text):
+    """Keystrokes to the window that has the keyboard; ASCII only, the session's keyboard has no more."""
+    if not text.isascii():
+        raise ValueError(f"not on the keyboard: {text!r}")
+    if IN_SWAY:
+        _run("wtype", "--", text)
+    else:
+        _run("xdotool", "type", "--", text)
+
+
+def press(*chords):
+    """Keys by their X names: press("ctrl+a", "BackSpace"). In sway, GTK programs ignore them."""
+    for chord in chords:
+        if IN_SWAY:
+            _run("wtype", *_wtype_arguments(chord))
+        else:
+            _run("xdotool", "key", chord)
+
+
+def _wtype_arguments(chord):
+    *modifiers, key = chord.split("+")
+    unknown = set(modifiers) - _WTYPE_MODIFIERS
+    if unknown:
+        raise ValueError(f"unknown modifier {unknown}")
+    before = [argument for m in modifiers for argument in ("-M", m)]
+    after = [argument for m in reversed(modifiers) for argument in ("-m", m)]
+    return [*before, "-k", key, *after]
+
+
+def click(x, y, button=1):
+    """A real click of the mouse; on X only, sway's seat has no mouse. Button 1 is left, 2 middle, 3 right."""
+    _run("xdotool", "mousemove", "--sync", x, y, "click", button)

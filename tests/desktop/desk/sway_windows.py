@@ -1,0 +1,97 @@
+"""Windows as sway sees them: its own and those of X programs."""
+
+import json
+import subprocess
+from collections import namedtuple
+
+from desk.waiting import wait_until
+
+Geometry = namedtuple("Geometry", "x y width height")
+
+
+def _nodes():
+    done = subprocess.run(["swaymsg", "-t", "get_tree"], capture_output=True, text=True, timeout=10, check=True)
+    waiting = [json.loads(done.stdout)]
+    while waiting:
+        node = waiting.pop(0)
+        waiting += node["nodes"] + node["floating_nodes"]
+        if node.get("pid"):
+            yield node
+
+
+class Window:
+    """Every property is read afresh; of a window that is gone, all are empty."""
+
+    def __init__(self, number):
+        self.number = number
+
+    def __eq__(self, other):
+        return isinstance(other, Window) and self.number == other.number
+
+    def __hash__(self):
+        return hash(self.number)
+
+    def __repr__(self):
+        return f"<window {self.number} {self.title!r}>"
+
+    def _node(self):
+        return next((n for n in _nodes() if n["id"] == self.number), {})
+
+    def _command(self, command):
+        subprocess.run(["swaymsg", f"[con_id={self.number}] {command}"], check=False, capture_output=True, timeout=10)
+
+    @property
+    def title(self):
+        return self._node().get("name") or ""
+
+    @property
+    def pid(self):
+        return self._node().get("pid", 0)
+
+    @property
+    def class_name(self):
+        node = self._node()
+        return node.get("app_id") or node.get("window_properties", {}).get("class", "")
+
+    @property
+    def is_floating(self):
+        return self._node().get("type") == "floating_con"
+
+    @property
+    def geometry(self):
+        """Of the contents, in pixels of the screen; None when it is gone."""
+        node = self._node()
+        if not node:
+            return None
+        frame, inside = node["rect"], node["window_rect"]
+        return Geometry(frame["x"] + inside["x"], frame["y"] + inside["y"], inside["width"], inside["height"])
+
+    @property
+    def exists(self):
+        return bool(self._node())
+
+    @property
+    def is_active(self):
+        return self._node().get("focused", False)
+
+    def focus(self):
+        """Makes it the active window, and waits until it is."""
+        self._command("focus")
+        wait_until(lambda: self.is_active, what=f"{self} being active")
+
+    def ask_to_close(self):
+        """What the user's key for closing does."""
+        self._command("kill")
+
+    def close(self):
+        self.ask_to_close()
+        wait_until(lambda: not self.exists, what=f"the end of {self}")
+
+
+def everything():
+    return [Window(node["id"]) for node in _nodes()]
+
+
+def active():
+    """The active window, or None."""
+    return next((Window(n["id"]) for n in _nodes() if n["focused"]), None)

@@ -1,0 +1,127 @@
+"""The tray: items registered at the tray's host, their menus, clicks on both.
+
+What a mouse would do is done by the calls that a host makes (StatusNotifierItem, dbusmenu), because an
+item does not know its place on the screen.
+"""
+
+import dbus
+
+from desk import programs
+from desk.waiting import LIMIT, wait_until
+
+_WATCHER = "org.kde.StatusNotifierWatcher"
+_ITEM = "org.kde.StatusNotifierItem"
+_MENU = "com.canonical.dbusmenu"
+_PROPERTIES = "org.freedesktop.DBus.Properties"
+
+
+def _bus():
+    return dbus.SessionBus()
+
+
+class Entry:
+    """One entry of a menu."""
+
+    def __init__(self, number, properties, children):
+        self.number = int(number)
+        self.label = _spoken(str(properties.get("label", "")))
+        self.enabled = bool(properties.get("enabled", True))
+        self.visible = bool(properties.get("visible", True))
+        self.separator = properties.get("type", "standard") == "separator"
+        self.shortcut = " ".join("+".join(keys) for keys in properties.get("shortcut", []))
+        self.checked = int(properties.get("toggle-state", -1)) == 1
+        self.children = [Entry(*child) for child in children]
+
+    def __repr__(self):
+        return "<separator>" if self.separator else f"<entry {self.label!r}{'' if self.enabled else ' disabled'}>"
+
+
+def _spoken(label):
+    """As a host shows it: one underscore marks the access key, two stand for one."""
+    return label.replace("__", "\0").replace("_", "").replace("\0", "_")
+
+
+class Item:
+    def __init__(self, registration):
+        self.owner, _, path = registration.partition("/")
+        self._object = _bus().get_object(self.owner, "/" + path, introspect=False)
+
+    def read(self, name):
+        """For example Id, Title, Status, IconName, ToolTip, IconPixmap."""
+        return self._object.Get(_ITEM, name, dbus_interface=_PROPERTIES, timeout=5)
+
+    @property
+    def pid(self):
+        return int(_bus().get_object("org.freedesktop.DBus", "/").GetConnectionUnixProcessID(self.owner))
+
+    @property
+    def exists(self):
+        return any(item.owner == self.owner for item in everything())
+
+    def activate(self):
+        """A left click."""
+        self._object.Activate(0, 0, dbus_interface=_ITEM, timeout=5)
+
+    def _menu(self):
+        path = self.read("Menu")
+        return dbus.Interface(_bus().get_object(self.owner, path, introspect=False), _MENU)
+
+    def menu(self):
+        """The entries of the open menu, top to bottom, the hidden ones too."""
+        menu = self._menu()
+        menu.AboutToShow(dbus.Int32(0), timeout=5)
+        _, root = menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"), timeout=5)
+        return Entry(*root).children
+
+    def labels(self):
+        """What a user reads: labels of the visible entries, "-" for a separator."""
+        return ["-" if e.separator else e.label for e in self.menu() if e.visible]
+
+    def entry(self, *labels):
+        """The entry with this label, or below a chain of submenus; None when there is none."""
+        entries, found = self.menu(), None
+        for label in labels:
+            found = next((e for e in entries if e.visible and e.label == label), None)
+            if found is None:
+                return None
+            entries = found.children
+        return found
+
+    def choose(self, *labels, timeout=LIMIT):
+        """Waits for the entry to be there and enabled, then clicks it."""
+
+        def enabled_entry():
+            found = self.entry(*labels)
+            return found if found and found.enabled else None
+
+        chosen = wait_until(enabled_entry, timeout, f"the menu entry {' > '.join(labels)}")
+        self._menu().Event(chosen.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5)
+
+
+def has_host():
+    return bool(_bus().name_has_owner(_WATCHER))
+
+
+def start_host():
+    """A host that comes later than the programs, in an X session with --tray none."""
+    host = programs.start("xfce4-panel", "--disable-wm-check")
+    wait_until(has_host, what="a host of tray icons")
+    return host
+
+
+def everything():
+    """All items at the host; none without a host."""
+    if not has_host():
+        return []
+    watcher = _bus().get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
+    names = watcher.Get(_WATCHER, "RegisteredStatusNotifierItems", dbus_interface=_PROPERTIES, timeout=5)
+    return [Item(str(name)) for name in names]
+
+
+def item(program, timeout=LIMIT):
+    """The item of a program that was started here, as soon as it is registered."""
+
+    def registered():
+        return next((i for i in everything() if i.pid == program.pid), None)
+
+    return wait_until(registered, timeout, f"the tray item of {program.arguments[0]}")

@@ -1,0 +1,43 @@
+"""Waiting for conditions; the one place that sleeps."""
+
+import os
+import subprocess
+import time
+
+LIMIT = 10.0  # seconds
+STEP = 0.03
+
+
+class TimedOut(AssertionError):
+    pass
+
+
+def wait_until(condition, timeout=LIMIT, what=None):
+    """Calls condition until its value is true and returns that value.
+
+    An exception of the condition counts as "not yet" until the time is over, then it is the cause of
+    TimedOut. A picture of the screen is then left among the session's logs (see the option --keep).
+    """
+    deadline = time.monotonic() + timeout
+    while True:
+        cause = None
+        try:
+            value = condition()
+            if value:
+                return value
+        except Exception as error:  # the world is still on its way
+            cause = error
+        if time.monotonic() > deadline:
+            raise TimedOut(f"{what or 'a condition'} did not come within {timeout} s{_picture()}") from cause
+        time.sleep(STEP)
+
+
+def _picture():
+    folder = os.environ.get("NOTEWICK_SESSION_LOGS")
+    if not folder:
+        return ""
+    name = f"gave-up-{os.getpid()}-{time.monotonic_ns()}.png"
+    path = os.path.join(folder, name)
+    tool = ["grim", path] if "SWAYSOCK" in os.environ else ["import", "-window", "root", path]
+    done = subprocess.run(tool, stderr=subprocess.DEVNULL, timeout=10, check=False)
+    return f" (picture: {name})" if done.returncode == 0 else ""

@@ -1,0 +1,114 @@
+"""Windows of the X server, as the window manager sees them (EWMH)."""
+
+import re
+import subprocess
+from collections import namedtuple
+
+from desk.waiting import wait_until
+
+Geometry = namedtuple("Geometry", "x y width height")
+
+
+def _run(*arguments):
+    done = subprocess.run(arguments, capture_output=True, text=True, timeout=10, check=False)
+    return done.stdout if done.returncode == 0 else ""
+
+
+class Window:
+    """Every property is read afresh; of a window that is gone, all are empty."""
+
+    def __init__(self, number):
+        self.number = number
+
+    def __eq__(self, other):
+        return isinstance(other, Window) and self.number == other.number
+
+    def __hash__(self):
+        return hash(self.number)
+
+    def __repr__(self):
+        return f"<window {self.number} {self.title!r}>"
+
+    def _property(self, name):
+        _, separator, value = _run("xprop", "-notype", "-id", self.number, name).strip().partition(" = ")
+        return value if separator else ""
+
+    def _texts(self, name):
+        return [re.sub(r"\\(.)", r"\1", t) for t in re.findall(r'"((?:[^"\\]|\\.)*)"', self._property(name))]
+
+    @property
+    def title(self):
+        return (self._texts("_NET_WM_NAME") or self._texts("WM_NAME") or [""])[0]
+
+    @property
+    def pid(self):
+        return int(self._property("_NET_WM_PID") or 0)
+
+    @property
+    def class_name(self):
+        return (self._texts("WM_CLASS") or [""])[-1]
+
+    @property
+    def states(self):
+        """For example {"ABOVE", "SKIP_TASKBAR", "STICKY"}."""
+        return set(re.findall(r"_NET_WM_STATE_(\w+)", self._property("_NET_WM_STATE")))
+
+    @property
+    def is_on_all_desktops(self):
+        return self._property("_NET_WM_DESKTOP") == str(0xFFFFFFFF)
+
+    @property
+    def types(self):
+        return set(re.findall(r"_NET_WM_WINDOW_TYPE_(\w+)", self._property("_NET_WM_WINDOW_TYPE")))
+
+    @property
+    def geometry(self):
+        """Of the contents, without the frame, in pixels of the screen; None when it is gone."""
+        text = _run("xwininfo", "-id", self.number)
+        fields = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        found = [re.search(rf"{field}: +(-?\d+)", text) for field in fields]
+        return Geometry(*(int(f[1]) for f in found)) if all(found) else None
+
+    @property
+    def exists(self):
+        return self in everything()
+
+    @property
+    def is_active(self):
+        return active() == self
+
+    def focus(self):
+        """Makes it the active window, and waits until it is."""
+        _run("wmctrl", "-i", "-a", self.number)
+        wait_until(lambda: self.is_active, what=f"{self} being active")
+
+    def retitle(self, title):
+        """Gives it another title, as a browser does when its page changes."""
+        _run("wmctrl", "-i", "-r", self.number, "-N", title)
+        wait_until(lambda: self.title == title, what=f"the title {title!r}")
+
+    def move(self, x, y):
+        _run("xdotool", "windowmove", "--sync", self.number, str(x), str(y))
+
+    def ask_to_close(self):
+        """What the close button of its frame does."""
+        _run("wmctrl", "-i", "-c", self.number)
+
+    def close(self):
+        self.ask_to_close()
+        wait_until(lambda: not self.exists, what=f"the end of {self}")
+
+
+def _root_windows(name):
+    return [Window(f"0x{int(n, 16):08x}") for n in re.findall(r"0x[0-9a-f]+", _run("xprop", "-root", name))]
+
+
+def everything():
+    """All windows that the window manager knows, in the order of their appearance."""
+    return _root_windows("_NET_CLIENT_LIST")
+
+
+def active():
+    """The active window, or None."""
+    found = [w for w in _root_windows("_NET_ACTIVE_WINDOW") if int(w.number, 16)]
+    return found[0] if found else None
