@@ -30,7 +30,7 @@ struct ForeignToplevels::Listeners {
     auto& self = *static_cast<ForeignToplevels*>(data);
     if (self.manager_ != nullptr || std::string_view(interface) != wanted.name) return;
     self.manager_ = static_cast<Manager*>(wl_registry_bind(registry, name, &wanted, 1));
-    zwlr_foreign_toplevel_manager_v1_add_listener(self.manager_, &manager, &self);
+    zwlr_foreign_toplevel_manager_v1_add_listener(self.manager_, &ofManager, &self);
   }
 
   static void appeared(void* data, Manager*, Handle* handle) {
@@ -70,9 +70,9 @@ struct ForeignToplevels::Listeners {
   static constexpr auto ignoreGlobal = [](void*, wl_registry*, std::uint32_t) {};
   static constexpr auto ignoreOutput = [](void*, Handle*, wl_output*) {};
 
-  static constexpr wl_registry_listener registry{global, ignoreGlobal};
-  static constexpr zwlr_foreign_toplevel_manager_v1_listener manager{appeared, finished};
-  static constexpr zwlr_foreign_toplevel_handle_v1_listener handle{
+  static constexpr wl_registry_listener ofRegistry{global, ignoreGlobal};
+  static constexpr zwlr_foreign_toplevel_manager_v1_listener ofManager{appeared, finished};
+  static constexpr zwlr_foreign_toplevel_handle_v1_listener ofHandle{
       title, applicationId, ignoreOutput, ignoreOutput, states, done, closed};
 };
 
@@ -98,7 +98,7 @@ ForeignToplevels::~ForeignToplevels() {
 
 bool ForeignToplevels::start(const Deadline& deadline) {
   registry_ = wl_display_get_registry(connection_->display());
-  wl_registry_add_listener(registry_, &Listeners::registry, this);
+  wl_registry_add_listener(registry_, &Listeners::ofRegistry, this);
   if (!connection_->roundTrip(deadline) || manager_ == nullptr) return false;
   return connection_->roundTrip(deadline);
 }
@@ -113,7 +113,7 @@ bool ForeignToplevels::update() {
 
 void ForeignToplevels::add(Handle* handle) {
   auto& toplevel = *toplevels_.emplace_back(std::make_unique<Toplevel>(*this, handle));
-  zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listeners::handle, &toplevel);
+  zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listeners::ofHandle, &toplevel);
 }
 
 void ForeignToplevels::remove(const Toplevel& toplevel) {

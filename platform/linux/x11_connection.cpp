@@ -52,7 +52,7 @@ void waitForData(xcb_connection_t* connection, const Deadline& deadline) {
 }  // namespace
 
 std::vector<std::uint32_t> X11Property::numbers() const {
-  if (bitsPerUnit != 32) return {};
+  if (bitsPerUnit != 32 || bytes.empty()) return {};
   std::vector<std::uint32_t> values(bytes.size() / sizeof(std::uint32_t));
   std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::uint32_t));
   return values;

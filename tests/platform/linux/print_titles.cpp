@@ -1,5 +1,6 @@
-// Prints what the product reads from the screen. Each line on standard input asks for one sample,
-// each line on standard output is one, as JSON.
+// Prints what the product reads from the screen. The line "sample" on standard input asks for one
+// sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
+// output; only then write the next.
 //
 //   print-titles [--body x11|toplevels|atspi] [--measure COUNT]
 //
@@ -8,7 +9,7 @@
 
 #include <unistd.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <chrono>
@@ -99,16 +100,18 @@ void run(const std::vector<std::string>& arguments) {
   QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
   QObject::connect(&input, &QSocketNotifier::activated, &input, [&body] {
     std::string line;
-    if (!std::getline(std::cin, line)) return QCoreApplication::quit();
+    if (!std::getline(std::cin, line)) return QApplication::quit();
+    if (line == "ask") body.accessibility->isTrustedWithPrompt();
     std::cout << answer(body) << std::endl;
   });
-  QCoreApplication::exec();
+  QApplication::exec();
 }
 
 }  // namespace
 }  // namespace notewick
 
 int main(int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
   notewick::run({argv + 1, argv + argc});
 }

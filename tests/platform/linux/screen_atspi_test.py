@@ -1,0 +1,122 @@
+"""Titles read from the accessibility bus, here in an X session, where the windows are easy to move."""
+
+import os
+import signal
+import tempfile
+import unittest
+
+import desk
+from title_reader import Reader
+
+LIMIT = 250  # milliseconds that all reads of a sample may take
+SLACK = 60
+
+
+def text_file(name):
+    path = os.path.join(tempfile.mkdtemp(), name)
+    with open(path, "w", encoding="utf-8"):
+        pass
+    return path
+
+
+class ScreenFromTheAccessibilityBus(unittest.TestCase):
+    def setUp(self):
+        self.addCleanup(desk.close_all)
+        self.reader = Reader("--body", "atspi")
+        self.addCleanup(self.reader.close)
+
+    def stop(self, program):
+        program.signal(signal.SIGSTOP)
+        self.addCleanup(program.signal, signal.SIGCONT)
+
+    def test_reads_the_active_window_and_its_application(self):
+        desk.zenity("Message to Léna O’Keefe")
+        sample = self.reader.wait_for_focus("Message to Léna O’Keefe")
+        self.assertTrue(sample.trusted)
+        self.assertEqual((sample.app, sample.windows), ("zenity", ["Message to Léna O’Keefe"]))
+
+    def test_reads_all_windows_of_the_program_the_active_first(self):
+        first, second = text_file("first"), text_file("second")
+        titles = [f"{path} - Mousepad" for path in (first, second)]
+        editor = desk.start("mousepad", "--disable-server", "-o", "window", first, second)
+        windows = [editor.window(title) for title in titles]
+        for window, title in zip(windows, titles):
+            window.focus()
+            other = titles[1 - titles.index(title)]
+            self.assertEqual(self.reader.wait_for_focus(title).windows, [title, other])
+
+    def test_nothing_is_frontmost_while_a_program_without_accessibility_is_active(self):
+        desk.zenity("first")
+        self.reader.wait_for_focus("first")
+        desk.xterm("silent").window().focus()
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "no frontmost application")
+
+    def test_a_stopped_program_behind_the_active_one_costs_nothing(self):
+        stopped = desk.zenity("stopped")
+        desk.zenity("active")
+        self.reader.wait_for_focus("active")
+        self.stop(stopped)
+        sample = self.reader.sample()
+        self.assertEqual(sample.focused, "active")
+        self.assertLess(sample.milliseconds, SLACK)
+
+    def test_the_title_of_a_program_that_stops_while_active_stays_right(self):
+        program = desk.zenity("stopped while active")
+        self.reader.wait_for_focus("stopped while active")
+        self.stop(program)
+        self.assertEqual(self.reader.sample().focused, "stopped while active")
+
+    def test_a_stopped_program_costs_its_time_only_once(self):
+        program = desk.zenity("stopped while active")
+        self.reader.wait_for_focus("stopped while active")
+        self.stop(program)
+        samples = [self.reader.sample() for _ in range(5)]
+        self.assertLess(samples[0].milliseconds, LIMIT + SLACK)
+        for sample in samples[1:]:
+            self.assertEqual(sample.focused, "stopped while active")
+            self.assertLess(sample.milliseconds, SLACK)
+
+    def test_the_title_of_a_stopped_program_ends_when_another_is_active(self):
+        stopped, other = desk.zenity("stopped"), desk.zenity("other")
+        stopped.window().focus()
+        self.reader.wait_for_focus("stopped")
+        self.stop(stopped)
+        self.reader.sample()
+        other.window().focus()
+        self.reader.wait_for_focus("other")
+
+    def test_a_program_that_answers_again_is_read_again(self):
+        program = desk.zenity("slow")
+        self.reader.wait_for_focus("slow")
+        program.signal(signal.SIGSTOP)
+        self.reader.sample()
+        program.signal(signal.SIGCONT)
+        desk.zenity("next")
+        self.reader.wait_for_focus("next")
+        program.window().focus()
+        self.reader.wait_for_focus("slow")
+
+    def test_finds_the_active_window_although_another_program_has_stopped_before_it_started(self):
+        self.stop(desk.zenity("stopped"))
+        desk.zenity("active")
+        reader = Reader("--body", "atspi")
+        self.addCleanup(reader.close)
+        sample = reader.sample()
+        self.assertEqual(sample.focused, "active")
+        self.assertLess(sample.milliseconds, LIMIT + SLACK)
+
+    def test_nothing_is_frontmost_without_windows(self):
+        self.assertTrue(self.reader.sample().nothing_is_frontmost)
+
+
+class WithoutAccessibilityService(unittest.TestCase):
+    def test_without_a_session_bus_it_is_never_trusted(self):
+        reader = Reader("--body", "atspi", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        self.addCleanup(reader.close)
+        sample = reader.ask_for_leave()
+        self.assertFalse(sample.trusted)
+        self.assertTrue(sample.nothing_is_frontmost)
+
+
+if __name__ == "__main__":
+    unittest.main()

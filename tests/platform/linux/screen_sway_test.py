@@ -1,0 +1,77 @@
+"""Titles in a Wayland session: from the compositor, and from the accessibility bus."""
+
+import signal
+import unittest
+
+import desk
+from title_reader import Reader
+
+
+class InSway(unittest.TestCase):
+    def setUp(self):
+        self.addCleanup(desk.close_all)
+
+    def start_reader(self, *options, **environment):
+        reader = Reader(*options, **environment)
+        self.addCleanup(reader.close)
+        return reader
+
+
+class ScreenFromTheCompositor(InSway):
+    def test_reads_native_windows_and_those_of_x_programs(self):
+        reader = self.start_reader()
+        desk.zenity("Message to Léna O’Keefe")
+        sample = reader.wait_for_focus("Message to Léna O’Keefe")
+        self.assertTrue(sample.trusted)
+        desk.xterm("Tobias Hargreave")
+        sample = reader.wait_for_focus("Tobias Hargreave")
+        self.assertEqual((sample.app, sample.windows), ("XTerm", ["Tobias Hargreave"]))
+
+    def test_windows_of_one_program_come_in_the_order_of_their_use(self):
+        reader = self.start_reader()
+        first = desk.zenity("first").window("first")
+        desk.zenity("second")
+        self.assertEqual(reader.wait_for_focus("second").windows, ["second", "first"])
+        first.focus()
+        self.assertEqual(reader.wait_for_focus("first").windows, ["first", "second"])
+        first.close()
+        self.assertEqual(reader.wait_for_focus("second").windows, ["second"])
+
+    def test_knows_the_windows_that_were_there_before_it(self):
+        desk.zenity("already open")
+        self.assertEqual(self.start_reader().sample().focused, "already open")
+
+    def test_nothing_is_frontmost_without_windows(self):
+        sample = self.start_reader().sample()
+        self.assertTrue(sample.nothing_is_frontmost)
+        self.assertTrue(sample.trusted)
+
+    def test_a_program_that_has_stopped_delays_nothing(self):
+        reader = self.start_reader()
+        program = desk.zenity("not answering")
+        reader.wait_for_focus("not answering")
+        program.signal(signal.SIGSTOP)
+        self.addCleanup(program.signal, signal.SIGCONT)
+        sample = reader.sample()
+        self.assertEqual(sample.focused, "not answering")
+        self.assertLess(sample.milliseconds, 100)
+
+    def test_a_display_that_is_not_there_leaves_the_x_server(self):
+        desk.xterm("Tobias Hargreave").window().focus()
+        sample = self.start_reader(WAYLAND_DISPLAY="nowhere").sample()
+        self.assertEqual(sample.focused, "Tobias Hargreave")
+
+
+class ScreenFromTheAccessibilityBus(InSway):
+    def test_follows_the_active_window(self):
+        reader = self.start_reader("--body", "atspi")
+        first = desk.zenity("first").window("first")
+        self.assertTrue(reader.wait_for_focus("first").trusted)
+        desk.zenity("second")
+        self.assertEqual(reader.wait_for_focus("second").windows, ["second"])
+        first.focus()
+        reader.wait_for_focus("first")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,209 @@
+"""Titles read from the properties of real X windows."""
+
+import os
+import signal
+import subprocess
+import tempfile
+import unittest
+
+import desk
+from title_reader import Reader
+
+
+def set_property(window, name, form, value):
+    subprocess.run(["xprop", "-id", window.number, "-f", name, form, "-set", name, value], check=True)
+
+
+def remove_property(window, name):
+    subprocess.run(["xprop", "-id", window.number, "-remove", name], check=True)
+
+
+def text_file(name):
+    path = os.path.join(tempfile.mkdtemp(), name)
+    with open(path, "w", encoding="utf-8"):
+        pass
+    return path
+
+
+def window_manager_is_there():
+    done = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, text=True, check=False)
+    return "window id" in done.stdout
+
+
+class XServer:
+    """An X server of the test's own, to be stopped and killed; its window manager may lose its way."""
+
+    def __init__(self):
+        reading, writing = os.pipe()
+        self.process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writing), "-nolisten", "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL
+        )
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            self.display = ":" + number.readline().strip()
+
+    def signal(self, number):
+        self.process.send_signal(number)
+
+    def close(self):
+        self.process.kill()
+        self.process.wait()
+
+
+class ScreenOnX11(unittest.TestCase):
+    def setUp(self):
+        self.addCleanup(desk.close_all)
+        self.reader = self.start_reader()
+
+    def start_reader(self, **environment):
+        reader = Reader(**environment)
+        self.addCleanup(reader.close)
+        return reader
+
+    def test_reads_the_focused_window_of_the_active_application(self):
+        desk.xterm("Tobias Hargreave")
+        desk.zenity("Message to Léna O’Keefe")
+        sample = self.reader.wait_for_focus("Message to Léna O’Keefe")
+        self.assertTrue(sample.trusted)
+        self.assertEqual(sample.app, "Zenity")
+        self.assertEqual(sample.windows, ["Message to Léna O’Keefe"])
+
+    def test_never_reads_a_window_of_another_process(self):
+        for number in range(3):
+            desk.xterm(f"terminal {number}")
+        sample = self.reader.wait_for_focus("terminal 2")
+        self.assertEqual((sample.app, sample.windows), ("XTerm", ["terminal 2"]))
+
+    def test_reads_all_windows_of_one_process_the_topmost_first(self):
+        first, second = text_file("first"), text_file("second")
+        editor = desk.start("mousepad", "--disable-server", "-o", "window", first, second)
+        titles = [f"{path} - Mousepad" for path in (first, second)]
+        windows = [editor.window(title) for title in titles]
+        desk.xterm("in between")
+        for window, title in zip(windows, titles):
+            window.focus()
+            other = titles[1 - titles.index(title)]
+            self.assertEqual(self.reader.wait_for_focus(title).windows, [title, other])
+
+    def test_follows_a_change_of_title(self):
+        window = desk.xterm("before").window()
+        self.reader.wait_for_focus("before")
+        window.retitle("after — 語")
+        self.assertEqual(self.reader.sample().focused, "after — 語")
+
+    def test_reads_string_titles_as_latin_1(self):
+        window = desk.xterm("x").window()
+        remove_property(window, "_NET_WM_NAME")
+        set_property(window, "WM_NAME", "8s", b"Ren\xe9 M\xfcller")
+        self.reader.wait_for_focus("René Müller")
+
+    def test_replaces_what_is_not_utf_8(self):
+        window = desk.xterm("x").window()
+        set_property(window, "_NET_WM_NAME", "8s", b"Ren\xe9")
+        remove_property(window, "_NET_WM_NAME")
+        set_property(window, "WM_NAME", "8u", b"a\xc3 b")
+        sample = self.reader.wait_for(lambda s: s.focused != "x", "the damaged title")
+        self.assertIn("a", sample.focused)
+
+    def test_reads_a_long_title_whole(self):
+        title = "Hargreave " * 2000
+        window = desk.xterm("x").window()
+        set_property(window, "_NET_WM_NAME", "8u", title)
+        self.assertEqual(self.reader.wait_for(lambda s: s.focused != "x", "the long title").focused, title)
+
+    def test_windows_that_name_no_process_belong_together_by_class(self):
+        first, second = desk.xterm("one").window(), desk.xterm("two").window()
+        for window in (first, second):
+            remove_property(window, "_NET_WM_PID")
+            remove_property(window, "WM_CLIENT_LEADER")
+        second.focus()
+        self.assertEqual(self.reader.wait_for_focus("two").windows, ["two", "one"])
+        set_property(first, "WM_CLASS", "8s", "another")
+        self.assertEqual(self.reader.sample().windows, ["two"])
+
+    def test_reads_a_program_that_has_stopped(self):
+        program = desk.xterm("not answering")
+        program.window().focus()
+        program.signal(signal.SIGSTOP)
+        self.addCleanup(program.signal, signal.SIGCONT)
+        sample = self.reader.sample()
+        self.assertEqual(sample.focused, "not answering")
+        self.assertLess(sample.milliseconds, 100)
+
+    def test_nothing_is_frontmost_without_windows(self):
+        sample = self.reader.sample()
+        self.assertTrue(sample.nothing_is_frontmost)
+        self.assertTrue(sample.trusted)
+
+    def test_without_a_display_it_is_never_trusted(self):
+        sample = self.start_reader(DISPLAY="").sample()
+        self.assertTrue(sample.nothing_is_frontmost)
+        self.assertFalse(sample.trusted)
+
+
+class ServerAndWindowManager(unittest.TestCase):
+    def setUp(self):
+        self.server = XServer()
+        self.addCleanup(self.server.close)
+        self.addCleanup(desk.close_all)
+        before = os.environ["DISPLAY"]
+        self.addCleanup(os.environ.__setitem__, "DISPLAY", before)
+        os.environ["DISPLAY"] = self.server.display
+        self.reader = Reader()
+        self.addCleanup(self.reader.close)
+
+    def start_window_manager(self):
+        manager = desk.start("openbox", "--sm-disable")
+        desk.wait_until(window_manager_is_there, what="the window manager")
+        return manager
+
+    def show_window(self):
+        manager = self.start_window_manager()
+        desk.xterm("Tobias Hargreave")
+        self.reader.wait_for_focus("Tobias Hargreave")
+        return manager
+
+    def test_nothing_is_frontmost_without_a_window_manager(self):
+        program = desk.start("xterm", "-T", "unmanaged", "-e", "sleep", "infinity")
+        desk.wait_until(lambda: subprocess.run(["xwininfo", "-name", "unmanaged"], capture_output=True).returncode == 0)
+        self.assertTrue(program.is_running)
+        sample = self.reader.sample()
+        self.assertTrue(sample.nothing_is_frontmost)
+        self.assertTrue(sample.trusted)
+
+    def test_what_a_dead_window_manager_left_behind_does_not_count(self):
+        manager = self.show_window()
+        manager.signal(signal.SIGKILL)
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "no frontmost application")
+
+    def test_a_server_that_does_not_answer_costs_a_quarter_of_a_second(self):
+        self.show_window()
+        self.server.signal(signal.SIGSTOP)
+        sample = self.reader.sample()
+        self.server.signal(signal.SIGCONT)
+        self.assertTrue(sample.nothing_is_frontmost)
+        self.assertGreaterEqual(sample.milliseconds, 249)
+        self.assertLess(sample.milliseconds, 350)
+        self.reader.wait_for_focus("Tobias Hargreave")
+
+    def test_survives_windows_that_come_and_go(self):
+        self.start_window_manager()
+        storm = desk.start("bash", "-c", "for i in {1..60}; do xterm -T storm -e true & sleep 0.03; done; wait")
+        samples = []
+        while storm.is_running:
+            samples.append(self.reader.sample())
+        self.assertGreater(len(samples), 500)
+        seen = {(s.app, s.focused) for s in samples if not s.nothing_is_frontmost}
+        self.assertTrue(seen)
+        self.assertLessEqual(seen, {("XTerm", "storm"), ("XTerm", None)})
+        self.assertLess(max(s.milliseconds for s in samples), 300)
+
+    def test_survives_the_end_of_the_server(self):
+        self.show_window()
+        self.server.close()
+        for _ in range(3):
+            self.assertTrue(self.reader.sample().nothing_is_frontmost)
+
+
+if __name__ == "__main__":
+    unittest.main()
