@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/process_launcher.h"
+
+namespace notewick {
+
+/// Starts programs as tasks whose output goes nowhere.
+class TaskLauncher final : public ProcessLauncher {
+ public:
+  void launch(const std::string& executable, const std::vector<std::string>& arguments) override;
+};
+
+}  // namespace notewick

@@ -1,0 +1,19 @@
+#include "platform/macos/process_launcher.h"
+
+#include "platform/macos/text.h"
+
+namespace notewick {
+
+void TaskLauncher::launch(const std::string& executable,
+                          const std::vector<std::string>& arguments) {
+  NSTask* task = [[NSTask alloc] init];
+  task.executableURL = [NSURL fileURLWithPath:nsString(executable)];
+  NSMutableArray<NSString*>* texts = [NSMutableArray array];
+  for (const std::string& argument : arguments) [texts addObject:nsString(argument)];
+  task.arguments = texts;
+  task.standardOutput = NSFileHandle.fileHandleWithNullDevice;
+  task.standardError = NSFileHandle.fileHandleWithNullDevice;
+  [task launchAndReturnError:nil];
+}
+
+}  // namespace notewick
