@@ -1,0 +1,31 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <string>
+
+namespace notewick {
+
+// Small factories for the controls of the panels.
+
+/// A line of text that cannot be edited.
+[[nodiscard]] NSTextField* label(const std::string& text, NSFont* font, NSColor* colour);
+
+/// The same, broken into lines no wider than `width`.
+[[nodiscard]] NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colour,
+                                         CGFloat width);
+
+/// A push button; screen readers call it `accessibilityLabel`.
+[[nodiscard]] NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel,
+                                   id target, SEL action);
+
+/// Views below each other, their leading edges aligned.
+[[nodiscard]] NSStackView* column(NSArray<NSView*>* views, CGFloat spacing);
+
+/// Views beside each other.
+[[nodiscard]] NSStackView* row(NSArray<NSView*>* views, CGFloat spacing);
+
+void fixWidth(NSView* view, CGFloat width);
+void fixHeight(NSView* view, CGFloat height);
+
+}  // namespace notewick

@@ -1,0 +1,59 @@
+#include "platform/macos/controls.h"
+
+#include "platform/macos/text.h"
+
+namespace notewick {
+namespace {
+
+NSStackView* stack(NSArray<NSView*>* views, NSUserInterfaceLayoutOrientation orientation,
+                   CGFloat spacing) {
+  NSStackView* stack = [NSStackView stackViewWithViews:views];
+  stack.orientation = orientation;
+  stack.spacing = spacing;
+  return stack;
+}
+
+}  // namespace
+
+NSTextField* label(const std::string& text, NSFont* font, NSColor* colour) {
+  NSTextField* label = [NSTextField labelWithString:nsString(text)];
+  label.font = font;
+  label.textColor = colour;
+  return label;
+}
+
+NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colour, CGFloat width) {
+  NSTextField* label = [NSTextField wrappingLabelWithString:nsString(text)];
+  label.font = font;
+  label.textColor = colour;
+  label.preferredMaxLayoutWidth = width;
+  return label;
+}
+
+NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel, id target,
+                     SEL action) {
+  NSButton* button = [NSButton buttonWithTitle:nsString(title) target:target action:action];
+  button.bezelStyle = NSBezelStylePush;
+  button.accessibilityLabel = nsString(accessibilityLabel);
+  return button;
+}
+
+NSStackView* column(NSArray<NSView*>* views, CGFloat spacing) {
+  NSStackView* column = stack(views, NSUserInterfaceLayoutOrientationVertical, spacing);
+  column.alignment = NSLayoutAttributeLeading;
+  return column;
+}
+
+NSStackView* row(NSArray<NSView*>* views, CGFloat spacing) {
+  return stack(views, NSUserInterfaceLayoutOrientationHorizontal, spacing);
+}
+
+void fixWidth(NSView* view, CGFloat width) {
+  [view.widthAnchor constraintEqualToConstant:width].active = YES;
+}
+
+void fixHeight(NSView* view, CGFloat height) {
+  [view.heightAnchor constraintEqualToConstant:height].active = YES;
+}
+
+}  // namespace notewick

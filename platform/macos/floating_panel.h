@@ -1,0 +1,39 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+namespace notewick {
+
+/// Gives the panel the size that its content view asks for, and keeps it in its place.
+void fitToContents(NSPanel* panel);
+
+/// Lets the panel, in its present size, stand where `kept` stood: the edges of `kept` nearest to an
+/// edge of the screen stay where they are, so that a panel at the bottom grows upwards, and the
+/// whole is pulled onto the screen that shows most of `kept`; one too high for it keeps its title
+/// bar there. Nothing without screens.
+void standWhere(NSPanel* panel, NSRect kept);
+
+/// What both panels do alike, over a panel that the derived class has built. The window is not
+/// destroyed before this object, which must not be destroyed inside a call to a delegate.
+template <class Port>
+class CocoaPanel : public Port {
+ public:
+  explicit CocoaPanel(NSPanel* panel) : panel_(panel) {}
+  CocoaPanel(const CocoaPanel&) = delete;
+  ~CocoaPanel() override {
+    panel_.delegate = nil;
+    [panel_ close];
+  }
+
+  void orderFrontRegardless() override { [panel_ orderFrontRegardless]; }
+  void makeKeyAndOrderFront() override { [panel_ makeKeyAndOrderFront:nil]; }
+  void orderOut() override { [panel_ orderOut:nil]; }
+
+  /// The native panel, for tests.
+  [[nodiscard]] NSPanel* native() const { return panel_; }
+
+ protected:
+  NSPanel* const panel_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,63 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "platform/macos/floating_panel.h"
+#include "platform/quick_note_panel.h"
+
+/// Takes what the controls and the window tell and hands it to the panel's delegate.
+@interface NWQuickNoteEvents : NSObject <NSWindowDelegate, NSTextViewDelegate>
+- (instancetype)initWithDelegate:(std::weak_ptr<notewick::QuickNotePanelDelegate>)delegate;
+- (void)send:(id)sender;
+- (void)caughtLog:(NSButton*)sender;
+- (void)caughtSkip:(NSButton*)sender;
+@end
+
+namespace notewick {
+
+/// The quick-note panel in native controls. Its frame is kept by the window's own autosave.
+class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
+ public:
+  CocoaQuickNotePanel(const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate);
+
+  void setParticipants(const std::vector<std::string>& titles,
+                       std::optional<std::size_t> selected) override;
+  [[nodiscard]] std::optional<std::string> selectedParticipant() const override;
+  [[nodiscard]] std::string noteText() const override;
+  void setNoteText(const std::string& text) override;
+  void focusNote() override;
+  void setPlaceholderHidden(bool hidden) override;
+  [[nodiscard]] std::optional<std::size_t> selectedMinutes() const override;
+  void deselectMinutes() override;
+  void setHint(const std::string& text) override;
+  void setStatus(const std::string& text) override;
+  void setCaught(const std::vector<CaughtRow>& rows,
+                 const std::optional<std::string>& more) override;
+  void fitToContents() override;
+  bool applySavedFrame() override;
+  void placeAtBottomRight(double inset) override;
+
+ private:
+  void setUpPanel(const QuickNoteTexts& texts);
+  [[nodiscard]] NSView* contents(const QuickNoteTexts& texts);
+  [[nodiscard]] NSView* noteBox(const QuickNoteTexts& texts);
+  [[nodiscard]] NSView* caughtRow(const CaughtRow& row, std::size_t tag) const;
+
+  NWQuickNoteEvents* events_;
+  bool hasPlace_ =
+      false;  ///< a frame was saved by an earlier run, or this run has placed the panel
+  std::string logTitle_;
+  std::string skipTitle_;
+  NSPopUpButton* participants_;
+  NSTextView* note_;
+  NSTextField* placeholder_;
+  NSSegmentedControl* minutes_;
+  NSTextField* hint_;
+  NSTextField* status_;
+  NSTextField* caughtHeader_;
+  NSStackView* caught_;
+};
+
+}  // namespace notewick

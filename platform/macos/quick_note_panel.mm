@@ -1,0 +1,240 @@
+#include "platform/macos/quick_note_panel.h"
+
+#include <utility>
+
+#include "platform/macos/controls.h"
+#include "platform/macos/text.h"
+
+@implementation NWQuickNoteEvents {
+  std::weak_ptr<notewick::QuickNotePanelDelegate> _delegate;
+}
+
+- (instancetype)initWithDelegate:(std::weak_ptr<notewick::QuickNotePanelDelegate>)delegate {
+  self = [super init];
+  if (self != nil) _delegate = std::move(delegate);
+  return self;
+}
+
+- (void)send:(id)sender {
+  if (const auto delegate = _delegate.lock()) delegate->send();
+}
+
+- (void)caughtLog:(NSButton*)sender {
+  const auto tag = static_cast<std::size_t>(sender.tag);
+  if (const auto delegate = _delegate.lock()) delegate->caughtLog(tag);
+}
+
+- (void)caughtSkip:(NSButton*)sender {
+  const auto tag = static_cast<std::size_t>(sender.tag);
+  if (const auto delegate = _delegate.lock()) delegate->caughtSkip(tag);
+}
+
+- (void)textDidChange:(NSNotification*)notification {
+  if (const auto delegate = _delegate.lock()) delegate->textDidChange();
+}
+
+- (void)windowWillClose:(NSNotification*)notification {
+  if (const auto delegate = _delegate.lock()) delegate->windowWillClose();
+}
+
+/// The tabulator key moves the focus, as in a one-line field.
+- (BOOL)textView:(NSTextView*)textView doCommandBySelector:(SEL)command {
+  if (command == @selector(insertTab:)) {
+    [textView.window selectNextKeyView:nil];
+  } else if (command == @selector(insertBacktab:)) {
+    [textView.window selectPreviousKeyView:nil];
+  } else {
+    return NO;
+  }
+  return YES;
+}
+
+@end
+
+namespace notewick {
+namespace {
+
+constexpr CGFloat FIELD_WIDTH = 296;
+
+NSPanel* makePanel() {
+  return [[NSPanel alloc]
+      initWithContentRect:NSMakeRect(0, 0, 320, 300)
+                styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                          NSWindowStyleMaskUtilityWindow | NSWindowStyleMaskNonactivatingPanel
+                  backing:NSBackingStoreBuffered
+                    defer:NO];
+}
+
+NSArray<NSString*>* nsStrings(const std::vector<std::string>& texts) {
+  NSMutableArray<NSString*>* strings = [NSMutableArray array];
+  for (const std::string& text : texts) [strings addObject:nsString(text)];
+  return strings;
+}
+
+}  // namespace
+
+CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
+                                         std::weak_ptr<QuickNotePanelDelegate> delegate)
+    : CocoaPanel(makePanel()),
+      events_([[NWQuickNoteEvents alloc] initWithDelegate:std::move(delegate)]),
+      logTitle_(texts.log),
+      skipTitle_(texts.skip) {
+  setUpPanel(texts);
+  panel_.contentView = contents(texts);
+}
+
+void CocoaQuickNotePanel::setUpPanel(const QuickNoteTexts& texts) {
+  panel_.title = nsString(texts.title);
+  panel_.level = NSFloatingWindowLevel;
+  panel_.collectionBehavior =
+      NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+  panel_.releasedWhenClosed = NO;
+  panel_.hidesOnDeactivate = NO;
+  panel_.becomesKeyOnlyIfNeeded = YES;
+  panel_.movableByWindowBackground = YES;
+  NSString* autosaveName = @"VELKQuickWidget";
+  hasPlace_ = [panel_ setFrameUsingName:autosaveName force:YES];
+  [panel_ setFrameAutosaveName:autosaveName];
+  panel_.delegate = events_;
+  panel_.autorecalculatesKeyViewLoop = YES;
+}
+
+NSView* CocoaQuickNotePanel::contents(const QuickNoteTexts& texts) {
+  participants_ = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
+  fixWidth(participants_, FIELD_WIDTH);
+  participants_.accessibilityLabel = nsString(texts.participantLabel);
+
+  NSView* noteBox = this->noteBox(texts);
+
+  placeholder_ = label(texts.placeholder, [NSFont systemFontOfSize:11], NSColor.tertiaryLabelColor);
+
+  minutes_ = [NSSegmentedControl segmentedControlWithLabels:nsStrings(texts.minutes)
+                                               trackingMode:NSSegmentSwitchTrackingSelectOne
+                                                     target:nil
+                                                     action:nil];
+  minutes_.selectedSegment = -1;
+  minutes_.accessibilityLabel = nsString(texts.minutesLabel);
+
+  hint_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
+
+  NSButton* send = pushButton(texts.send, texts.send, events_, @selector(send:));
+  send.keyEquivalent = @"\r";
+  status_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
+  NSView* sendRow = row(@[ send, status_ ], 8);
+
+  caughtHeader_ =
+      label(texts.caughtHeader, [NSFont boldSystemFontOfSize:11], NSColor.secondaryLabelColor);
+  caught_ = column(@[], 4);
+
+  NSStackView* contents = column(
+      @[ participants_, noteBox, placeholder_, minutes_, hint_, sendRow, caughtHeader_, caught_ ],
+      8);
+  contents.edgeInsets = NSEdgeInsetsMake(12, 12, 12, 12);
+  return contents;
+}
+
+NSView* CocoaQuickNotePanel::noteBox(const QuickNoteTexts& texts) {
+  NSScrollView* box = NSTextView.scrollableTextView;
+  box.hasVerticalScroller = NO;
+  box.borderType = NSBezelBorder;
+  fixHeight(box, 56);
+  fixWidth(box, FIELD_WIDTH);
+  note_ = static_cast<NSTextView*>(box.documentView);
+  note_.richText = NO;
+  note_.font = [NSFont systemFontOfSize:13];
+  note_.autoresizingMask = NSViewWidthSizable;
+  note_.textContainerInset = NSMakeSize(4, 6);
+  note_.delegate = events_;
+  note_.allowsUndo = YES;
+  note_.accessibilityLabel = nsString(texts.noteLabel);
+  return box;
+}
+
+void CocoaQuickNotePanel::setParticipants(const std::vector<std::string>& titles,
+                                          std::optional<std::size_t> selected) {
+  [participants_ removeAllItems];
+  [participants_ addItemsWithTitles:nsStrings(titles)];
+  if (selected) [participants_ selectItemAtIndex:static_cast<NSInteger>(*selected)];
+}
+
+std::optional<std::string> CocoaQuickNotePanel::selectedParticipant() const {
+  NSString* title = participants_.titleOfSelectedItem;
+  if (title == nil) return std::nullopt;
+  return utf8(title);
+}
+
+std::string CocoaQuickNotePanel::noteText() const { return utf8(note_.string); }
+
+void CocoaQuickNotePanel::setNoteText(const std::string& text) {
+  note_.string = nsString(text);
+  [note_.undoManager removeAllActions];
+}
+
+void CocoaQuickNotePanel::focusNote() { [panel_ makeFirstResponder:note_]; }
+
+void CocoaQuickNotePanel::setPlaceholderHidden(bool hidden) { placeholder_.hidden = hidden; }
+
+std::optional<std::size_t> CocoaQuickNotePanel::selectedMinutes() const {
+  const NSInteger segment = minutes_.selectedSegment;
+  if (segment < 0) return std::nullopt;
+  return static_cast<std::size_t>(segment);
+}
+
+void CocoaQuickNotePanel::deselectMinutes() { minutes_.selectedSegment = -1; }
+
+void CocoaQuickNotePanel::setHint(const std::string& text) { hint_.stringValue = nsString(text); }
+
+void CocoaQuickNotePanel::setStatus(const std::string& text) {
+  status_.stringValue = nsString(text);
+}
+
+void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
+                                    const std::optional<std::string>& more) {
+  for (NSView* view in [caught_.arrangedSubviews copy]) {
+    [caught_ removeArrangedSubview:view];
+    [view removeFromSuperview];
+  }
+  caughtHeader_.hidden = rows.empty();
+  for (std::size_t tag = 0; tag < rows.size(); ++tag) {
+    [caught_ addArrangedSubview:caughtRow(rows[tag], tag)];
+  }
+  if (!more) return;
+  [caught_
+      addArrangedSubview:label(*more, [NSFont systemFontOfSize:10], NSColor.tertiaryLabelColor)];
+}
+
+NSView* CocoaQuickNotePanel::caughtRow(const CaughtRow& caught, std::size_t tag) const {
+  NSTextField* text = label(caught.text, [NSFont systemFontOfSize:11], NSColor.labelColor);
+  text.lineBreakMode = NSLineBreakByTruncatingTail;
+  [text.widthAnchor constraintLessThanOrEqualToConstant:190].active = YES;
+  NSButton* log = pushButton(logTitle_, caught.logLabel, events_, @selector(caughtLog:));
+  NSButton* skip = pushButton(skipTitle_, caught.skipLabel, events_, @selector(caughtSkip:));
+  for (NSButton* button in @[ log, skip ]) {
+    button.tag = static_cast<NSInteger>(tag);
+    button.controlSize = NSControlSizeSmall;
+  }
+  return row(@[ text, log, skip ], 6);
+}
+
+void CocoaQuickNotePanel::fitToContents() { notewick::fitToContents(panel_); }
+
+bool CocoaQuickNotePanel::applySavedFrame() {
+  if (!hasPlace_) return false;
+  const NSSize size = panel_.frame.size;
+  [panel_ setFrameUsingName:panel_.frameAutosaveName force:YES];
+  const NSRect saved = panel_.frame;
+  [panel_ setFrame:NSMakeRect(0, 0, size.width, size.height) display:NO];
+  standWhere(panel_, saved);
+  return true;
+}
+
+void CocoaQuickNotePanel::placeAtBottomRight(double inset) {
+  NSScreen* screen = NSScreen.mainScreen;
+  if (screen == nil) return;
+  const NSRect visible = screen.visibleFrame;
+  [panel_ setFrameOrigin:NSMakePoint(NSMaxX(visible) - NSWidth(panel_.frame) - inset,
+                                     NSMinY(visible) + inset)];
+  hasPlace_ = true;
+}
+
+}  // namespace notewick

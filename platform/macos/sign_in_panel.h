@@ -1,0 +1,41 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "platform/macos/floating_panel.h"
+#include "platform/sign_in_panel.h"
+
+/// Takes what the button and the window tell and hands it to the panel's delegate.
+@interface NWSignInEvents : NSObject <NSWindowDelegate>
+- (instancetype)initWithDelegate:(std::weak_ptr<notewick::SignInPanelDelegate>)delegate;
+- (void)signIn:(id)sender;
+@end
+
+namespace notewick {
+
+/// The sign-in panel in native controls.
+class CocoaSignInPanel final : public CocoaPanel<SignInPanel> {
+ public:
+  CocoaSignInPanel(const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate);
+
+  void present() override;
+  [[nodiscard]] std::string email() const override;
+  [[nodiscard]] std::string password() const override;
+  void setError(const std::string& text) override;
+  void setBusy(bool busy) override;
+
+ private:
+  void setUpPanel(const SignInTexts& texts);
+  [[nodiscard]] NSView* contents(const SignInTexts& texts);
+
+  NWSignInEvents* events_;
+  NSTextField* email_;
+  NSSecureTextField* password_;
+  NSTextField* error_;
+  NSButton* signIn_;
+  NSProgressIndicator* spinner_;
+};
+
+}  // namespace notewick

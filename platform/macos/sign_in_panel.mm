@@ -1,0 +1,130 @@
+#include "platform/macos/sign_in_panel.h"
+
+#include <utility>
+
+#include "platform/macos/controls.h"
+#include "platform/macos/text.h"
+
+@implementation NWSignInEvents {
+  std::weak_ptr<notewick::SignInPanelDelegate> _delegate;
+}
+
+- (instancetype)initWithDelegate:(std::weak_ptr<notewick::SignInPanelDelegate>)delegate {
+  self = [super init];
+  if (self != nil) _delegate = std::move(delegate);
+  return self;
+}
+
+- (void)signIn:(id)sender {
+  if (const auto delegate = _delegate.lock()) delegate->signIn();
+}
+
+- (void)windowWillClose:(NSNotification*)notification {
+  if (const auto delegate = _delegate.lock()) delegate->windowWillClose();
+}
+
+@end
+
+namespace notewick {
+namespace {
+
+constexpr CGFloat FIELD_WIDTH = 344;
+constexpr CGFloat WRAPPING_WIDTH = 340;
+
+NSPanel* makePanel() {
+  return [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 380, 260)
+                                    styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable
+                                      backing:NSBackingStoreBuffered
+                                        defer:NO];
+}
+
+void setUpField(NSTextField* field, const std::string& accessibilityLabel) {
+  fixWidth(field, FIELD_WIDTH);
+  field.accessibilityLabel = nsString(accessibilityLabel);
+}
+
+}  // namespace
+
+CocoaSignInPanel::CocoaSignInPanel(const SignInTexts& texts,
+                                   std::weak_ptr<SignInPanelDelegate> delegate)
+    : CocoaPanel(makePanel()),
+      events_([[NWSignInEvents alloc] initWithDelegate:std::move(delegate)]) {
+  setUpPanel(texts);
+  panel_.contentView = contents(texts);
+  fitToContents(panel_);
+}
+
+void CocoaSignInPanel::setUpPanel(const SignInTexts& texts) {
+  panel_.title = nsString(texts.title);
+  panel_.level = NSFloatingWindowLevel;
+  panel_.collectionBehavior =
+      NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+  panel_.releasedWhenClosed = NO;
+  panel_.hidesOnDeactivate = NO;
+  panel_.delegate = events_;
+  panel_.autorecalculatesKeyViewLoop = YES;
+}
+
+NSView* CocoaSignInPanel::contents(const SignInTexts& texts) {
+  NSTextField* heading = label(texts.heading, [NSFont boldSystemFontOfSize:14], NSColor.labelColor);
+  NSTextField* explanation = wrappingLabel(texts.explanation, [NSFont systemFontOfSize:11],
+                                           NSColor.secondaryLabelColor, WRAPPING_WIDTH);
+
+  NSTextField* emailLabel = [NSTextField labelWithString:nsString(texts.emailLabel)];
+  email_ = [NSTextField textFieldWithString:@""];
+  email_.placeholderString = nsString(texts.emailPlaceholder);
+  setUpField(email_, texts.emailLabel);
+
+  NSTextField* passwordLabel = [NSTextField labelWithString:nsString(texts.passwordLabel)];
+  password_ = [NSSecureTextField textFieldWithString:@""];
+  setUpField(password_, texts.passwordLabel);
+
+  error_ = wrappingLabel("", [NSFont systemFontOfSize:11], NSColor.systemRedColor, WRAPPING_WIDTH);
+
+  signIn_ = pushButton(texts.signIn, texts.signIn, events_, @selector(signIn:));
+  signIn_.keyEquivalent = @"\r";
+  spinner_ = [[NSProgressIndicator alloc] initWithFrame:NSZeroRect];
+  spinner_.style = NSProgressIndicatorStyleSpinning;
+  spinner_.controlSize = NSControlSizeSmall;
+  spinner_.hidden = YES;
+  spinner_.accessibilityLabel = nsString(texts.signIn);
+  NSView* signInRow = row(@[ signIn_, spinner_ ], 8);
+
+  NSStackView* contents = column(
+      @[ heading, explanation, emailLabel, email_, passwordLabel, password_, error_, signInRow ],
+      10);
+  contents.edgeInsets = NSEdgeInsetsMake(18, 18, 18, 18);
+  return contents;
+}
+
+void CocoaSignInPanel::present() {
+  [panel_ center];
+// Later systems prefer a call that the first supported one does not have.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+  [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+#pragma clang diagnostic pop
+  [panel_ makeKeyAndOrderFront:nil];
+  [panel_ makeFirstResponder:email_];
+}
+
+std::string CocoaSignInPanel::email() const { return utf8(email_.stringValue); }
+
+std::string CocoaSignInPanel::password() const { return utf8(password_.stringValue); }
+
+void CocoaSignInPanel::setError(const std::string& text) {
+  error_.stringValue = nsString(text);
+  fitToContents(panel_);
+}
+
+void CocoaSignInPanel::setBusy(bool busy) {
+  signIn_.enabled = !busy;
+  spinner_.hidden = !busy;
+  if (busy) {
+    [spinner_ startAnimation:nil];
+  } else {
+    [spinner_ stopAnimation:nil];
+  }
+}
+
+}  // namespace notewick
