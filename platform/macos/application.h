@@ -1,0 +1,26 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/application.h"
+#include "platform/macos/single_instance.h"
+
+namespace notewick {
+
+/// The shared application object. Its main menu is never shown, for the program is an accessory,
+/// but it is what makes the editing shortcuts work in the panels' fields.
+class CocoaApplication final : public Application {
+ public:
+  void becomeAccessory() override;
+  /// Returns only when another instance runs: a terminating application ends the process.
+  int run(std::weak_ptr<ApplicationDelegate> delegate) override;
+
+ private:
+  NSObject<NSApplicationDelegate>* events_;
+  std::unique_ptr<SingleInstance> instance_;
+};
+
+/// The editing commands and closing a window, in a menu for the menu bar.
+[[nodiscard]] NSMenu* editingMenu();
+
+}  // namespace notewick
