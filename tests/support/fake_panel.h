@@ -32,7 +32,7 @@ class FakePanel : public Port {
     const auto telling = telling_;
     const std::weak_ptr<bool> alive = alive_;
     *telling = true;
-    if (const auto delegate = delegate_.lock()) news(*delegate);
+    if (const auto told = delegate_.lock()) news(*told);
     *telling = false;
     return !alive.expired();
   }
@@ -43,7 +43,7 @@ class FakePanel : public Port {
       ADD_FAILURE() << "the user cannot close a panel that is not on screen";
       return;
     }
-    if (tell([](Delegate& delegate) { delegate.windowWillClose(); })) visible = key = false;
+    if (tell([](Delegate& told) { told.windowWillClose(); })) visible = key = false;
   }
 
  private:
