@@ -112,8 +112,6 @@ void AtspiBus::joinAt(const QString& address) {
   if (!bus.isConnected()) return;
   bus.connect(QString(), QString(), windowEvents, QStringLiteral("Activate"), this,
               SLOT(onWindowActivated(QDBusMessage)));
-  bus.connect(QString(), QString(), objectEvents, QStringLiteral("PropertyChange"),
-              QStringList{nameChange}, QString(), this, SLOT(onPropertyChange(QDBusMessage)));
   registryWatcher_.setConnection(bus);
   registryWatcher_.addWatchedService(registry);
   registerEvents();
@@ -121,6 +119,7 @@ void AtspiBus::joinAt(const QString& address) {
 
 void AtspiBus::leave() {
   if (!std::exchange(hasJoined_, false)) return;
+  followed_.clear();
   registryWatcher_.setWatchedServices({});
   QDBusConnection::disconnectFromBus(connectionName);
 }
@@ -144,10 +143,17 @@ void AtspiBus::registerEvents() {
 }
 
 void AtspiBus::follow(const QString& application) {
-  if (followed_ == application) return;
+  if (followed_ == application || !isConnected()) return;
   const auto event = QStringLiteral("object:property-change:accessible-name");
-  if (!followed_.isEmpty()) changeEvents("DeregisterEvent", event, QString());
+  QDBusConnection bus(connectionName);
+  const auto change = QStringLiteral("PropertyChange");
+  const auto slot = SLOT(onPropertyChange(QDBusMessage));
+  if (!followed_.isEmpty()) {
+    changeEvents("DeregisterEvent", event, QString());
+    bus.disconnect(followed_, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
+  }
   changeEvents("RegisterEvent", event, application);
+  bus.connect(application, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
   followed_ = application;
 }
 
@@ -165,7 +171,7 @@ void AtspiBus::onWindowActivated(const QDBusMessage& event) {
 
 void AtspiBus::onPropertyChange(const QDBusMessage& event) {
   const auto name = event.arguments().value(3).value<QDBusVariant>().variant();
-  if (event.service() == followed_ && name.typeId() == QMetaType::QString) {
+  if (name.typeId() == QMetaType::QString) {
     emit renamed(event.service(), event.path(), name.toString());
   }
 }

@@ -40,8 +40,8 @@ class AtspiBus final : public QObject {
   /// lost is looked for again, without waiting.
   [[nodiscard]] std::optional<QDBusConnection> connection();
 
-  /// Makes `renamed` tell of this application and of no other: each name in a program that is
-  /// followed costs a message.
+  /// Makes `renamed` tell of this application and of no other: each name that changes in a program
+  /// costs a message.
   void follow(const QString& application);
 
  signals:

@@ -8,6 +8,7 @@ import unittest
 import desk
 from title_reader import Reader
 
+FAKE_PROGRAM = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_accessible_program.py")
 LIMIT = 250  # milliseconds that all reads of a sample may take
 SLACK = 60
 
@@ -65,6 +66,13 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.reader.wait_for_focus("stopped while active")
         self.stop(program)
         self.assertEqual(self.reader.sample().focused, "stopped while active")
+
+    def test_the_title_that_a_program_had_when_it_stopped_is_known_from_its_events(self):
+        program = desk.start(FAKE_PROGRAM, "before", "after")
+        self.addCleanup(program.signal, signal.SIGCONT)
+        self.assertEqual(self.reader.wait_for_focus("before").app, "fake")
+        program.signal(signal.SIGUSR1)
+        self.assertEqual(self.reader.wait_for_focus("after").windows, ["after"])
 
     def test_a_stopped_program_costs_its_time_only_once(self):
         program = desk.zenity("stopped while active")
