@@ -12,7 +12,9 @@ std::unique_ptr<ScreenApplication> ToplevelScreen::frontmostApplication() {
   if (!isConnected) toplevels_ = ForeignToplevels::open(Deadline(sampleLimit));
   if (!toplevels_) return nullptr;
   auto snapshot = toplevels_->list().frontmost();
-  return snapshot ? applicationOf(std::move(*snapshot)) : nullptr;
+  if (!snapshot) return nullptr;
+  if (snapshot->name) snapshot->name = names_.nameOf(*snapshot->name);
+  return applicationOf(std::move(*snapshot));
 }
 
 }  // namespace notewick

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/linux/application_names.h"
 #include "platform/linux/foreign_toplevels.h"
 #include "platform/screen.h"
 
@@ -18,6 +19,7 @@ class ToplevelScreen final : public Screen {
 
  private:
   std::unique_ptr<ForeignToplevels> toplevels_;
+  ApplicationNames names_;
 };
 
 }  // namespace notewick

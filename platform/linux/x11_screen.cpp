@@ -54,12 +54,6 @@ std::optional<std::string> titleFrom(Properties properties) {
   return "";
 }
 
-std::optional<std::string> nameFrom(const std::string& wmClass) {
-  const auto name = classPart(wmClass);
-  if (name.empty()) return std::nullopt;
-  return decodedText(name, TextEncoding::latin1);
-}
-
 }  // namespace
 
 X11Screen::X11Screen(std::unique_ptr<X11Connection> connection)
@@ -73,7 +67,7 @@ std::unique_ptr<ScreenApplication> X11Screen::frontmostApplication() {
   if (!application) return nullptr;
 
   ScreenSnapshot snapshot;
-  snapshot.name = nameFrom(application->wmClass);
+  snapshot.name = nameOf(*application);
   auto windows = application->windows;
   windows.push_back(desktop->active);
   auto titles = readTitles(windows, deadline);
@@ -137,6 +131,12 @@ std::vector<std::optional<std::string>> X11Screen::readTitles(const std::vector<
     titles.push_back(titleFrom(Properties(properties).subspan(i * count, count)));
   }
   return titles;
+}
+
+std::optional<std::string> X11Screen::nameOf(const Application& application) {
+  const auto name = classPart(application.wmClass);
+  if (name.empty()) return std::nullopt;
+  return names_.nameOf(decodedText(name, TextEncoding::latin1));
 }
 
 }  // namespace notewick

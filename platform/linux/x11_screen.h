@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/application_names.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_window_identity.h"
 #include "platform/screen.h"
@@ -45,7 +46,10 @@ class X11Screen final : public Screen {
   [[nodiscard]] std::vector<std::optional<std::string>> readTitles(
       const std::vector<Window>& windows, const Deadline& deadline);
 
+  [[nodiscard]] std::optional<std::string> nameOf(const Application& application);
+
   std::unique_ptr<X11Connection> connection_;
+  ApplicationNames names_;
 };
 
 }  // namespace notewick
