@@ -1,10 +1,10 @@
 #include "platform/linux/caught_list.h"
 
 #include <QHBoxLayout>
-#include <QPushButton>
 #include <algorithm>
 
 #include "platform/linux/elided_label.h"
+#include "platform/linux/panel_button.h"
 
 namespace notewick {
 namespace {
@@ -12,8 +12,6 @@ namespace {
 constexpr double ROW_SPACING = 4;
 constexpr double BUTTON_SPACING = 6;
 constexpr double TEXT_WIDTH = 190;
-constexpr double SMALL_HEIGHT = 22;
-constexpr double SMALL_MARGIN = 8;
 
 }  // namespace
 
@@ -85,13 +83,8 @@ void CaughtList::addRow(const CaughtRow& content) {
 
 QPushButton* CaughtList::addButton(QWidget& row, const std::string& title, const std::string& label,
                                    const std::function<void()>& pressed) {
-  auto* const button = new QPushButton(buttonText(title));
-  button->setAccessibleName(fromUtf8(label));
+  auto* const button = new PanelButton(title, label, PanelButton::Size::small);
   button->setAutoDefault(true);
-  button->setFont(panelFont(11));
-  button->setFixedSize(
-      button->fontMetrics().horizontalAdvance(button->text()) + 2 * points(SMALL_MARGIN),
-      points(SMALL_HEIGHT));
   connect(button, &QPushButton::clicked, this, pressed);
   row.layout()->addWidget(button);
   return button;

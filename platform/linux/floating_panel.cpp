@@ -44,6 +44,7 @@ PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
 }
 
 void PanelWindow::orderFrontRegardless() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
 }
@@ -64,9 +65,10 @@ void PanelWindow::place(Placement placement) {
 }
 
 void PanelWindow::fitToContents() {
+  layout()->setSizeConstraint(QLayout::SetNoConstraint);
   layout()->activate();
   const QSize wanted = layout()->totalSizeHint();
-  if (wanted == size()) return;
+  if (wanted == size() && wanted == maximumSize()) return;
   settling_.start();
   setFixedSize(wanted);
   applyPlacement();

@@ -3,18 +3,37 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 
+#include "platform/linux/entry_field.h"
 #include "platform/linux/floating_panel.h"
 #include "platform/linux/panel_look.h"
 
 namespace notewick {
+namespace {
+
+constexpr double INSET = 4;
+constexpr double TALLER_INSET = 2;  // 6 above and below the text in all
+constexpr double EDGE = 2;
+
+}  // namespace
 
 NoteField::NoteField() {
   setFont(panelFont(13));
   setTabChangesFocus(true);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  document()->setDocumentMargin(points(6));
+  document()->setDocumentMargin(points(INSET));
+  setFrameStyle(QFrame::NoFrame);
+  const int edge = points(EDGE);
+  setViewportMargins(edge, edge + points(TALLER_INSET), edge, edge + points(TALLER_INSET));
+}
+
+bool NoteField::event(QEvent* event) {
+  if (event->type() != QEvent::Paint) return QPlainTextEdit::event(event);
+  QPainter(this).fillRect(rect(), palette().base());
+  drawFieldOutline(*this);
+  return true;
 }
 
 /// The keyboard's request for a menu goes to the window where that has one; the mouse's is for the
@@ -26,6 +45,16 @@ void NoteField::contextMenuEvent(QContextMenuEvent* event) {
     return event->ignore();
   }
   QPlainTextEdit::contextMenuEvent(event);
+}
+
+void NoteField::focusInEvent(QFocusEvent* event) {
+  QPlainTextEdit::focusInEvent(event);
+  update();
+}
+
+void NoteField::focusOutEvent(QFocusEvent* event) {
+  QPlainTextEdit::focusOutEvent(event);
+  update();
 }
 
 void NoteField::keyPressEvent(QKeyEvent* event) {

@@ -11,7 +11,10 @@ class NoteField : public QPlainTextEdit {
   NoteField();
 
  protected:
+  bool event(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 };
 

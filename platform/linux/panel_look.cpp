@@ -13,6 +13,7 @@ constexpr double SYSTEM_FONT_SIZE = 13.0;
 constexpr double PURE_CONTRAST = 20.0;
 constexpr double SECONDARY_CONTRAST = 7.0;
 constexpr double TEXT_CONTRAST = 4.5;
+constexpr double OUTLINE_CONTRAST = 3.0;
 const QColor RED(0xff, 0x3b, 0x30);
 
 double pointScale() {
@@ -85,6 +86,17 @@ QColor tinted(const QPalette& palette, Tint tint) {
   return foreground;
 }
 
+QColor exampleColour(const QPalette& palette) {
+  const QColor typed = palette.color(QPalette::Active, QPalette::Text);
+  const QColor field = palette.color(QPalette::Active, QPalette::Base);
+  return withContrast(mixed(typed, field, 0.5), typed, field, TEXT_CONTRAST);
+}
+
+QColor outlineColour(const QPalette& palette) {
+  return dimmed(palette.color(QPalette::Active, QPalette::WindowText),
+                palette.color(QPalette::Active, QPalette::Window), 0.6, OUTLINE_CONTRAST);
+}
+
 QString fromUtf8(const std::string& utf8) {
   return QString::fromStdString(utf8);
 }
@@ -103,12 +115,18 @@ Label::Label(const std::string& content, double size, Tint tint, QFont::Weight w
 void Label::wrapAt(double width) {
   setWordWrap(true);
   setFixedWidth(points(width));
-  setFixedHeight(heightForWidth(points(width)));
+  fitHeight();
 }
 
 void Label::display(const std::string& content) {
   setText(fromUtf8(content));
-  if (wordWrap()) setFixedHeight(heightForWidth(width()));
+  if (wordWrap()) fitHeight();
+}
+
+void Label::fitHeight() {
+  setMinimumHeight(0);
+  setMaximumHeight(QWIDGETSIZE_MAX);
+  setFixedHeight(std::max(0, heightForWidth(maximumWidth())));
 }
 
 void Label::changeEvent(QEvent* event) {

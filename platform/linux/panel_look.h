@@ -28,6 +28,12 @@ enum class Tint { primary, secondary, tertiary, error };
 /// there secondary and tertiary text is not dimmed.
 [[nodiscard]] QColor tinted(const QPalette& palette, Tint tint);
 
+/// The colour of example text in a field: dimmed text with a contrast of 4.5.
+[[nodiscard]] QColor exampleColour(const QPalette& palette);
+
+/// The colour of an outline that shows where a control is: a contrast of 3 to the window.
+[[nodiscard]] QColor outlineColour(const QPalette& palette);
+
 /// UTF-8 as the toolkit's text; what is not valid becomes U+FFFD.
 [[nodiscard]] QString fromUtf8(const std::string& utf8);
 
@@ -47,6 +53,7 @@ class Label : public QLabel {
   void changeEvent(QEvent* event) override;
 
  private:
+  void fitHeight();
   void colour();
 
   Tint tint_;

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QSignalBlocker>
@@ -12,6 +11,7 @@
 #include "platform/linux/announcing_label.h"
 #include "platform/linux/caught_list.h"
 #include "platform/linux/note_field.h"
+#include "platform/linux/panel_button.h"
 #include "platform/linux/panel_placement.h"
 #include "platform/linux/segmented_control.h"
 
@@ -21,6 +21,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr double WIDTH = 296;
+constexpr double CHOOSER_HEIGHT = 26;
 constexpr double NOTE_HEIGHT = 56;
 constexpr double SPACING = 8;
 constexpr double INSET = 12;
@@ -75,8 +76,14 @@ void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
 
   participants_ = new QComboBox;
   participants_->setAccessibleName(fromUtf8(texts.participantLabel));
+  // The toolkit calls a chooser after its current item; what it is for, a label that is its buddy
+  // tells.
+  auto* const caption = new Label(texts.participantLabel, 13, Tint::primary);
+  caption->setParent(&window_);
+  caption->setBuddy(participants_);
+  caption->hide();
   participants_->setFont(panelFont(13));
-  participants_->setFixedWidth(points(WIDTH));
+  participants_->setFixedSize(points(WIDTH), points(CHOOSER_HEIGHT));
   stack->addWidget(participants_);
 
   note_ = new NoteField;
@@ -116,16 +123,15 @@ QWidget* QtQuickNotePanel::sendRow(const QuickNoteTexts& texts) {
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(points(SPACING));
 
-  auto* const send = new QPushButton(buttonText(texts.send));
-  send->setAccessibleName(fromUtf8(texts.send));
-  send->setFont(panelFont(13));
+  auto* const send = new PanelButton(texts.send, texts.send, PanelButton::Size::regular);
   window_.setDefaultButton(*send);
   QObject::connect(send, &QPushButton::clicked, &window_,
                    [this] { tell([](auto& told) { told.send(); }); });
   line->addWidget(send);
 
   status_ = new AnnouncingLabel(10, Tint::secondary);
-  line->addWidget(status_, 1);
+  line->addWidget(status_);
+  line->addStretch();
   return row;
 }
 

@@ -13,11 +13,6 @@ namespace {
 constexpr double RADIUS = 4.0;
 constexpr double HEIGHT = 26.0;
 
-QColor withAlpha(QColor colour, float alpha) {
-  colour.setAlphaF(alpha);
-  return colour;
-}
-
 class Segment : public QAbstractButton {
  public:
   enum class Place { first, inner, last };
@@ -38,7 +33,7 @@ class Segment : public QAbstractButton {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette& colours = palette();
-    painter.setPen(withAlpha(colours.color(QPalette::WindowText), 0.35F));
+    painter.setPen(outlineColour(colours));
     painter.setBrush(background());
     painter.drawPath(outline(0.5));
     painter.setPen(colours.color(isChecked() ? QPalette::HighlightedText : QPalette::ButtonText));

@@ -1,12 +1,12 @@
 #include "platform/linux/sign_in_panel.h"
 
 #include <QGuiApplication>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include "platform/linux/announcing_label.h"
+#include "platform/linux/entry_field.h"
+#include "platform/linux/panel_button.h"
 #include "platform/linux/panel_placement.h"
 #include "platform/linux/spinner.h"
 
@@ -63,9 +63,7 @@ void QtSignInPanel::build(const SignInTexts& texts) {
 
 QLineEdit* QtSignInPanel::addField(const std::string& label) {
   auto* const caption = new Label(label, 13, Tint::primary);
-  auto* const field = new QLineEdit;
-  field->setAccessibleName(fromUtf8(label));
-  field->setFont(panelFont(13));
+  auto* const field = new EntryField(label);
   field->setFixedWidth(points(FIELD_WIDTH));
   caption->setBuddy(field);
   stack_->addWidget(caption);
@@ -79,9 +77,7 @@ QWidget* QtSignInPanel::buttonRow(const SignInTexts& texts) {
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(points(ROW_SPACING));
 
-  signIn_ = new QPushButton(buttonText(texts.signIn));
-  signIn_->setAccessibleName(fromUtf8(texts.signIn));
-  signIn_->setFont(panelFont(13));
+  signIn_ = new PanelButton(texts.signIn, texts.signIn, PanelButton::Size::regular);
   window_.setDefaultButton(*signIn_);
   QObject::connect(signIn_, &QPushButton::clicked, &window_, [this] {
     if (const auto told = delegate_.lock()) told->signIn();

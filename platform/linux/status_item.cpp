@@ -14,8 +14,8 @@ using namespace std::chrono_literals;
 
 /// Hosts that draw the menu themselves do not all tell when it closes.
 constexpr auto OPEN_AT_MOST = 10s;
-/// A click may follow the closing of the menu that it was made in.
-constexpr auto CLICK_MAY_FOLLOW = 250ms;
+/// Closing the menu and the click that closes it arrive in either order.
+constexpr auto CLOSING_TIME = 250ms;
 
 constexpr const char* NO_TRAY =
     "No tray on this desktop: the menu is the context menu of the quick-note panel "
@@ -30,8 +30,11 @@ QtStatusItem::QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<Status
       host_([this] { hostChanged(); }) {
   held_.setSingleShot(true);
   connect(&held_, &QTimer::timeout, this, &QtStatusItem::drawTrayMenu);
-  connect(&trayMenu_, &QMenu::aboutToShow, this, [this] { holdMenuFor(OPEN_AT_MOST); });
-  connect(&trayMenu_, &QMenu::aboutToHide, this, [this] { holdMenuFor(CLICK_MAY_FOLLOW); });
+  connect(&trayMenu_, &QMenu::aboutToShow, this, [this] {
+    drawTrayMenu();
+    holdMenuFor(OPEN_AT_MOST);
+  });
+  connect(&trayMenu_, &QMenu::aboutToHide, this, [this] { holdMenuFor(CLOSING_TIME); });
   QTimer::singleShot(patience, this, [this] {
     if (!inTray()) std::cerr << NO_TRAY << std::endl;
   });
@@ -49,7 +52,7 @@ void QtStatusItem::setMenu(const Menu& menu) {
   if (icon_ && !held_.isActive()) drawTrayMenu();
 }
 
-std::unique_ptr<QMenu> QtStatusItem::windowMenu() const {
+std::unique_ptr<QMenu> QtStatusItem::windowMenu() {
   if (inTray()) return nullptr;
   auto menu = std::make_unique<QMenu>();
   drawMenu(*menu, menu_, MenuReader::toolkit, choosing());
@@ -97,13 +100,14 @@ void QtStatusItem::holdMenuFor(std::chrono::milliseconds time) {
   held_.start(time);
 }
 
-void QtStatusItem::choose(const MenuItem& item) const {
+void QtStatusItem::choose(const MenuItem& item) {
+  holdMenuFor(CLOSING_TIME);
   if (item.action == MenuAction::terminate) return QCoreApplication::quit();
   if (const auto target = target_.lock()) target->menuItemChosen(item);
 }
 
-MenuItemChosen QtStatusItem::choosing() const {
-  const QPointer<const QtStatusItem> self(this);
+MenuItemChosen QtStatusItem::choosing() {
+  const QPointer<QtStatusItem> self(this);
   return [self](const MenuItem& item) {
     if (self) self->choose(item);
   };

@@ -15,7 +15,8 @@ namespace notewick {
 
 /// The tray item. It appears as soon as the desktop has a host for it. A desktop's panel may start
 /// after this program, so only when none has come within `patience` one line on standard error says
-/// so. The title shows as the tool tip, and its count as a badge on the symbol.
+/// so. The title shows as the tool tip, and its count as a badge on the symbol. A menu that is set
+/// while the old one is open is drawn when that has closed, or is opened again.
 class QtStatusItem final : public QObject, public StatusItem {
  public:
   QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<StatusItemTarget> target,
@@ -25,7 +26,7 @@ class QtStatusItem final : public QObject, public StatusItem {
   void setMenu(const Menu& menu) override;
 
   /// The menu for a window to offer while the desktop shows no tray; else null.
-  [[nodiscard]] std::unique_ptr<QMenu> windowMenu() const;
+  [[nodiscard]] std::unique_ptr<QMenu> windowMenu();
 
  private:
   [[nodiscard]] bool inTray() const;
@@ -34,8 +35,8 @@ class QtStatusItem final : public QObject, public StatusItem {
   void updateAppearance();
   void drawTrayMenu();
   void holdMenuFor(std::chrono::milliseconds time);
-  void choose(const MenuItem& item) const;
-  [[nodiscard]] MenuItemChosen choosing() const;
+  void choose(const MenuItem& item);
+  [[nodiscard]] MenuItemChosen choosing();
 
   StatusItemAppearance appearance_;
   std::weak_ptr<StatusItemTarget> target_;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QPushButton>
+#include <string>
+
+namespace notewick {
+
+/// A push button of the panels, with room around its title.
+class PanelButton : public QPushButton {
+ public:
+  enum class Size { regular, small };
+
+  PanelButton(const std::string& title, const std::string& accessibleName, Size size);
+
+  [[nodiscard]] QSize sizeHint() const override;
+
+ private:
+  Size size_;
+};
+
+}  // namespace notewick

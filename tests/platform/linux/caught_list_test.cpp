@@ -1,0 +1,102 @@
+#include "platform/linux/caught_list.h"
+
+#include <QLabel>
+
+#include "tests/platform/linux/panel_fixture.h"
+
+namespace notewick {
+namespace {
+
+const std::string LONG_NAME = "Maximiliane Featherstonehaugh-Cholmondeley · ~12m · 2024-05-02";
+
+CaughtRow row(const std::string& name) {
+  return {name, "Log " + name, "Skip " + name};
+}
+
+class CaughtListTest : public testing::Test {
+ protected:
+  void set(const std::vector<CaughtRow>& rows) { kept_ = list_.setRows(rows, std::nullopt); }
+  QPushButton& button(const std::string& name) { return control<QPushButton>(list_, name); }
+  std::string focused() const {
+    const QWidget* const widget = list_.focusWidget();
+    return widget != nullptr ? widget->accessibleName().toStdString() : "nothing";
+  }
+  void focus(const std::string& name) {
+    activate(list_);
+    button(name).setFocus();
+  }
+
+  Log log_;
+  bool kept_ = false;
+  CaughtList list_{"Log", "✕",
+                   [this](std::size_t tag) { log_.push_back("log " + std::to_string(tag)); },
+                   [this](std::size_t tag) { log_.push_back("skip " + std::to_string(tag)); }};
+};
+
+TEST_F(CaughtListTest, TellsWhichRowWasPressed) {
+  set({row("a"), row("b"), row("c")});
+  button("Log b").click();
+  button("Skip c").click();
+  button("Log a").click();
+  EXPECT_EQ(log_, (Log{"log 1", "skip 2", "log 0"}));
+}
+
+TEST_F(CaughtListTest, CutsALongTextAndShowsItWholeAsToolTip) {
+  set({row(LONG_NAME)});
+  QLabel& label = control<QLabel>(list_, LONG_NAME);
+  EXPECT_TRUE(label.text().endsWith(QStringLiteral("…")));
+  EXPECT_LE(label.sizeHint().width(), 190);
+  EXPECT_TRUE(label.toolTip().contains(QStringLiteral("Cholmondeley")));
+}
+
+TEST_F(CaughtListTest, ShowsAShortTextWholeWithoutToolTip) {
+  set({row("Zoë Abel")});
+  EXPECT_EQ(control<QLabel>(list_, "Zoë Abel").text(), QStringLiteral("Zoë Abel"));
+  EXPECT_TRUE(control<QLabel>(list_, "Zoë Abel").toolTip().isEmpty());
+}
+
+TEST_F(CaughtListTest, LeavesRowsThatStayTheSameAlone) {
+  set({row("a"), row("b")});
+  QPushButton& before = button("Log a");
+  set({row("a"), row("b")});
+  EXPECT_EQ(&button("Log a"), &before);
+}
+
+TEST_F(CaughtListTest, ForgetsAPressThatBeganOnARowThatIsGone) {
+  set({row("a"), row("b")});
+  activate(list_);
+  const QPointer<QPushButton> pressed(&button("Skip a"));
+  QTest::mousePress(pressed, Qt::LeftButton);
+  set({row("b")});
+  if (pressed) QTest::mouseRelease(pressed, Qt::LeftButton);
+  EXPECT_EQ(log_, Log{});
+}
+
+TEST_F(CaughtListTest, LetsTheFocusFollowItsRow) {
+  set({row("a"), row("b")});
+  focus("Skip b");
+  set({row("new"), row("a"), row("b")});
+  EXPECT_EQ(focused(), "Skip b");
+  EXPECT_TRUE(kept_);
+}
+
+TEST_F(CaughtListTest, MovesTheFocusOnWhenItsRowGoes) {
+  set({row("a"), row("b"), row("c")});
+  focus("Log b");
+  set({row("a"), row("c")});
+  EXPECT_EQ(focused(), "Log c");
+  set({row("a")});
+  EXPECT_EQ(focused(), "Log a");
+  set({});
+  EXPECT_FALSE(kept_);
+}
+
+TEST_F(CaughtListTest, TakesNoFocusThatIsElsewhere) {
+  set({row("a")});
+  set({row("b")});
+  EXPECT_TRUE(kept_);
+  EXPECT_EQ(focused(), "nothing");
+}
+
+}  // namespace
+}  // namespace notewick
