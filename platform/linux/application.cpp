@@ -27,7 +27,7 @@ int QtApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
     if (const auto told = delegate.lock()) told->applicationReopened();
   });
   if (!instance.claim()) return 0;
-  const TerminationSignals signals;
+  const TerminationSignals endingTheLoop;
   QMetaObject::invokeMethod(
       &application_,
       [delegate] {

@@ -1,0 +1,438 @@
+#include "platform/linux/http_session.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <QElapsedTimer>
+#include <thread>
+
+#include "tests/support/linux_session.h"
+#include "tests/support/raw_server.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using namespace std::chrono_literals;
+
+using Result = tl::expected<HttpResponse, TransportError>;
+
+/// How an outcome reads in a test: "200 body", "204", or the description of the error.
+std::string told(const Result& result) {
+  if (!result) return result.error().description;
+  if (!result->statusCode) return "no HTTP";
+  return std::to_string(*result->statusCode) + (result->body ? " " + *result->body : "");
+}
+
+class QtHttpSessionTest : public testing::Test {
+ protected:
+  static HttpRequest get(const std::string& url, double timeout = 5) {
+    return {"GET", url, {{"User-Agent", "test/1.0"}}, std::nullopt, timeout};
+  }
+  static HttpRequest post(const std::string& url, const std::string& body, double timeout = 5) {
+    return {"POST",
+            url,
+            {{"User-Agent", "test/1.0"}, {"Content-Type", "application/json"}},
+            body,
+            timeout};
+  }
+
+  void send(const HttpRequest& request) {
+    session_->send(request, [this](const Result& result) { outcomes_.push_back(told(result)); });
+  }
+
+  /// The outcome of one request.
+  std::string outcome(const HttpRequest& request) {
+    outcomes_.clear();
+    send(request);
+    EXPECT_THAT(outcomes_, ElementsAre()) << "completed inside send";
+    EXPECT_TRUE(waitUntil([this] { return !outcomes_.empty(); }));
+    letTimePass(5ms);
+    EXPECT_EQ(outcomes_.size(), 1U);
+    return outcomes_.empty() ? "" : outcomes_.front();
+  }
+
+  std::unique_ptr<HttpSession> session_ =
+      std::make_unique<QtHttpSession>(HttpSessionConfiguration{5});
+  std::vector<std::string> outcomes_;
+};
+
+/// A well-behaved server with several threads.
+class GoodServer {
+ public:
+  GoodServer() {
+    server_.Get(R"(/status/(\d+))",
+                [](const httplib::Request& request, httplib::Response& response) {
+                  response.status = std::stoi(request.matches[1].str());
+                  response.set_content("told", "text/plain");
+                });
+    server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
+      response.set_content(request.body, "application/octet-stream");
+    });
+    port_ = server_.bind_to_any_port("127.0.0.1");
+    thread_ = std::thread([this] { server_.listen_after_bind(); });
+    while (!server_.is_running()) std::this_thread::yield();
+  }
+  GoodServer(const GoodServer&) = delete;
+  GoodServer& operator=(const GoodServer&) = delete;
+  ~GoodServer() {
+    server_.stop();
+    thread_.join();
+  }
+
+  [[nodiscard]] std::string url(const std::string& path) const {
+    return "http://127.0.0.1:" + std::to_string(port_) + path;
+  }
+
+ private:
+  httplib::Server server_;
+  int port_;
+  std::thread thread_;
+};
+
+[[nodiscard]] std::string answer(const std::string& status, const std::string& body = "",
+                                 const std::string& headers = "") {
+  return "HTTP/1.1 " + status + "\r\n" + headers +
+         "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+[[nodiscard]] std::vector<std::string> sortedHeaders(const std::string& request) {
+  std::vector<std::string> lines;
+  std::size_t start = request.find("\r\n") + 2;
+  for (std::size_t end = request.find("\r\n", start); end != start;
+       end = request.find("\r\n", start)) {
+    lines.push_back(request.substr(start, end - start));
+    start = end + 2;
+  }
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+TEST_F(QtHttpSessionTest, EveryStatusIsAnAnswerWithItsBody) {
+  const GoodServer server;
+  for (int status = 200; status < 600; ++status) {
+    const bool hasNoBody = status == 204 || status == 304;
+    EXPECT_EQ(outcome(get(server.url("/status/" + std::to_string(status)))),
+              std::to_string(status) + (hasNoBody ? "" : " told"));
+  }
+}
+
+TEST_F(QtHttpSessionTest, AnAnswerWithoutBytesHasNoBody) {
+  const RawServer server(RawServer::answering(answer("200 OK")));
+  EXPECT_EQ(outcome(get(server.url())), "200");
+}
+
+TEST_F(QtHttpSessionTest, AnAnswerThatEndsWithTheConnectionIsComplete) {
+  const RawServer server(RawServer::answering("HTTP/1.0 200 OK\r\n\r\nall of it"));
+  EXPECT_EQ(outcome(get(server.url())), "200 all of it");
+}
+
+TEST_F(QtHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
+  const GoodServer server;
+  std::string body(1'000'000, '\0');
+  for (std::size_t index = 0; index < body.size(); ++index) {
+    body[index] = static_cast<char>(index * 7 + index / 256);
+  }
+  EXPECT_EQ(outcome(post(server.url("/echo"), body)), "200 " + body);
+}
+
+TEST_F(QtHttpSessionTest, AGetSendsTheGivenHeadersAndOnlyTheStacksOwnBesides) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("200 OK"));
+  });
+  HttpRequest request = get(server.url("/api/desktop/participants?x=%20y"));
+  request.headers = {{"Content-Type", "application/json"},
+                     {"User-Agent", "velk-notewick/1.0 (macOS)"},
+                     {"Authorization", "Bearer a.b-c"}};
+  EXPECT_EQ(outcome(request), "200");
+  const std::string sent = log.entries().at(0);
+  EXPECT_TRUE(sent.starts_with("GET /api/desktop/participants?x=%20y HTTP/1.1\r\n")) << sent;
+  EXPECT_THAT(
+      sortedHeaders(sent),
+      ElementsAre("Accept-Encoding: identity", "Accept-Language: *", "Authorization: Bearer a.b-c",
+                  "Connection: close", "Content-Type: application/json",
+                  "Host: " + server.url("").substr(7), "User-Agent: velk-notewick/1.0 (macOS)"));
+}
+
+TEST_F(QtHttpSessionTest, APostSendsItsLengthAndItsBodyBesides) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("200 OK"));
+  });
+  EXPECT_EQ(outcome(post(server.url("/login"), R"({"a":1})")), "200");
+  const std::string sent = log.entries().at(0);
+  EXPECT_TRUE(sent.starts_with("POST /login HTTP/1.1\r\n")) << sent;
+  EXPECT_TRUE(sent.ends_with("\r\n\r\n{\"a\":1}")) << sent;
+  EXPECT_THAT(sortedHeaders(sent),
+              ElementsAre("Accept-Encoding: identity", "Accept-Language: *", "Connection: close",
+                          "Content-Length: 7", "Content-Type: application/json",
+                          "Host: " + server.url("").substr(7), "User-Agent: test/1.0"));
+}
+
+class Redirects : public QtHttpSessionTest, public testing::WithParamInterface<std::string> {};
+
+TEST_P(Redirects, AreAnswersAndReachNoOtherHost) {
+  const RawServer other(RawServer::answering(answer("200 OK", "stolen")));
+  const RawServer server(
+      RawServer::answering(answer(GetParam(), "moved", "Location: " + other.url("/x") + "\r\n")));
+  HttpRequest request = get(server.url());
+  request.headers.emplace_back("Authorization", "Bearer secret");
+  EXPECT_EQ(outcome(request), GetParam().substr(0, 3) + " moved");
+  EXPECT_EQ(outcome(post(server.url(), "{}")), GetParam().substr(0, 3) + " moved");
+  letTimePass(30ms);
+  EXPECT_EQ(other.connections(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Redirects,
+                         testing::Values("300 Multiple Choices", "301 Moved", "302 Found",
+                                         "303 See Other", "305 Use Proxy", "307 Temporary",
+                                         "308 Permanent"));
+
+class Challenges : public QtHttpSessionTest, public testing::WithParamInterface<std::string> {};
+
+TEST_P(Challenges, AreAnswersAndNeverMet) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("401 Unauthorized", R"({"error":"no"})",
+                            "WWW-Authenticate: " + GetParam() + "\r\n"));
+  });
+  std::string withUser = server.url();
+  withUser.insert(7, "user:password@");
+  EXPECT_EQ(outcome(get(withUser)), R"(401 {"error":"no"})");
+  EXPECT_EQ(outcome(post(withUser, "{}")), R"(401 {"error":"no"})");
+  EXPECT_EQ(log.entries().size(), 2U);
+  for (const std::string& request : log.entries()) {
+    EXPECT_THAT(request, testing::Not(testing::HasSubstr("Authorization")));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Challenges,
+                         testing::Values("Basic realm=\"x\"", "Bearer", "NTLM", "Negotiate",
+                                         "Digest realm=\"x\", nonce=\"y\", qop=\"auth\""));
+
+TEST_F(QtHttpSessionTest, AProxyChallengeOfTheServerItselfIsAnAnswer) {
+  const RawServer server(RawServer::answering(
+      answer("407 Proxy Authentication", "told", "Proxy-Authenticate: Basic realm=\"x\"\r\n")));
+  EXPECT_EQ(outcome(get(server.url())), "407 told");
+}
+
+TEST_F(QtHttpSessionTest, CookiesAreNotKept) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("200 OK", "", "Set-Cookie: id=1; Path=/\r\n"));
+  });
+  EXPECT_EQ(outcome(get(server.url())), "200");
+  EXPECT_EQ(outcome(get(server.url())), "200");
+  EXPECT_THAT(log.entries().at(1), testing::Not(testing::HasSubstr("Cookie")));
+}
+
+TEST_F(QtHttpSessionTest, AnswersAreNotCached) {
+  const RawServer server(
+      RawServer::answering(answer("200 OK", "x", "Cache-Control: max-age=3600\r\n")));
+  EXPECT_EQ(outcome(get(server.url())), "200 x");
+  EXPECT_EQ(outcome(get(server.url())), "200 x");
+  EXPECT_EQ(server.connections(), 2);
+}
+
+/// What a server does to the connection instead of answering in full.
+struct Cut {
+  const char* name;
+  const char* bytes;
+  bool reset;
+};
+
+class Cuts : public QtHttpSessionTest, public testing::WithParamInterface<Cut> {};
+
+TEST_P(Cuts, AreALostConnectionAndANoteIsNotSentAgain) {
+  const Cut cut = GetParam();
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(cut.bytes);
+    if (cut.reset) connection.resetOnClose();
+  });
+  EXPECT_EQ(outcome(post(server.url(), R"({"note":1})")), "The connection was lost.");
+  letTimePass(50ms);
+  EXPECT_EQ(log.entries().size(), 1U);
+  EXPECT_EQ(outcome(get(server.url())), "The connection was lost.");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Cuts,
+    testing::Values(
+        Cut{"BeforeTheAnswer", "", false}, Cut{"ByAReset", "", true},
+        Cut{"InTheStatusLine", "HTTP/1.1 20", false},
+        Cut{"InTheHeaders", "HTTP/1.1 200 OK\r\nContent-Le", false},
+        Cut{"InTheBody", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf", false},
+        Cut{"InTheBodyByAReset", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf", true},
+        Cut{"InTheBodyOfAnError", "HTTP/1.1 500 No\r\nContent-Length: 9\r\n\r\nhalf", false}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(QtHttpSessionTest, AChunkedAnswerThatIsCutIsLostOrVisiblyIncomplete) {
+  const RawServer server(
+      RawServer::answering("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n9\r\nhalf"));
+  EXPECT_THAT(outcome(get(server.url())), testing::AnyOf("The connection was lost.", "200 half"));
+}
+
+TEST_F(QtHttpSessionTest, WhatIsNoHttpIsATransportError) {
+  const RawServer server(RawServer::answering("SSH-2.0-OpenSSH_9.2\r\n\r\n"));
+  EXPECT_EQ(outcome(get(server.url())), "The connection was lost.");
+}
+
+TEST_F(QtHttpSessionTest, AnAnswerTooLargeForAnyUseIsATransportError) {
+  const RawServer server([](const RawConnection& connection) {
+    (void)connection.readRequest();
+    connection.write("HTTP/1.1 200 OK\r\nContent-Length: 99999999999\r\n\r\n");
+    const std::string piece(1'000'000, 'x');
+    for (int count = 0; count < 80; ++count) connection.write(piece);
+  });
+  EXPECT_EQ(outcome(get(server.url())), "The server's answer is too large.");
+}
+
+TEST_F(QtHttpSessionTest, ARefusedConnectionIsATransportError) {
+  std::string url;
+  {
+    const RawServer closed(RawServer::answering(""));
+    url = closed.url();
+  }
+  EXPECT_EQ(outcome(get(url)), "The connection was refused.");
+}
+
+TEST_F(QtHttpSessionTest, WhatIsNoWebAddressIsATransportErrorInALaterTurn) {
+  for (const char* url : {"", "velk.example", "https://", "http://[::1", "https://a b/", "//host/x",
+                          "ftp://127.0.0.1/", "file:///etc/passwd", "data:,x", "qrc:/x"}) {
+    EXPECT_EQ(outcome(get(url)), "The address is not valid.") << url;
+  }
+}
+
+TEST_F(QtHttpSessionTest, AServerThatDoesNotAnswerIsGivenUpAfterTheTimeOfTheRequest) {
+  const RawServer server([](const RawConnection& connection) { connection.waitForClose(); });
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(outcome(get(server.url(), 0.3)), "The request timed out.");
+  EXPECT_GE(time.elapsed(), 280);
+  EXPECT_LT(time.elapsed(), 1000);
+}
+
+TEST_F(QtHttpSessionTest, ARequestWithoutATimeOfItsOwnTakesTheSessions) {
+  session_ = std::make_unique<QtHttpSession>(HttpSessionConfiguration{0.2});
+  const RawServer server([](const RawConnection& connection) { connection.waitForClose(); });
+  EXPECT_EQ(outcome(get(server.url(), 0)), "The request timed out.");
+}
+
+TEST_F(QtHttpSessionTest, ASlowAnswerThatKeepsComingIsNotGivenUp) {
+  const RawServer server([](const RawConnection& connection) {
+    (void)connection.readRequest();
+    connection.write("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n");
+    for (int count = 0; count < 10; ++count) {
+      std::this_thread::sleep_for(100ms);
+      connection.write("x");
+    }
+  });
+  EXPECT_EQ(outcome(get(server.url(), 0.4)), "200 xxxxxxxxxx");
+}
+
+TEST_F(QtHttpSessionTest, AnAnswerThatStopsHalfWayIsGivenUp) {
+  const RawServer server([](const RawConnection& connection) {
+    (void)connection.readRequest();
+    connection.write("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
+    connection.waitForClose();
+  });
+  EXPECT_EQ(outcome(get(server.url(), 0.3)), "The request timed out.");
+}
+
+TEST_F(QtHttpSessionTest, AServerThatNeverFinishesTheHandshakeIsGivenUp) {
+  const RawServer server([](const RawConnection& connection) { connection.waitForClose(); });
+  EXPECT_EQ(outcome(get("https" + server.url().substr(4), 0.3)), "The request timed out.");
+}
+
+TEST_F(QtHttpSessionTest, RequestsThatWereGivenUpDoNotBlockTheNextOnes) {
+  std::atomic<bool> works = false;
+  const RawServer server([&](const RawConnection& connection) {
+    if (!works) return connection.waitForClose();
+    (void)connection.readRequest();
+    connection.write(answer("200 OK"));
+  });
+  for (int count = 0; count < 8; ++count) {
+    send(get("https" + server.url().substr(4), 0.2));
+    send(get(server.url(), 0.2));
+  }
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 16; }));
+  EXPECT_THAT(outcomes_, testing::Each("The request timed out."));
+  works = true;
+  EXPECT_EQ(outcome(get(server.url())), "200");
+}
+
+TEST_F(QtHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
+  const GoodServer server;
+  std::vector<int> answered(200, 0);
+  for (std::size_t number = 0; number < answered.size(); ++number) {
+    const std::string body = "body of " + std::to_string(number);
+    session_->send(post(server.url("/echo"), body, 20), [&, number, body](const Result& result) {
+      EXPECT_EQ(told(result), "200 " + body);
+      ++answered[number];
+    });
+  }
+  EXPECT_TRUE(
+      waitUntil([&] { return std::count(answered.begin(), answered.end(), 1) == 200; }, 20s));
+  letTimePass(20ms);
+  EXPECT_THAT(answered, testing::Each(1));
+}
+
+TEST_F(QtHttpSessionTest, SeveralRequestsAreUnderWayTogether) {
+  std::atomic<int> together = 0;
+  httplib::Server server;
+  server.Get("/", [&](const httplib::Request&, httplib::Response&) {
+    ++together;
+    for (int wait = 0; wait < 500 && together < 3; ++wait) std::this_thread::sleep_for(10ms);
+  });
+  const int port = server.bind_to_any_port("127.0.0.1");
+  std::thread thread([&] { server.listen_after_bind(); });
+  for (int count = 0; count < 3; ++count) {
+    send(get("http://127.0.0.1:" + std::to_string(port) + "/"));
+  }
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 3; }));
+  EXPECT_EQ(together, 3);
+  server.stop();
+  thread.join();
+}
+
+TEST_F(QtHttpSessionTest, DestroyingTheSessionDropsItsCompletions) {
+  const GoodServer server;
+  send(get(server.url("/status/200")));
+  send(post(server.url("/echo"), "x"));
+  send(get("not an address"));
+  session_.reset();
+  letTimePass(100ms);
+  EXPECT_THAT(outcomes_, ElementsAre());
+}
+
+TEST_F(QtHttpSessionTest, ACompletionMayDestroyTheSession) {
+  const GoodServer server;
+  session_->send(get(server.url("/status/200")), [this](const Result& result) {
+    session_.reset();
+    outcomes_.push_back(told(result));
+  });
+  EXPECT_TRUE(waitUntil([this] { return !outcomes_.empty(); }));
+  letTimePass(20ms);
+  EXPECT_THAT(outcomes_, ElementsAre("200 told"));
+}
+
+TEST_F(QtHttpSessionTest, ACompletionMaySendTheNextRequest) {
+  const GoodServer server;
+  session_->send(get(server.url("/status/401")), [&](const Result& result) {
+    outcomes_.push_back(told(result));
+    send(get(server.url("/status/200")));
+  });
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 2; }));
+  EXPECT_THAT(outcomes_, ElementsAre("401 told", "200 told"));
+}
+
+}  // namespace
+}  // namespace notewick
