@@ -6,6 +6,7 @@
 
 #include <charconv>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace notewick::service {
@@ -28,15 +29,14 @@ std::optional<int> portBy(NameOf nameOf, int descriptor) {
 
 }  // namespace
 
-void shutConnections(int localPort, std::optional<int> remotePort, int how) {
+void shutConnections(int localPort, const std::function<bool(int)>& chosen) {
   for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
     const auto name = entry.path().filename().string();
     int descriptor = -1;
     std::from_chars(name.data(), name.data() + name.size(), descriptor);
     const auto remote = portBy(getpeername, descriptor);
-    if (remote && (!remotePort || remote == remotePort) &&
-        portBy(getsockname, descriptor) == localPort) {
-      shutdown(descriptor, how);
+    if (remote && portBy(getsockname, descriptor) == localPort && chosen(*remote)) {
+      shutdown(descriptor, SHUT_RDWR);
     }
   }
 }

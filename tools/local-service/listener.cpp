@@ -78,7 +78,7 @@ void deliver(const Answer& answer, const httplib::Request& request, httplib::Res
   if (canBeHalved) {
     setHalfBody(answer, response);
   } else if (answer.cut != Cut::None) {
-    shutConnections(request.local_port, request.remote_port, SHUT_RDWR);
+    shutConnections(request.local_port, [&](int port) { return port == request.remote_port; });
   } else if (!answer.contentType.empty() || !answer.body.empty()) {
     response.set_content(answer.body, answer.contentType);
   }
@@ -118,10 +118,9 @@ Listener::~Listener() {
 void Listener::stop() {
   if (!thread_.joinable()) return;
   server_->stop();
-  // Shut for reading, an idle connection ends and a busy one still delivers its answer; only a
-  // client that does not take its answer is cut off.
+  constexpr int PATIENT_TURNS = 200;
   for (int turn = 0; !ended_; ++turn) {
-    shutConnections(port_, std::nullopt, turn < 200 ? SHUT_RD : SHUT_RDWR);
+    shutConnections(port_, [&](int port) { return turn >= PATIENT_TURNS || !isBusy(port); });
     std::this_thread::sleep_for(10ms);
   }
   thread_.join();
@@ -144,9 +143,25 @@ int Listener::bind(const ListenerSettings& settings) {
   return port;
 }
 
+void Listener::begin(int remotePort) {
+  const std::lock_guard lock(mutex_);
+  busy_.insert(remotePort);
+}
+
+void Listener::finish(int remotePort) {
+  const std::lock_guard lock(mutex_);
+  busy_.erase(remotePort);
+}
+
+bool Listener::isBusy(int remotePort) {
+  const std::lock_guard lock(mutex_);
+  return busy_.contains(remotePort);
+}
+
 void Listener::route() {
   const auto answer = [this](const httplib::Request& from, httplib::Response& to,
                              std::string body = {}) {
+    begin(from.remote_port);
     auto request = requestOf(from);
     request.body = std::move(body);
     deliver(handler_(request), from, to);
@@ -169,6 +184,9 @@ void Listener::route() {
     to.status = failure.status;
     to.set_content(failure.body, failure.contentType);
   });
+  // Called once an answer, also a failed one, has been written.
+  server_->set_logger(
+      [this](const httplib::Request& from, const auto&) { finish(from.remote_port); });
   constexpr auto ANY = "[^]*";
   server_->Get(ANY, withoutBody).Options(ANY, withoutBody);
   server_->Post(ANY, withBody).Put(ANY, withBody).Patch(ANY, withBody).Delete(ANY, withBody);

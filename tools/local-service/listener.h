@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -39,16 +41,22 @@ class Listener {
 
   [[nodiscard]] int port() const { return port_; }
 
-  /// Takes no more requests, lets those being answered finish, and returns when all threads ended.
+  /// Takes no more requests, lets those being answered finish (in two seconds at most), and returns
+  /// when all threads ended.
   void stop();
 
  private:
   void route();
+  void begin(int remotePort);
+  void finish(int remotePort);
+  [[nodiscard]] bool isBusy(int remotePort);
   int bind(const ListenerSettings& settings);
 
   Handler handler_;
   std::unique_ptr<httplib::Server> server_;
   int port_;
+  std::mutex mutex_;
+  std::set<int> busy_;  // remote ports of the connections with a request being answered
   std::atomic<bool> ended_ = false;
   std::thread thread_;
 };

@@ -46,7 +46,7 @@ std::string randomUuid() {
   bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0f) | 0x40);
   bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3f) | 0x80);
   auto text = hexadecimal(bytes);
-  for (const std::size_t at : {8, 13, 18, 23}) text.insert(at, 1, '-');
+  for (const auto at : {8U, 13U, 18U, 23U}) text.insert(at, 1, '-');
   return text;
 }
 

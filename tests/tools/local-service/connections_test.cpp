@@ -58,16 +58,16 @@ class ConnectionsTest : public testing::Test {
 
 TEST_F(ConnectionsTest, ShutsAllThatWereAcceptedOnThePort) {
   const auto first = connected(), second = connected();
-  shutConnections(portOf(listening), std::nullopt, SHUT_RDWR);
+  shutConnections(portOf(listening), [](int) { return true; });
   EXPECT_FALSE(isOpen(first.far));
   EXPECT_FALSE(isOpen(second.far));
   closeBoth(first);
   closeBoth(second);
 }
 
-TEST_F(ConnectionsTest, ShutsOnlyTheOneFromTheRemotePort) {
+TEST_F(ConnectionsTest, ShutsOnlyTheChosen) {
   const auto first = connected(), second = connected();
-  shutConnections(portOf(listening), portOf(first.far), SHUT_RDWR);
+  shutConnections(portOf(listening), [&](int port) { return port == portOf(first.far); });
   EXPECT_FALSE(isOpen(first.far));
   EXPECT_TRUE(isOpen(second.far));
   closeBoth(first);
@@ -76,7 +76,7 @@ TEST_F(ConnectionsTest, ShutsOnlyTheOneFromTheRemotePort) {
 
 TEST_F(ConnectionsTest, LeavesTheListenerAndLaterConnectionsAlone) {
   const auto first = connected();
-  shutConnections(portOf(listening), std::nullopt, SHUT_RDWR);
+  shutConnections(portOf(listening), [](int) { return true; });
   const auto later = connected();
   EXPECT_TRUE(isOpen(later.far));
   closeBoth(first);

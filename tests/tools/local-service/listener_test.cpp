@@ -5,7 +5,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <future>
 #include <stdexcept>
+#include <thread>
 
 #include "tests/tools/local-service/test_world.h"
 
@@ -17,22 +19,35 @@ Answer echo(const Request& request) {
           .body = request.method + " " + request.path + " " + request.body};
 }
 
-/// What comes back for bytes sent as they are, until the other side closes or is silent for 2 s.
-std::string rawExchange(int port, const std::string& sent) {
+/// A connection to the port whose reads give up after some time.
+int connected(int port, int patienceMilliseconds) {
   const int client = socket(AF_INET, SOCK_STREAM, 0);
-  const timeval patience{.tv_sec = 2, .tv_usec = 0};
+  const timeval patience{.tv_sec = patienceMilliseconds / 1000,
+                         .tv_usec = patienceMilliseconds % 1000 * 1000};
   setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(static_cast<std::uint16_t>(port));
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   EXPECT_EQ(connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  EXPECT_GE(send(client, sent.data(), sent.size(), MSG_NOSIGNAL), 0);
+  return client;
+}
+
+/// Everything until the end of the connection, or until a read gives up.
+std::string receivedFrom(int client) {
   std::string received;
   char buffer[4096];
   for (ssize_t size = 0; (size = recv(client, buffer, sizeof buffer, 0)) > 0;) {
     received.append(buffer, static_cast<std::size_t>(size));
   }
+  return received;
+}
+
+/// What comes back for bytes sent as they are, until the end or that long a silence.
+std::string rawExchange(int port, const std::string& sent, int patienceMilliseconds) {
+  const int client = connected(port, patienceMilliseconds);
+  EXPECT_GE(send(client, sent.data(), sent.size(), MSG_NOSIGNAL), 0);
+  auto received = receivedFrom(client);
   close(client);
   return received;
 }
@@ -63,7 +78,8 @@ TEST_F(ListenerTest, HandsOverEveryMethodWithItsBody) {
 }
 
 TEST_F(ListenerTest, APostWithoutALengthHasNoBody) {
-  EXPECT_NE(rawExchange(listener.port(), "POST /a HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n")
+  EXPECT_NE(rawExchange(listener.port(), "POST /a HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n",
+                        10'000)
                 .find("POST /a "),
             std::string::npos);
 }
@@ -119,7 +135,7 @@ TEST_F(ListenerTest, SurvivesBytesThatAreNoHttp) {
         std::string("POST /a HTTP/1.1\r\nContent-Encoding: gzip\r\nContent-Length: 3\r\n\r\nabc"),
         "GET /a HTTP/1.1\r\nRange: bytes=" + std::string(8000, '1') + "-\r\n\r\n",
         "GET /a HTTP/1.1\r\nX: " + std::string(100'000, 'a') + "\r\n\r\n"}) {
-    rawExchange(listener.port(), sent);
+    rawExchange(listener.port(), sent, 100);
     expectAlive();
   }
 }
@@ -132,6 +148,31 @@ TEST_F(ListenerTest, StopsAtOnceWithIdleConnectionsOpen) {
   listener.stop();
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
   EXPECT_EQ(statusOf(idle.Get("/a")), 0);
+}
+
+TEST(ListenerStopTest, DeliversTheAnswerBeingMadeAndEndsIdleConnections) {
+  std::promise<void> asked, release;
+  Listener listener({}, [&](const Request&) {
+    asked.set_value();
+    release.get_future().wait();
+    return Answer{.body = "in the end"};
+  });
+  const int idle = connected(listener.port(), 10'000);
+  std::string received;
+  std::thread asking([&, client = connected(listener.port(), 10'000)] {
+    const std::string request = "GET /a HTTP/1.1\r\nHost: x\r\n\r\n";
+    send(client, request.data(), request.size(), MSG_NOSIGNAL);
+    received = receivedFrom(client);
+    close(client);
+  });
+  asked.get_future().wait();
+  std::thread stopping([&] { listener.stop(); });
+  EXPECT_EQ(receivedFrom(idle), "");  // ends only when stopping has shut it
+  release.set_value();
+  stopping.join();
+  asking.join();
+  close(idle);
+  EXPECT_TRUE(received.ends_with("in the end")) << received;
 }
 
 TEST(ListenerAddressTest, RefusesEverythingButLoopback) {
