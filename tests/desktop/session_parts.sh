@@ -133,9 +133,9 @@ run_command() {
   wait "${pid_of[command]}"
 }
 
-# stop PID: TERM, two seconds of patience, KILL.
+# stop PID: TERM, five seconds of patience, KILL (an X server killed leaves its socket behind).
 stop() {
-  local deadline=$((SECONDS + 3))
+  local deadline=$((SECONDS + 6))
   is_running "$1" || return 0
   kill -TERM "$1"
   while is_running "$1" && ((SECONDS < deadline)); do sleep 0.02; done
@@ -170,7 +170,13 @@ end_session() {
   unset NOTEWICK_SESSION_MARK # the search must not find itself
   end_marked_processes
   if [[ -n $keep_logs_in ]]; then mkdir -p "$keep_logs_in" && cp -r "$base/log/." "$keep_logs_in/"; fi
-  rm -rf "$base"
+  remove_private_folder
+}
+
+# A browser's children do not show the mark and may still write for a moment after their parent's end.
+remove_private_folder() {
+  local deadline=$((SECONDS + 5))
+  until rm -rf "$base" 2>/dev/null || ((SECONDS > deadline)); do sleep 0.05; done
 }
 
 end_session_on_exit() {

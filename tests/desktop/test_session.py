@@ -4,6 +4,7 @@
 import os
 import pwd
 import signal
+import socket
 import subprocess
 import tempfile
 import time
@@ -50,11 +51,14 @@ def is_alive(pid):
 
 
 def is_orphan(display):
-    """The lock of an X server is there without the server; another session may have the number by now."""
-    lock = Path(f"/tmp/.X{display.strip(':')}-lock")
-    try:
-        return not is_alive(lock.read_text().strip(" \n\0"))
-    except FileNotFoundError:
+    """The socket of an X server is there without a server; another session may have the number by now."""
+    with socket.socket(socket.AF_UNIX) as client:
+        try:
+            client.connect("/tmp/.X11-unix/X" + display.strip(":"))
+        except FileNotFoundError:
+            return False
+        except ConnectionRefusedError:
+            return True
         return False
 
 
