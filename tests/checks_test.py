@@ -1,0 +1,153 @@
+#!/usr/bin/env python3
+"""Proves that the checks of this folder fail when they should."""
+
+import pathlib
+import sys
+import tempfile
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+import check_behaviour  # noqa: E402
+import check_house  # noqa: E402
+
+
+class HouseTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+        self.put("app/main.cpp", "int main() {}\n")
+
+    def put(self, path, text):
+        file = self.root / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text, encoding="utf-8")
+
+    def offences(self, path, text):
+        """What is said against this file alone."""
+        self.put(path, text)
+        if path.endswith(".cpp"):
+            self.put("tests/" + path.removesuffix(".cpp") + "_test.cpp", "")
+        return list(check_house.offences(self.root))
+
+    def assert_refused(self, path, text):
+        found = self.offences(path, text)
+        self.assertEqual(len(found), 1, found)
+        self.assertTrue(found[0].startswith(path), found)
+
+    def assert_fine(self, path, text):
+        self.assertEqual(self.offences(path, text), [])
+
+    def test_an_orderly_house_is_fine(self):
+        self.assertEqual(list(check_house.offences(self.root)), [])
+
+    def test_a_folder_without_code_is_no_house(self):
+        with tempfile.TemporaryDirectory() as empty:
+            self.assertTrue(any("root" in line
+                                for line in check_house.offences(pathlib.Path(empty))))
+
+    def test_toolkits_systems_and_clocks_are_refused(self):
+        for code in ["QString text;", "xcb_connection_t* c;", "NSString* s;", "GVariant* v;",
+                     "auto t = std::chrono::system_clock::now();", "auto t = time(nullptr);",
+                     "auto t = std::time(nullptr);", 'auto h = std::getenv("HOME");', "sleep(1);",
+                     "std::this_thread::sleep_for(s);", "std::ifstream file;", "std::thread t;",
+                     "#ifdef __APPLE__\n#endif", "AXIsProcessTrusted();"]:
+            with self.subTest(code):
+                self.assert_refused("model/a.cpp", code + "\n")
+
+    def test_names_in_comments_and_texts_are_fine(self):
+        self.assert_fine("model/a.cpp", '// a QString, time(0)\n/* NSString\n */ f("getenv");\n')
+        self.assert_fine("ui/b.cpp", "QuickWidgetController c; x.time(1); auto n = localTime(t);\n")
+
+    def test_system_headers_are_refused(self):
+        for header in ["unistd.h", "thread", "ctime", "fstream", "QString", "xcb/xcb.h", "iostream"]:
+            with self.subTest(header):
+                self.assert_refused("detect/a.cpp", f"#include <{header}>\n")
+        self.assert_fine("detect/a.cpp", "#include <vector>\n#include <nlohmann/json.hpp>\n")
+
+    def test_knowledge_goes_one_way(self):
+        for path, header in [("model/a.cpp", "detect/b.h"), ("model/a.cpp", "platform/clock.h"),
+                             ("model/a.h", "client/b.h"), ("detect/a.cpp", "client/b.h"),
+                             ("client/a.cpp", "detect/b.h"), ("client/a.cpp", "ui/b.h"),
+                             ("outbox/a.cpp", "ui/b.h"), ("ui/a.cpp", "app/entry.h"),
+                             ("ui/a.cpp", "platform/linux/views.h"), ("ui/a.cpp", "b.h"),
+                             ("model/a.cpp", "tests/support/world.h")]:
+            with self.subTest(path + " " + header):
+                self.assert_refused(path, f'#include "{header}"\n')
+                (self.root / path).unlink()
+
+    def test_allowed_knowledge_is_fine(self):
+        for path, header in [("model/a.cpp", "app/constants.h"), ("detect/a.cpp", "model/b.h"),
+                             ("client/a.cpp", "platform/clock.h"), ("ui/a.cpp", "client/b.h"),
+                             ("app/a.cpp", "ui/b.h")]:
+            self.assert_fine(path, f'#include "{header}"\n')
+
+    def test_the_delegate_is_known_to_its_own_bodies_only(self):
+        line = '#include "app/app_delegate.h"\n'
+        self.assert_fine("ui/delegate_menu.cpp", line)
+        self.assert_fine("app/entry.cpp", line)
+        self.assert_refused("ui/status_menu.cpp", line)
+
+    def test_ports_know_plain_types_only(self):
+        self.assert_refused("platform/clock.h", '#include "model/date.h"\n')
+        self.assert_refused("platform/clock.h", "#include <QObject>\n")
+        self.assert_fine("platform/clock.h", '#include <string>\n#include "platform/files.h"\n')
+
+    def test_a_body_without_test_is_refused(self):
+        self.put("model/a.cpp", "")
+        self.assertEqual(list(check_house.offences(self.root)),
+                         ["model/a.cpp: has no tests/model/a_test.cpp"])
+
+    def test_an_exception_without_file_is_refused(self):
+        (self.root / "app/main.cpp").rename(self.root / "app/other.cpp")
+        self.put("tests/app/other_test.cpp", "")
+        self.assertEqual(len(list(check_house.offences(self.root))), 1)
+
+    def test_a_file_of_401_lines_is_refused(self):
+        self.assert_fine("platform/linux/a.cpp", "\n" * 400)
+        self.assert_refused("platform/linux/a.cpp", "\n" * 401)
+
+    def test_switched_off_tests_are_refused(self):
+        self.assert_refused("tests/b_test.cpp", "TEST(A, " + "DISABLED_B) {}\n")
+
+
+class BehaviourTest(unittest.TestCase):
+    HEAD = "| behaviour | test |\n|---|---|\n"
+
+    def faults(self, *lines, known=("A.B", "C.D")):
+        return list(check_behaviour.faults(self.HEAD + "\n".join(lines), set(known)))
+
+    def test_a_list_of_existing_tests_is_fine(self):
+        self.assertEqual(self.faults("| does this | `A.B` |", "| and that | `A.B` `C.D` |"), [])
+
+    def test_a_test_that_does_not_exist_is_told(self):
+        self.assertEqual(self.faults("| does this | `A.B` `A.X` |"),
+                         ["line 3: there is no test A.X"])
+
+    def test_an_empty_list_is_told(self):
+        self.assertEqual(self.faults(), ["the list is empty"])
+
+    def test_a_row_without_test_or_words_is_told(self):
+        self.assertEqual(len(self.faults("| does this | A.B |")), 1)
+        self.assertEqual(len(self.faults("| | `A.B` |")), 1)
+        self.assertEqual(len(self.faults("| does this |")), 1)
+
+    def test_a_behaviour_told_twice_is_told(self):
+        self.assertEqual(len(self.faults("| this | `A.B` |", "| this | `C.D` |")), 1)
+
+    def test_the_tests_of_python_files_are_found(self):
+        names = check_behaviour.tests_of_folder(pathlib.Path(__file__).parent)
+        self.assertIn("checks_test.py::BehaviourTest.test_an_empty_list_is_told", names)
+
+    def test_the_tests_of_a_program_are_found(self):
+        with tempfile.TemporaryDirectory() as folder:
+            program = pathlib.Path(folder) / "program"
+            listing = "Suite.\\n  First\\nAll/Many.\\n  Second/0  # GetParam() = 1\\n"
+            program.write_text(f"#!/bin/sh\nprintf '{listing}'\n")
+            program.chmod(0o755)
+            self.assertEqual(check_behaviour.tests_of_program(str(program)),
+                             {"Suite.First", "All/Many.Second/0", "Many.Second"})
+
+
+if __name__ == "__main__":
+    unittest.main()
