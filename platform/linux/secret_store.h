@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDBusObjectPath>
+#include <QList>
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/linux/secret_service.h"
+#include "platform/secret_store.h"
+
+namespace notewick {
+
+class SecretUnlock;
+
+/// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
+///
+/// Each of `load`, `save` and `remove` takes at most `secretServicePatience`. A service that does
+/// not answer by then (it hangs, or is slow to start right after login) counts as locked, and is
+/// not waited for again before it has answered: `unlock` waits for that without blocking. A service
+/// that is not running is started once in the life of the program; when that fails there is none.
+///
+/// `save` says `locked` also when the user has no collection for secrets yet; `unlock` then lets
+/// the service ask for the password of a new one. In a locked collection that does not hold the
+/// secret, `load` says `absent`.
+class SecretServiceStore : public SecretStore {
+ public:
+  SecretServiceStore();
+  ~SecretServiceStore() override;
+
+  [[nodiscard]] SecretLookup load(const SecretKey& key) override;
+  SecretWrite save(const SecretKey& key, const std::string& secret) override;
+  SecretWrite remove(const SecretKey& key) override;
+  void unlock(std::function<void(bool opened)> completion) override;
+
+ private:
+  [[nodiscard]] SecretServiceAnswer<void> reach(const SecretServiceConversation& service);
+  [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
+                                                      const SecretKey& key);
+  void noteFailure(SecretServiceFailure failure);
+  void unlockEnded(bool opened);
+
+  bool startTried_ = false;
+  bool waitingForAnswer_ = false;
+  QList<QDBusObjectPath> lockedItems_;  ///< those that the last search found
+  std::unique_ptr<SecretUnlock> unlock_;
+  std::vector<std::function<void(bool)>> unlockCompletions_;
+  QObject pending_;  ///< what the bus has yet to answer is dropped with it
+};
+
+}  // namespace notewick

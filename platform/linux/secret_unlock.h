@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QList>
+#include <QObject>
+#include <functional>
+
+class QDBusMessage;
+
+namespace notewick {
+
+/// Asks the user, through the Secret Service's own prompt, to open the default collection and the
+/// one of each item given, or to make a default collection where there is none. Waits for the
+/// service and for the user as long as it takes, without blocking, and never takes the question
+/// back, not even when it is destroyed: a service may crash when it is cancelled.
+class SecretUnlock : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `ended` is called once, in a later turn.
+  SecretUnlock(const QList<QDBusObjectPath>& items, std::function<void(bool opened)> ended);
+
+ private slots:
+  void promptCompleted(bool dismissed, const QDBusVariant& result);
+
+ private:
+  void call(const QString& path, const QString& interface, const QString& member,
+            const QVariantList& arguments, void (SecretUnlock::*then)(const QDBusMessage&));
+  void aliasRead(const QDBusMessage& answer);
+  void unlockAnswered(const QDBusMessage& answer);
+  void promptShown(const QDBusMessage& answer);
+  void end(bool opened);
+
+  QList<QDBusObjectPath> objects_;
+  std::function<void(bool opened)> ended_;
+  QDBusServiceWatcher watcher_;
+};
+
+}  // namespace notewick

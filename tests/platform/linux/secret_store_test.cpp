@@ -1,0 +1,373 @@
+#include "platform/linux/secret_store.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QElapsedTimer>
+#include <csignal>
+#include <filesystem>
+
+#include "tests/support/linux_session.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using namespace std::chrono_literals;
+
+const SecretKey token{"tools.velk.notewick", "refresh-token"};
+
+std::string told(const SecretLookup& lookup) {
+  switch (lookup.state) {
+    case SecretState::found:
+      return "found " + lookup.secret;
+    case SecretState::absent:
+      return "absent" + lookup.secret;
+    case SecretState::locked:
+      return "locked" + lookup.secret;
+  }
+  return "";
+}
+
+class SecretStoreTest : public testing::Test {
+ protected:
+  [[nodiscard]] std::string loaded() { return told(store_.load(token)); }
+
+  void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
+    service_ = std::make_unique<ChildProcess>(command, input);
+    ASSERT_TRUE(waitForOwner(secretService::name));
+  }
+
+  ~SecretStoreTest() override {
+    service_.reset();
+    EXPECT_TRUE(waitForOwner(secretService::name, false));
+  }
+
+  std::unique_ptr<ChildProcess> service_;
+  SecretServiceStore store_;
+};
+
+/// With GNOME Keyring, open with an empty password unless a test says otherwise.
+class GnomeKeyringTest : public SecretStoreTest {
+ protected:
+  GnomeKeyringTest() {
+    std::filesystem::remove_all(LinuxSession::current().home() + "/.local/share/keyrings");
+  }
+
+  void keyringIsOpen() {
+    startAndWait({"gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"},
+                 "\n");
+  }
+  void keyringWasNeverMade() {
+    startAndWait({"gnome-keyring-daemon", "--foreground", "--components=secrets"});
+  }
+  static void userLocksIt() {
+    QDBusMessage lock = QDBusMessage::createMethodCall(secretService::name, secretService::path,
+                                                       secretService::serviceInterface, "Lock");
+    const QDBusObjectPath collection("/org/freedesktop/secrets/collection/login");
+    lock << QVariant::fromValue(QList{collection});
+    ASSERT_EQ(QDBusConnection::sessionBus().call(lock).type(), QDBusMessage::ReplyMessage);
+  }
+};
+
+TEST_F(GnomeKeyringTest, AnEmptyStoreHoldsNothing) {
+  keyringIsOpen();
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+}
+
+TEST_F(GnomeKeyringTest, ASavedSecretIsFoundAndARemovedOneIsNot) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save(token, "s3cr3t \xc3\xa9 \"x\""), SecretWrite::done);
+  EXPECT_EQ(loaded(), "found s3cr3t \xc3\xa9 \"x\"");
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_EQ(loaded(), "absent");
+}
+
+TEST_F(GnomeKeyringTest, SavingAgainReplacesAndNeverAddsASecond) {
+  keyringIsOpen();
+  for (const char* secret : {"first", "second", "", "a much longer third one"}) {
+    EXPECT_EQ(store_.save(token, secret), SecretWrite::done);
+    EXPECT_EQ(loaded(), std::string("found ") + secret);
+    const auto items = SecretServiceConversation().search(token);
+    ASSERT_TRUE(items.has_value());
+    EXPECT_THAT(items->unlocked, SizeIs(1));
+  }
+}
+
+TEST_F(GnomeKeyringTest, SecretsOfOtherServicesAndAccountsAreOthers) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save({"other.service", token.account}, "a"), SecretWrite::done);
+  EXPECT_EQ(store_.save({token.service, "other"}, "b"), SecretWrite::done);
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_EQ(told(store_.load({token.service, "other"})), "found b");
+}
+
+TEST_F(GnomeKeyringTest, ASecretThatIsNoTextCountsAsAbsent) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save(token, "\xff\xfe"), SecretWrite::done);
+  EXPECT_EQ(loaded(), "absent");
+}
+
+TEST_F(GnomeKeyringTest, ALockedStoreIsNeitherReadNorWrittenAndNotWaitedFor) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  userLocksIt();
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_LT(time.elapsed(), 500);
+}
+
+TEST_F(GnomeKeyringTest, ALockedStoreWithoutTheSecretSaysAbsentButCannotSave) {
+  keyringIsOpen();
+  userLocksIt();
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+}
+
+TEST_F(GnomeKeyringTest, WithoutAnyCollectionNothingIsThereAndSavingWaitsForOne) {
+  keyringWasNeverMade();
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+}
+
+TEST_F(GnomeKeyringTest, TheSecretIsNotInClearInAnyFile) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save(token, "n0t-in-clear"), SecretWrite::done);
+  ChildProcess search({"grep", "-rlF", "n0t-in-clear", LinuxSession::current().home()});
+  EXPECT_EQ(search.readLine(), "");
+}
+
+/// With a service whose user is the test.
+class ScriptedServiceTest : public SecretStoreTest {
+ protected:
+  void serviceIs(const std::string& state = "") {
+    startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE, state});
+  }
+
+  static QVariantList control(const QString& member, const QVariantList& arguments = {}) {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        secretService::name, "/control", "tools.velk.notewick.FakeSecrets", member);
+    message.setArguments(arguments);
+    const QDBusMessage answer = QDBusConnection::sessionBus().call(message);
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    return answer.arguments();
+  }
+  [[nodiscard]] static uint openPrompts() { return control("OpenPrompts").value(0).toUInt(); }
+  [[nodiscard]] static QStringList calls() { return control("Calls").value(0).toStringList(); }
+
+  void unlock() {
+    store_.unlock([this](bool opened) { answers_.push_back(opened); });
+  }
+
+  std::vector<bool> answers_;
+};
+
+TEST_F(ScriptedServiceTest, LookingNeverUnlocksAndNeverPrompts) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  control("Lock");
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_FALSE(calls().contains("Unlock"));
+  EXPECT_FALSE(calls().contains("Prompt"));
+  EXPECT_EQ(openPrompts(), 0U);
+}
+
+TEST_F(ScriptedServiceTest, SessionsAreClosedAgain) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(loaded(), "found s3cr3t");
+  EXPECT_EQ(calls().count("OpenSession"), 2);
+  EXPECT_EQ(calls().count("Close"), 2);
+}
+
+TEST_F(ScriptedServiceTest, UnlockingAsksTheUserAndEndsWithTheStoreOpen) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  control("Lock");
+  EXPECT_EQ(loaded(), "locked");
+  unlock();
+  EXPECT_THAT(answers_, IsEmpty());
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, IsEmpty());
+  control("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ScriptedServiceTest, ADismissedQuestionEndsWithTheStoreLocked) {
+  serviceIs("--locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("DismissPrompt");
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  letTimePass(20ms);
+  EXPECT_THAT(answers_, ElementsAre(false));
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+}
+
+TEST_F(ScriptedServiceTest, AnOpenStoreIsUnlockedWithoutAQuestion) {
+  serviceIs();
+  unlock();
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_FALSE(calls().contains("Prompt"));
+}
+
+TEST_F(ScriptedServiceTest, TheSameQuestionIsNotAskedTwiceAtOnce) {
+  serviceIs("--locked");
+  unlock();
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  letTimePass(50ms);
+  EXPECT_EQ(openPrompts(), 1U);
+  control("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
+  EXPECT_THAT(answers_, ElementsAre(true, true));
+}
+
+TEST_F(ScriptedServiceTest, AfterARefusalTheQuestionCanBeAskedAgain) {
+  serviceIs("--locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("DismissPrompt");
+  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 1; }));
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
+  EXPECT_THAT(answers_, ElementsAre(false, true));
+}
+
+TEST_F(ScriptedServiceTest, TheQuestionIsNeverTakenBack) {
+  serviceIs("--locked");
+  {
+    SecretServiceStore shortLived;
+    shortLived.unlock([](bool) { ADD_FAILURE() << "completed after the end"; });
+    EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  }
+  letTimePass(50ms);
+  EXPECT_EQ(openPrompts(), 1U);
+  EXPECT_FALSE(calls().contains("Dismiss"));
+  control("CompletePrompt");
+  letTimePass(50ms);
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatEndsWhileItAsksEndsTheQuestion) {
+  serviceIs("--locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  service_.reset();
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, ElementsAre(false));
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatHangsCostsTimeOnceAndCountsAsLocked) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  service_->signal(SIGSTOP);
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_LT(time.elapsed(), 1200);
+  time.restart();
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_LT(time.elapsed(), 50);
+
+  unlock();
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, IsEmpty());
+  service_->signal(SIGCONT);
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+/// Without a service, unless the bus can start one.
+class ActivationTest : public SecretStoreTest {
+ protected:
+  ~ActivationTest() override {
+    std::filesystem::remove(LinuxSession::current().home() +
+                            "/services/org.freedesktop.secrets.service");
+  }
+
+  static void busStarts(const std::string& command) {
+    LinuxSession::current().makeActivatable(secretService::name, command);
+  }
+};
+
+TEST_F(ActivationTest, WithoutAServiceTheStoreIsEmptyAtOnce) {
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_LT(time.elapsed(), 200);
+}
+
+TEST_F(ActivationTest, WithoutAServiceThereIsNothingToUnlock) {
+  bool answered = false;
+  store_.unlock([&](bool opened) {
+    EXPECT_FALSE(opened);
+    answered = true;
+  });
+  EXPECT_FALSE(answered);
+  EXPECT_TRUE(waitUntil([&] { return answered; }));
+}
+
+TEST_F(ActivationTest, AServiceThatAppearsLaterIsUsed) {
+  EXPECT_EQ(loaded(), "absent");
+  startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ActivationTest, AServiceThatTheBusFailsToStartIsTriedOnce) {
+  const std::string tries = LinuxSession::current().home() + "/tries";
+  busStarts("/bin/sh -c 'echo x >> " + tries + "; exit 1'");
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+  EXPECT_EQ(std::filesystem::file_size(tries), 2U);
+}
+
+TEST_F(ActivationTest, AServiceThatIsSlowToStartCountsAsLockedUntilItIsThere) {
+  busStarts("/bin/sh -c 'sleep 2; exec /usr/bin/python3 " FAKE_SECRET_SERVICE "'");
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_LT(time.elapsed(), 1300);
+  std::vector<bool> answers;
+  store_.unlock([&](bool opened) { answers.push_back(opened); });
+  EXPECT_TRUE(waitUntil([&] { return !answers.empty(); }));
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(loaded(), "absent");
+  const auto id = QDBusConnection::sessionBus().call(
+      QDBusMessage::createMethodCall("org.freedesktop.DBus", "/", "org.freedesktop.DBus",
+                                     "GetConnectionUnixProcessID")
+      << QString(secretService::name));
+  kill(static_cast<pid_t>(id.arguments().value(0).toUInt()), SIGTERM);
+}
+
+}  // namespace
+}  // namespace notewick
