@@ -157,7 +157,6 @@ TEST(ListenerStopTest, DeliversTheAnswerBeingMadeAndEndsIdleConnections) {
     release.get_future().wait();
     return Answer{.body = "in the end"};
   });
-  const int idle = connected(listener.port(), 10'000);
   std::string received;
   std::thread asking([&, client = connected(listener.port(), 10'000)] {
     const std::string request = "GET /a HTTP/1.1\r\nHost: x\r\n\r\n";
@@ -166,8 +165,9 @@ TEST(ListenerStopTest, DeliversTheAnswerBeingMadeAndEndsIdleConnections) {
     close(client);
   });
   asked.get_future().wait();
+  const int idle = connected(listener.port(), 10'000);
   std::thread stopping([&] { listener.stop(); });
-  EXPECT_EQ(receivedFrom(idle), "");  // ends only when stopping has shut it
+  EXPECT_EQ(receivedFrom(idle), "");  // the later connection, so the busy one has had its turn
   release.set_value();
   stopping.join();
   asking.join();
