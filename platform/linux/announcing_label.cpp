@@ -1,25 +1,11 @@
 #include "platform/linux/announcing_label.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include "platform/linux/accessible_role.h"
 
 namespace notewick {
-namespace {
-
-/// Screen readers speak a notification when it starts to show.
-QAccessibleInterface* asNotification(const QString& /*className*/, QObject* object) {
-  auto* const label = dynamic_cast<AnnouncingLabel*>(object);
-  return label != nullptr ? new QAccessibleWidget(label, QAccessible::Notification) : nullptr;
-}
-
-}  // namespace
 
 AnnouncingLabel::AnnouncingLabel(double size, Tint tint) : Label("", size, tint) {
-  static const bool installed = [] {
-    QAccessible::installFactory(asNotification);
-    return true;
-  }();
-  static_cast<void>(installed);
+  setAccessibleRole(*this, QAccessible::Notification);
   hide();
 }
 

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include "platform/linux/accessible_role.h"
 #include "platform/linux/panel_look.h"
 #include "platform/linux/panel_placement.h"
 #include "platform/linux/status_symbol.h"
@@ -34,6 +35,7 @@ QList<QRect> availableScreens() {
 }
 
 PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
+  setAccessibleRole(*this, QAccessible::Dialog);
   setWindowTitle(fromUtf8(title));
   setWindowIcon(statusSymbol(std::nullopt));
   setAttribute(Qt::WA_ShowWithoutActivating);
@@ -103,14 +105,23 @@ void PanelWindow::closeEvent(QCloseEvent* event) {
 void PanelWindow::contextMenuEvent(QContextMenuEvent* event) {
   std::unique_ptr<QMenu> menu = windowMenu ? windowMenu() : nullptr;
   if (!menu) return event->ignore();
+  menu->setParent(this, menu->windowFlags());
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu.release()->popup(event->globalPos());
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) askForMenu();
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (!isReturn || defaultButton_ == nullptr) return QWidget::keyPressEvent(event);
   if (!event->isAutoRepeat()) defaultButton_->click();
+}
+
+void PanelWindow::askForMenu() {
+  QWidget& focus = focusWidget() != nullptr ? *focusWidget() : *this;
+  const QPoint place = focus.inputMethodQuery(Qt::ImCursorRectangle).toRect().bottomLeft();
+  QContextMenuEvent asked(QContextMenuEvent::Keyboard, place, focus.mapToGlobal(place));
+  QApplication::sendEvent(&focus, &asked);
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {

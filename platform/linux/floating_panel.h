@@ -64,6 +64,7 @@ class PanelWindow : public QWidget {
 
  private:
   void applyPlacement();
+  void askForMenu();  ///< as the Menu key does, which the toolkit itself knows
 
   QPushButton* defaultButton_ = nullptr;
   Placement placement_;

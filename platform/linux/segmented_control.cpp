@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "platform/linux/accessible_role.h"
 #include "platform/linux/panel_look.h"
 
 namespace notewick {
@@ -80,6 +81,7 @@ Segment::Place placeOf(std::size_t index, std::size_t count) {
 
 SegmentedControl::SegmentedControl(const std::vector<std::string>& segments,
                                    const std::string& label) {
+  setAccessibleRole(*this, QAccessible::Grouping);
   setAccessibleName(fromUtf8(label));
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);

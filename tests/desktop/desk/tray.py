@@ -94,8 +94,11 @@ class Item:
             found = self.entry(*labels)
             return found if found and found.enabled else None
 
-        chosen = wait_until(enabled_entry, timeout, f"the menu entry {' > '.join(labels)}")
-        self._menu().Event(chosen.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5)
+        self.click(wait_until(enabled_entry, timeout, f"the menu entry {' > '.join(labels)}"))
+
+    def click(self, entry):
+        """Clicks an entry of the menu as it was when it was read."""
+        self._menu().Event(entry.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5)
 
 
 def has_host():

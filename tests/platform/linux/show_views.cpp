@@ -1,6 +1,7 @@
 // Shows the views with sample contents, and prints what the user does with them, one line each.
 // Usage: show_views [--quick] [--sign-in] [--tray] [--caught N] [--status TEXT] [--error TEXT]
 //                   [--busy] [--dark] [--contrast] [--key] [--count N] [--scale FACTOR]
+// Lines on standard input are commands; see obey.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -124,6 +125,13 @@ QPalette contrastPalette() {
   return pure;
 }
 
+void showRows(QuickNotePanel& panel, int count) {
+  panel.setCaught(sampleRows(count), count > 4 ? std::optional("+ " + std::to_string(count - 4) +
+                                                               " more in the menu bar")
+                                               : std::nullopt);
+  panel.fitToContents();
+}
+
 void showQuickNote(Printer& printer, QtViews& views, const QCommandLineParser& options,
                    std::weak_ptr<QuickNotePanelDelegate> delegate) {
   const int caught = options.value("caught").toInt();
@@ -133,10 +141,7 @@ void showQuickNote(Printer& printer, QtViews& views, const QCommandLineParser& o
                            : "Minutes — you set this.");
   panel.setParticipants({"Alice Jones", "Bob Smith", "Lena O'Keefe"}, 0);
   panel.setStatus(options.value("status").toStdString());
-  panel.setCaught(sampleRows(caught), caught > 4 ? std::optional("+ " + std::to_string(caught - 4) +
-                                                                 " more in the menu bar")
-                                                 : std::nullopt);
-  panel.fitToContents();
+  showRows(panel, caught);
   if (!panel.applySavedFrame()) panel.placeAtBottomRight(24);
   options.isSet("key") ? panel.makeKeyAndOrderFront() : panel.orderFrontRegardless();
 }
@@ -159,18 +164,20 @@ void showTray(Printer& printer, QtViews& views, const QCommandLineParser& option
   printer.statusItem->setMenu(sampleMenu());
 }
 
-/// Carries out a command from standard input: what the program would do later on.
-void obey(const std::string& command, Printer& printer) {
+/// Carries out a line of standard input, a command and its text: what the program does later on.
+void obey(const std::string& line, Printer& printer) {
+  const auto end = line.find(' ');
+  const std::string command = line.substr(0, end);
+  const std::string text = end == std::string::npos ? "" : line.substr(end + 1);
   if (command == "hide") printer.quick->orderOut();
   if (command == "show") printer.quick->orderFrontRegardless();
   if (command == "key") printer.quick->makeKeyAndOrderFront();
-  if (command == "fewer") {
-    printer.quick->setCaught(sampleRows(1), std::nullopt);
-    printer.quick->fitToContents();
-  }
-  if (command == "menu") printer.statusItem->setMenu({item("Another menu", MenuAction::logNow)});
+  if (command == "rows") showRows(*printer.quick, std::stoi(text));
+  if (command == "status") printer.quick->setStatus(text);
+  if (command == "menu") printer.statusItem->setMenu({item(text, MenuAction::logNow)});
+  if (command == "title") printer.statusItem->setTitle(text);
   if (command == "quit") QCoreApplication::quit();
-  say("done " + command);
+  say("done " + line);
 }
 
 int show(int argc, char** argv) {
