@@ -35,14 +35,16 @@ struct Platform {
 
 }  // namespace
 
-void makePlatform(int&, char**) {
-  static Platform platform;
+std::shared_ptr<void> makePlatform(int&, char**) {
+  const auto owner = std::make_shared<Platform>();
+  Platform& platform = *owner;
   registerPorts({platform.clock, platform.mainLoop, platform.files, platform.userDefaults,
                  platform.secretStore, platform.notifier, platform.workspace,
                  platform.accessibility, platform.screen, platform.uuids, platform.views,
-                 [](const HttpSessionConfiguration& configuration) {
-                   return std::make_unique<UrlSession>(configuration, platform.mainLoop);
+                 [&loop = platform.mainLoop](const HttpSessionConfiguration& configuration) {
+                   return std::make_unique<UrlSession>(configuration, loop);
                  }});
+  return owner;
 }
 
 Application& sharedApplication() {
