@@ -9,7 +9,9 @@ namespace notewick {
 
 /// The toolkit's application object. Closing the last window does not end the program; SIGTERM,
 /// SIGINT and SIGHUP do, in order. Its windows run through XWayland unless QT_QPA_PLATFORM says
-/// otherwise: native Wayland windows can neither stay on top nor keep their place.
+/// otherwise: native Wayland windows can neither stay on top nor keep their place. It has no
+/// display name, which the toolkit would add to the titles of windows. Making it without a display
+/// ends the program with a line on standard error and status 1.
 class QtApplication final : public Application {
  public:
   /// `argc` and `argv` must stay alive as long as the object.
@@ -21,7 +23,7 @@ class QtApplication final : public Application {
   int run(std::weak_ptr<ApplicationDelegate> delegate) override;
 
  private:
-  QApplication application_;
+  std::unique_ptr<QApplication> application_;
 };
 
 }  // namespace notewick

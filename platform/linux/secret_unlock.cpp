@@ -19,7 +19,12 @@ SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items,
       ended_(std::move(ended)),
       watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForUnregistration) {
   connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(false); });
-  call(path, serviceInterface, "ReadAlias", {"default"}, &SecretUnlock::aliasRead);
+  if (QDBusConnection::sessionBus().isConnected()) {
+    call(path, serviceInterface, "ReadAlias", {"default"}, &SecretUnlock::aliasRead);
+  } else {
+    QMetaObject::invokeMethod(
+        this, [this] { end(false); }, Qt::QueuedConnection);
+  }
 }
 
 void SecretUnlock::call(const QString& object, const QString& interface, const QString& member,

@@ -1,7 +1,6 @@
 #include "platform/linux/single_instance.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QStandardPaths>
 #include <utility>
@@ -13,13 +12,19 @@ constexpr const char* NAME = "tools.velk.Notewick";
 constexpr const char* PATH = "/tools/velk/Notewick";
 constexpr int PATIENCE_MILLISECONDS = 2000;
 
+std::string lockPath() {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+  return folder.toStdString() + "/notewick.lock";
+}
+
 }  // namespace
 
 SingleInstance::SingleInstance(std::function<void()> activated)
-    : activated_(std::move(activated)) {}
+    : activated_(std::move(activated)), lock_(lockPath()) {}
 
 bool SingleInstance::claim() {
-  return QDBusConnection::sessionBus().isConnected() ? claimName() : claimLockFile();
+  const bool named = !QDBusConnection::sessionBus().isConnected() || claimName();
+  return named && lock_.claim();
 }
 
 bool SingleInstance::claimName() {
@@ -29,13 +34,6 @@ bool SingleInstance::claimName() {
   bus.call(QDBusMessage::createMethodCall(NAME, PATH, NAME, "Activate"), QDBus::Block,
            PATIENCE_MILLISECONDS);
   return false;
-}
-
-bool SingleInstance::claimLockFile() {
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-  lock_ = std::make_unique<QLockFile>(folder + "/notewick.lock");
-  lock_->setStaleLockTime(0);
-  return lock_->tryLock() || lock_->error() != QLockFile::LockFailedError;
 }
 
 void SingleInstance::Activate() {

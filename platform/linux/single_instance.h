@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QLockFile>
 #include <QObject>
 #include <functional>
-#include <memory>
+
+#include "platform/linux/lock_file.h"
 
 namespace notewick {
 
-/// One instance of the program for a user's session: the first holds a name on the session bus, and
-/// where there is no bus a lock file in the user's runtime folder. A lock left by a process that is
-/// gone does not count. Main thread.
+/// One instance of the program for a user. The first holds a name on the session bus, by which a
+/// second start reaches it, and a lock in the user's runtime folder, so that two that see different
+/// buses, or none, do not write the same files. Main thread.
 class SingleInstance final : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "tools.velk.Notewick")
@@ -28,10 +28,9 @@ class SingleInstance final : public QObject {
 
  private:
   [[nodiscard]] bool claimName();
-  [[nodiscard]] bool claimLockFile();
 
   std::function<void()> activated_;
-  std::unique_ptr<QLockFile> lock_;
+  LockFile lock_;
 };
 
 }  // namespace notewick

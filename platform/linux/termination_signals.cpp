@@ -27,8 +27,10 @@ TerminationSignals::TerminationSignals() {
   readEnd_ = ends[0];
   writeEnd = ends[1];
   notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, [] { QCoreApplication::quit(); });
-  for (const int signal : SIGNALS) std::signal(signal, wakeLoop);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, [] { QCoreApplication::exit(); });
+  for (const int signal : SIGNALS) {
+    if (std::signal(signal, wakeLoop) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
 }
 
 TerminationSignals::~TerminationSignals() {

@@ -5,8 +5,9 @@
 
 namespace notewick {
 
-/// Ends the toolkit's event loop when the process is asked to end (SIGTERM, SIGINT, SIGHUP). One at
-/// a time.
+/// Ends the toolkit's event loop, without closing windows first, when the process is asked to end
+/// (SIGTERM, SIGINT, SIGHUP). A signal that the process was started to ignore, as by nohup, stays
+/// ignored. One at a time.
 class TerminationSignals {
  public:
   TerminationSignals();

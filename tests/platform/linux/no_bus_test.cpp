@@ -1,0 +1,44 @@
+// What the services do on a system without a session bus.
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+#include "platform/linux/notifier.h"
+#include "platform/linux/secret_store.h"
+#include "tests/support/linux_session.h"
+
+namespace notewick {
+namespace {
+
+const SecretKey token{"tools.velk.notewick", "refresh-token"};
+
+TEST(NoBusTest, NotificationsAreDroppedAtOnce) {
+  QElapsedTimer time;
+  time.start();
+  DBusNotifier().show("title", "body");
+  EXPECT_LT(time.elapsed(), 200);
+}
+
+TEST(NoBusTest, TheSecretStoreIsEmptyAtOnce) {
+  SecretServiceStore store;
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(store.load(token).state, SecretState::absent);
+  EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::failed);
+  EXPECT_EQ(store.remove(token), SecretWrite::done);
+  EXPECT_LT(time.elapsed(), 200);
+}
+
+TEST(NoBusTest, ThereIsNoSecretStoreToUnlock) {
+  SecretServiceStore store;
+  bool answered = false;
+  store.unlock([&](bool opened) {
+    EXPECT_FALSE(opened);
+    answered = true;
+  });
+  EXPECT_FALSE(answered);
+  EXPECT_TRUE(waitUntil([&] { return answered; }));
+}
+
+}  // namespace
+}  // namespace notewick
