@@ -11,8 +11,8 @@ class QAbstractButton;
 namespace notewick {
 
 /// A row of segments of which one at a time is chosen and stays chosen; none at first. The arrow
-/// keys go from one to the next, the space bar chooses. Screen readers see radio buttons, each
-/// described by the name of the whole.
+/// keys go from one to the next and take the choice along once there is one; the space bar chooses.
+/// Screen readers see a group of radio buttons, each described by the name of the whole.
 class SegmentedControl : public QWidget {
  public:
   SegmentedControl(const std::vector<std::string>& segments, const std::string& label);

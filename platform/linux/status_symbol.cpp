@@ -80,8 +80,7 @@ class Drawing {
 
   void drawCount(QPainter& painter, const QRect& badge, int count) const {
     fillPill(painter, badge, COUNT_FILL);
-    QFont font("DejaVu Sans");
-    font.setStyleHint(QFont::SansSerif);
+    QFont font;
     font.setPixelSize(badge.height() * 4 / 5);
     font.setBold(true);
     painter.setFont(font);

@@ -4,10 +4,13 @@ What a mouse would do is done by the calls that a host makes (StatusNotifierItem
 item does not know its place on the screen.
 """
 
+import subprocess
+
 import dbus
 
-from desk import programs
+from desk import programs, screen
 from desk.waiting import LIMIT, wait_until
+from desk.x_windows import Window
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
 _ITEM = "org.kde.StatusNotifierItem"
@@ -110,6 +113,21 @@ def start_host():
     host = programs.start("xfce4-panel", "--disable-wm-check")
     wait_until(has_host, what="a host of tray icons")
     return host
+
+
+def _host_windows():
+    """What xfce4-panel shows of its tray: the icons, then a menu that is open."""
+    command = ["xdotool", "search", "--onlyvisible", "--class", "wrapper-2.0"]
+    numbers = subprocess.run(command, capture_output=True, text=True, timeout=10, check=False).stdout.split()
+    return [geometry for number in numbers if (geometry := Window(number).geometry)]
+
+
+def open_menu():
+    """Opens the menu of the only item at xfce4-panel with the mouse; returns the menu's place on the screen."""
+    icon = wait_until(_host_windows, what="the tray")[0]
+    screen.click(icon.x + icon.width // 2, icon.y + icon.height // 2, button=3)
+    higher = lambda: next((g for g in _host_windows() if g.height > icon.height), None)
+    return wait_until(higher, what="the open menu")
 
 
 def everything():

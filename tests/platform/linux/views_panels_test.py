@@ -139,6 +139,15 @@ class TheQuickNotePanel(Panels):
         again = self.show("--quick").window()
         self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
 
+    def test_comes_back_when_it_was_minimised(self):
+        views = self.show("--quick")
+        window = views.window()
+        wait_until(lambda: STATES <= window.states, what="the panel being managed")
+        subprocess.run(["xdotool", "windowminimize", window.number], check=True)
+        wait_until(lambda: "HIDDEN" in window.states, what="the panel being minimised")
+        views.do("show")
+        wait_until(lambda: "HIDDEN" not in window.states, what="the panel coming back")
+
     def test_outlives_its_closing(self):
         views = self.show("--quick")
         views.window().ask_to_close()
