@@ -1,8 +1,12 @@
 #include "model/record_json.h"
 
+#include <algorithm>
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "model/json_text.h"
 
@@ -29,53 +33,58 @@ std::optional<std::int64_t> integer(const json& value) {
   return static_cast<std::int64_t>(number);
 }
 
+template <class Record, class Wanted>
+concept RecordIs = std::same_as<std::remove_const_t<Record>, Wanted>;
+
+/// The fields of each record, in the order of the files: one description for reading and writing.
+template <class Fields, RecordIs<Participant> Record>
+void describe(Fields& fields, Record& record) {
+  fields("id", record.id);
+  fields("first_name", record.firstName);
+  fields("last_name", record.lastName);
+}
+
+template <class Fields, RecordIs<Pending> Record>
+void describe(Fields& fields, Record& record) {
+  fields("id", record.id);
+  fields("participant", record.participant);
+  fields("day", record.day);
+  fields("firstSeen", record.firstSeen);
+  fields("lastSeen", record.lastSeen);
+  fields("observedMinutes", record.observedMinutes);
+  fields("evidence", record.evidence);
+}
+
+template <class Fields, RecordIs<OutboxItem> Record>
+void describe(Fields& fields, Record& record) {
+  fields("id", record.id);
+  fields("participantId", record.participantId);
+  fields("participantName", record.participantName);
+  fields("input", record.input);
+  fields("minutes", record.minutes);
+  fields("sessionDate", record.sessionDate);
+  fields("attempts", record.attempts);
+  fields("lastError", record.lastError);
+}
+
 /// Reads the fields of one record; once a field is missing or of another type, the record has
 /// failed.
-class Fields {
+class Reader {
  public:
-  explicit Fields(const json& value) : value_(value), complete_(value.is_object()) {}
+  explicit Reader(const json& value) : value_(value), complete_(value.is_object()) {}
 
   [[nodiscard]] bool complete() const { return complete_; }
 
-  void read(const char* key, std::string& field) {
+  template <class Field>
+  void operator()(const char* key, Field& field) {
     const json* value = find(key);
-    if (value != nullptr && value->is_string()) {
-      field = value->get<std::string>();
-    } else {
-      complete_ = false;
-    }
+    complete_ = complete_ && value != nullptr && read(*value, field);
   }
 
-  void read(const char* key, std::int64_t& field) {
-    const json* value = find(key);
-    const auto number = value != nullptr ? integer(*value) : std::nullopt;
-    if (number) field = *number;
-    complete_ = complete_ && number.has_value();
-  }
-
-  void read(const char* key, Date& field) {
-    const json* value = find(key);
-    if (value != nullptr && value->is_number() && std::isfinite(value->get<double>())) {
-      field = Date(value->get<double>());
-    } else {
-      complete_ = false;
-    }
-  }
-
-  void read(const char* key, std::vector<std::string>& field) {
-    const json* value = find(key);
-    complete_ = complete_ && value != nullptr && value->is_array();
-    if (!complete_) return;
-    for (const json& element : *value) {
-      complete_ = complete_ && element.is_string();
-      if (complete_) field.push_back(element.get<std::string>());
-    }
-  }
-
-  void read(const char* key, std::optional<std::string>& field) {
+  void operator()(const char* key, std::optional<std::string>& field) {
     const json* value = find(key);
     if (value == nullptr || value->is_null()) return;
-    read(key, field.emplace());
+    (*this)(key, field.emplace());
   }
 
  private:
@@ -85,90 +94,70 @@ class Fields {
     return found == value_.end() ? nullptr : &*found;
   }
 
+  static bool read(const json& value, std::string& field) {
+    if (!value.is_string()) return false;
+    field = value.get<std::string>();
+    return true;
+  }
+
+  static bool read(const json& value, std::int64_t& field) {
+    const auto number = integer(value);
+    if (number) field = *number;
+    return number.has_value();
+  }
+
+  static bool read(const json& value, Date& field) {
+    if (!value.is_number()) return false;
+    field = Date(value.get<double>());
+    return std::isfinite(field.count());
+  }
+
+  static bool read(const json& value, std::vector<std::string>& field) {
+    return value.is_array() && std::all_of(value.begin(), value.end(), [&](const json& element) {
+             return read(element, field.emplace_back());
+           });
+  }
+
   const json& value_;
   bool complete_;
 };
 
-ordered_json encode(const Participant& participant) {
-  return {{"id", participant.id},
-          {"first_name", participant.firstName},
-          {"last_name", participant.lastName}};
-}
+/// Writes the fields of one record; fails for a date that is not a finite number.
+class Writer {
+ public:
+  [[nodiscard]] std::optional<ordered_json> result() && {
+    if (!complete_) return std::nullopt;
+    return std::move(value_);
+  }
 
-ordered_json encode(const Pending& pending) {
-  return {{"id", pending.id},
-          {"participant", pending.participant},
-          {"day", pending.day},
-          {"firstSeen", pending.firstSeen.count()},
-          {"lastSeen", pending.lastSeen.count()},
-          {"observedMinutes", pending.observedMinutes},
-          {"evidence", pending.evidence}};
-}
+  template <class Field>
+  void operator()(const char* key, const Field& field) {
+    value_[key] = field;
+  }
 
-ordered_json encode(const OutboxItem& item) {
-  ordered_json value = {{"id", item.id},
-                        {"participantId", item.participantId},
-                        {"participantName", item.participantName},
-                        {"input", item.input},
-                        {"minutes", item.minutes},
-                        {"sessionDate", item.sessionDate},
-                        {"attempts", item.attempts}};
-  if (item.lastError) value["lastError"] = *item.lastError;
-  return value;
-}
+  void operator()(const char* key, const Date& field) {
+    complete_ = complete_ && std::isfinite(field.count());
+    value_[key] = field.count();
+  }
 
-bool canBeEncoded(const Participant&) {
-  return true;
-}
-bool canBeEncoded(const OutboxItem&) {
-  return true;
-}
-bool canBeEncoded(const Pending& pending) {
-  return std::isfinite(pending.firstSeen.count()) && std::isfinite(pending.lastSeen.count());
-}
+  void operator()(const char* key, const std::optional<std::string>& field) {
+    if (field) value_[key] = *field;
+  }
+
+ private:
+  ordered_json value_ = ordered_json::object();
+  bool complete_ = true;
+};
 
 }  // namespace
 
-template <>
-std::optional<Participant> decodeRecord(const json& value) {
-  Participant participant;
-  Fields fields(value);
-  fields.read("id", participant.id);
-  fields.read("first_name", participant.firstName);
-  fields.read("last_name", participant.lastName);
-  if (!fields.complete()) return std::nullopt;
-  return participant;
-}
-
-template <>
-std::optional<Pending> decodeRecord(const json& value) {
-  Pending pending{};
-  Fields fields(value);
-  fields.read("id", pending.id);
-  fields.read("participant", pending.participant);
-  fields.read("day", pending.day);
-  fields.read("firstSeen", pending.firstSeen);
-  fields.read("lastSeen", pending.lastSeen);
-  fields.read("observedMinutes", pending.observedMinutes);
-  fields.read("evidence", pending.evidence);
-  if (!fields.complete()) return std::nullopt;
-  return pending;
-}
-
-template <>
-std::optional<OutboxItem> decodeRecord(const json& value) {
-  OutboxItem item{};
-  Fields fields(value);
-  fields.read("id", item.id);
-  fields.read("participantId", item.participantId);
-  fields.read("participantName", item.participantName);
-  fields.read("input", item.input);
-  fields.read("minutes", item.minutes);
-  fields.read("sessionDate", item.sessionDate);
-  fields.read("attempts", item.attempts);
-  fields.read("lastError", item.lastError);
-  if (!fields.complete()) return std::nullopt;
-  return item;
+template <class Record>
+std::optional<Record> decodeRecord(const json& value) {
+  Record record{};
+  Reader reader(value);
+  describe(reader, record);
+  if (!reader.complete()) return std::nullopt;
+  return record;
 }
 
 template <class Record>
@@ -188,12 +177,18 @@ template <class Record>
 std::optional<std::string> encodeRecords(const std::vector<Record>& records) {
   ordered_json document = ordered_json::array();
   for (const Record& record : records) {
-    if (!canBeEncoded(record)) return std::nullopt;
-    document.push_back(encode(record));
+    Writer writer;
+    describe(writer, record);
+    auto value = std::move(writer).result();
+    if (!value) return std::nullopt;
+    document.push_back(std::move(*value));
   }
   return document.dump(2, ' ', false, ordered_json::error_handler_t::replace);
 }
 
+template std::optional<Participant> decodeRecord(const json&);
+template std::optional<Pending> decodeRecord(const json&);
+template std::optional<OutboxItem> decodeRecord(const json&);
 template std::optional<std::vector<Participant>> decodeRecords(std::string_view);
 template std::optional<std::vector<Pending>> decodeRecords(std::string_view);
 template std::optional<std::vector<OutboxItem>> decodeRecords(std::string_view);
