@@ -12,7 +12,8 @@ namespace notewick {
 class CocoaApplication final : public Application {
  public:
   void becomeAccessory() override;
-  /// Returns only when another instance runs: a terminating application ends the process.
+  /// Returns only when another instance runs: the system ends a terminating program by itself, at a
+  /// place of its own, without coming back here.
   int run(std::weak_ptr<ApplicationDelegate> delegate) override;
 
  private:

@@ -18,7 +18,9 @@
 namespace notewick {
 namespace {
 
-struct Platform {
+/// Everything that macOS does for the program.
+struct MacosPlatform {
+  CocoaApplication application;
   CocoaClock clock;
   CocoaMainLoop mainLoop;
   PosixFiles files;
@@ -33,23 +35,23 @@ struct Platform {
   CocoaViews views;
 };
 
+MacosPlatform* platform = nullptr;
+
 }  // namespace
 
 std::shared_ptr<void> makePlatform(int&, char**) {
-  const auto owner = std::make_shared<Platform>();
-  Platform& platform = *owner;
-  registerPorts({platform.clock, platform.mainLoop, platform.files, platform.userDefaults,
-                 platform.secretStore, platform.notifier, platform.workspace,
-                 platform.accessibility, platform.screen, platform.uuids, platform.views,
-                 [&loop = platform.mainLoop](const HttpSessionConfiguration& configuration) {
-                   return std::make_unique<UrlSession>(configuration, loop);
+  const auto owner = std::make_shared<MacosPlatform>();
+  MacosPlatform& made = *owner;
+  platform = &made;
+  registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
+                 made.notifier, made.workspace, made.accessibility, made.screen, made.uuids,
+                 made.views,
+                 [loop = &made.mainLoop](const HttpSessionConfiguration& configuration) {
+                   return std::make_unique<UrlSession>(configuration, *loop);
                  }});
   return owner;
 }
 
-Application& sharedApplication() {
-  static CocoaApplication application;
-  return application;
-}
+Application& sharedApplication() { return platform->application; }
 
 }  // namespace notewick

@@ -1,0 +1,353 @@
+#pragma once
+
+#include "../Foundation/Foundation.h"
+
+#pragma clang assume_nonnull begin
+
+@class NSApplication, NSMenu, NSMenuItem, NSText, NSTextView, NSView, NSWindow;
+
+// --- Constants -----------------------------------------------------------------------------------
+typedef NSInteger NSWindowLevel;
+typedef NSString* NSWindowFrameAutosaveName;
+static const NSWindowLevel NSFloatingWindowLevel = 3;
+static const CGFloat NSVariableStatusItemLength = -1;
+
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+  NSApplicationActivationPolicyAccessory = 1
+};
+typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
+typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStylePush = 1 };
+typedef NS_ENUM(NSUInteger, NSBorderType) { NSBezelBorder = 2 };
+typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageLeading = 7 };
+typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeSmall = 1 };
+typedef NS_ENUM(NSInteger, NSLayoutAttribute) { NSLayoutAttributeLeading = 5 };
+typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByTruncatingTail = 4 };
+typedef NS_ENUM(NSUInteger, NSProgressIndicatorStyle) { NSProgressIndicatorStyleSpinning = 1 };
+typedef NS_ENUM(NSUInteger, NSSegmentSwitchTracking) { NSSegmentSwitchTrackingSelectOne = 0 };
+typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutOrientation) {
+  NSUserInterfaceLayoutOrientationHorizontal = 0,
+  NSUserInterfaceLayoutOrientationVertical = 1
+};
+NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){NSViewWidthSizable = 2};
+NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
+    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8};
+NS_OPTIONS(NSUInteger, NSWindowStyleMask){
+    NSWindowStyleMaskTitled = 1 << 0, NSWindowStyleMaskClosable = 1 << 1,
+    NSWindowStyleMaskUtilityWindow = 1 << 4, NSWindowStyleMaskNonactivatingPanel = 1 << 7};
+
+extern "C" void NSBeep(void);
+
+// --- What many classes share ---------------------------------------------------------------------
+@protocol NSAccessibility <NSObject>
+@property(nullable, copy) NSString* accessibilityLabel;
+@end
+
+@protocol NSStandardKeyBindingResponding <NSObject>
+@optional
+- (void)doCommandBySelector:(SEL)command;
+- (void)insertBacktab:(nullable id)sender;
+- (void)insertNewline:(nullable id)sender;
+- (void)insertTab:(nullable id)sender;
+@end
+
+@interface NSResponder : NSObject <NSStandardKeyBindingResponding>
+@property(nullable, readonly) NSUndoManager* undoManager;
+@end
+
+// --- Application and system ----------------------------------------------------------------------
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification*)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender
+                    hasVisibleWindows:(BOOL)hasVisibleWindows;
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application;
+@end
+
+@interface NSApplication : NSResponder
+@property(class, readonly) __kindof NSApplication* sharedApplication;
+@property(nullable, weak) id<NSApplicationDelegate> delegate;
+@property(nullable, retain) NSMenu* mainMenu;
+- (NSApplicationActivationPolicy)activationPolicy;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+- (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
+- (void)run;
+- (void)terminate:(nullable id)sender;
+@end
+
+@interface NSRunningApplication : NSObject
+@property(nullable, readonly) NSString* localizedName;
+@property(readonly) pid_t processIdentifier;
+@end
+
+@interface NSWorkspace : NSObject
+@property(class, readonly) NSWorkspace* sharedWorkspace;
+@property(nullable, readonly) NSRunningApplication* frontmostApplication;
+- (BOOL)openURL:(NSURL*)url;
+@end
+
+@interface NSScreen : NSObject
+@property(class, nullable, readonly) NSScreen* mainScreen;
+@property(class, readonly) NSArray<NSScreen*>* screens;
+@property(readonly) NSRect visibleFrame;
+@end
+
+// --- Looks ---------------------------------------------------------------------------------------
+@interface NSColor : NSObject <NSCopying>
+@property(class, readonly) NSColor* labelColor;
+@property(class, readonly) NSColor* secondaryLabelColor;
+@property(class, readonly) NSColor* systemRedColor;
+@property(class, readonly) NSColor* tertiaryLabelColor;
+@end
+
+@interface NSFont : NSObject <NSCopying>
+@property(readonly) CGFloat pointSize;
++ (NSFont*)boldSystemFontOfSize:(CGFloat)size;
++ (NSFont*)systemFontOfSize:(CGFloat)size;
+@end
+
+@interface NSImage : NSObject <NSCopying>
+@property(nullable, copy) NSString* accessibilityDescription;
++ (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
+                          accessibilityDescription:(nullable NSString*)description;
+@end
+
+// --- Menus ---------------------------------------------------------------------------------------
+@interface NSMenu : NSObject <NSCopying>
+@property(copy) NSArray<NSMenuItem*>* itemArray;
+@property(readonly) NSInteger numberOfItems;
+- (instancetype)initWithTitle:(NSString*)title;
+- (void)addItem:(NSMenuItem*)item;
+- (NSMenuItem*)addItemWithTitle:(NSString*)title
+                         action:(nullable SEL)action
+                  keyEquivalent:(NSString*)key;
+- (NSInteger)indexOfItemWithTitle:(NSString*)title;
+- (nullable NSMenuItem*)itemAtIndex:(NSInteger)index;
+- (void)performActionForItemAtIndex:(NSInteger)index;
+- (void)update;
+@end
+
+@interface NSMenuItem : NSObject <NSCopying>
+@property(nullable) SEL action;
+@property(getter=isEnabled) BOOL enabled;
+@property(readonly) BOOL isSeparatorItem;
+@property(copy) NSString* keyEquivalent;
+@property(nullable, retain) id representedObject;
+@property(nullable, retain) NSMenu* submenu;
+@property NSInteger tag;
+@property(nullable, weak) id target;
+@property(copy) NSString* title;
++ (NSMenuItem*)separatorItem;
+- (instancetype)initWithTitle:(NSString*)title
+                       action:(nullable SEL)action
+                keyEquivalent:(NSString*)key;
+@end
+
+// --- Views ---------------------------------------------------------------------------------------
+@interface NSLayoutConstraint : NSObject
+@property(getter=isActive) BOOL active;
+@end
+
+@interface NSLayoutDimension : NSObject
+- (NSLayoutConstraint*)constraintEqualToConstant:(CGFloat)constant;
+- (NSLayoutConstraint*)constraintLessThanOrEqualToConstant:(CGFloat)constant;
+@end
+
+@interface NSView : NSResponder <NSAccessibility>
+@property NSAutoresizingMaskOptions autoresizingMask;
+@property(readonly) NSSize fittingSize;
+@property NSRect frame;
+@property(readonly) NSLayoutDimension* heightAnchor;
+@property(getter=isHidden) BOOL hidden;
+@property(copy) NSArray<__kindof NSView*>* subviews;
+@property(readonly) NSLayoutDimension* widthAnchor;
+@property(nullable, readonly) NSWindow* window;
+- (instancetype)initWithFrame:(NSRect)frame;
+- (void)removeFromSuperview;
+@end
+
+@interface NSStackView : NSView
+@property NSLayoutAttribute alignment;
+@property(readonly) NSArray<__kindof NSView*>* arrangedSubviews;
+@property NSEdgeInsets edgeInsets;
+@property NSUserInterfaceLayoutOrientation orientation;
+@property CGFloat spacing;
++ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views;
+- (void)addArrangedSubview:(NSView*)view;
+- (void)removeArrangedSubview:(NSView*)view;
+@end
+
+@interface NSScrollView : NSView
+@property NSBorderType borderType;
+@property(nullable, retain) __kindof NSView* documentView;
+@property BOOL hasVerticalScroller;
+@end
+
+@interface NSProgressIndicator : NSView
+@property NSControlSize controlSize;
+@property NSProgressIndicatorStyle style;
+- (void)startAnimation:(nullable id)sender;
+- (void)stopAnimation:(nullable id)sender;
+@end
+
+// --- Controls ------------------------------------------------------------------------------------
+@interface NSCell : NSObject <NSCopying>
+@end
+
+@interface NSActionCell : NSCell
+@end
+
+@interface NSButtonCell : NSActionCell
+@end
+
+@interface NSControl : NSView
+@property(nullable, retain) __kindof NSCell* cell;
+@property NSControlSize controlSize;
+@property(getter=isEnabled) BOOL enabled;
+@property(nullable, retain) NSFont* font;
+@property NSLineBreakMode lineBreakMode;
+@property(copy) NSString* stringValue;
+@property NSInteger tag;
+- (nullable NSText*)currentEditor;
+- (void)performClick:(nullable id)sender;
+@end
+
+@interface NSTextField : NSControl
+@property(nullable, copy) NSString* placeholderString;
+@property CGFloat preferredMaxLayoutWidth;
+@property(nullable, copy) NSColor* textColor;
++ (instancetype)labelWithString:(NSString*)text;
++ (instancetype)textFieldWithString:(NSString*)text;
++ (instancetype)wrappingLabelWithString:(NSString*)text;
+@end
+
+@interface NSSecureTextField : NSTextField
+@end
+
+@interface NSButton : NSControl
+@property NSBezelStyle bezelStyle;
+@property(nullable, retain) NSImage* image;
+@property NSCellImagePosition imagePosition;
+@property(copy) NSString* keyEquivalent;
+@property(copy) NSString* title;
++ (instancetype)buttonWithTitle:(NSString*)title
+                         target:(nullable id)target
+                         action:(nullable SEL)action;
+@end
+
+@interface NSPopUpButton : NSButton
+@property(nullable, readonly) NSString* titleOfSelectedItem;
+- (instancetype)initWithFrame:(NSRect)frame pullsDown:(BOOL)pullsDown;
+- (void)addItemsWithTitles:(NSArray<NSString*>*)titles;
+- (void)removeAllItems;
+- (void)selectItemAtIndex:(NSInteger)index;
+@end
+
+@interface NSSegmentedControl : NSControl
+@property NSInteger segmentCount;
+@property NSInteger selectedSegment;
++ (instancetype)segmentedControlWithLabels:(NSArray<NSString*>*)labels
+                              trackingMode:(NSSegmentSwitchTracking)trackingMode
+                                    target:(nullable id)target
+                                    action:(nullable SEL)action;
+- (nullable NSString*)labelForSegment:(NSInteger)segment;
+@end
+
+// --- Text ----------------------------------------------------------------------------------------
+@protocol NSTextDelegate <NSObject>
+@optional
+- (void)textDidChange:(NSNotification*)notification;
+@end
+
+@protocol NSTextViewDelegate <NSTextDelegate>
+@optional
+- (BOOL)textView:(NSTextView*)textView doCommandBySelector:(SEL)command;
+@end
+
+@interface NSText : NSView
+@property(nullable, retain) NSFont* font;
+@property(getter=isRichText) BOOL richText;
+@property(copy) NSString* string;
+- (void)copy:(nullable id)sender;
+- (void)cut:(nullable id)sender;
+- (void)paste:(nullable id)sender;
+- (void)selectAll:(nullable id)sender;
+@end
+
+@protocol NSTextInputClient
+- (void)insertText:(id)text replacementRange:(NSRange)range;
+@end
+
+@interface NSTextView : NSText <NSTextInputClient>
+@property BOOL allowsUndo;
+@property(nullable, weak) id<NSTextViewDelegate> delegate;
+@property NSSize textContainerInset;
++ (NSScrollView*)scrollableTextView;
+@end
+
+// --- Windows and the status bar ------------------------------------------------------------------
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (void)windowWillClose:(NSNotification*)notification;
+@end
+
+@interface NSWindow : NSResponder
+@property BOOL autorecalculatesKeyViewLoop;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property(nullable, retain) __kindof NSView* contentView;
+@property(nullable, retain) NSButtonCell* defaultButtonCell;
+@property(nullable, weak) id<NSWindowDelegate> delegate;
+@property(nullable, readonly) NSResponder* firstResponder;
+@property(readonly) NSRect frame;
+@property(readonly) NSWindowFrameAutosaveName frameAutosaveName;
+@property BOOL hidesOnDeactivate;
+@property(getter=isKeyWindow, readonly) BOOL keyWindow;
+@property NSWindowLevel level;
+@property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
+@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property NSWindowStyleMask styleMask;
+@property(copy) NSString* title;
+@property(getter=isVisible, readonly) BOOL visible;
++ (void)removeFrameUsingName:(NSWindowFrameAutosaveName)name;
+- (instancetype)initWithContentRect:(NSRect)rect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)defer;
+- (void)center;
+- (void)close;
+- (void)layoutIfNeeded;
+- (BOOL)makeFirstResponder:(nullable NSResponder*)responder;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)orderFrontRegardless;
+- (void)orderOut:(nullable id)sender;
+- (void)performClose:(nullable id)sender;
+- (void)saveFrameUsingName:(NSWindowFrameAutosaveName)name;
+- (void)selectNextKeyView:(nullable id)sender;
+- (void)selectPreviousKeyView:(nullable id)sender;
+- (void)setContentSize:(NSSize)size;
+- (void)setFrame:(NSRect)frame display:(BOOL)display;
+- (BOOL)setFrameAutosaveName:(NSWindowFrameAutosaveName)name;
+- (void)setFrameOrigin:(NSPoint)origin;
+- (BOOL)setFrameUsingName:(NSWindowFrameAutosaveName)name force:(BOOL)force;
+@end
+
+@interface NSPanel : NSWindow
+@property BOOL becomesKeyOnlyIfNeeded;
+@end
+
+@interface NSStatusBarButton : NSButton
+@end
+
+@interface NSStatusItem : NSObject
+@property(nullable, readonly) NSStatusBarButton* button;
+@property CGFloat length;
+@property(nullable, retain) NSMenu* menu;
+@end
+
+@interface NSStatusBar : NSObject
+@property(class, readonly) NSStatusBar* systemStatusBar;
+- (void)removeStatusItem:(NSStatusItem*)item;
+- (NSStatusItem*)statusItemWithLength:(CGFloat)length;
+@end
+
+#pragma clang assume_nonnull end

@@ -1,0 +1,3 @@
+#import <AppKit/AppKit.h>
+
+NSString* text(CFTypeRef value) { return static_cast<NSString*>(value); }

@@ -1,0 +1,3 @@
+#import <AppKit/AppKit.h>
+
+SEL unknown() { return @selector(sendd:); }

@@ -1,0 +1,3 @@
+#import <AppKit/AppKit.h>
+
+void setTitle(NSButton* button) { button.title = @[ @"Send" ]; }

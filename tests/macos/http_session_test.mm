@@ -1,0 +1,114 @@
+#include "platform/macos/http_session.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "platform/macos/main_loop.h"
+#include "tests/macos/eventually.h"
+#include "tools/local-service/service.h"
+
+namespace notewick {
+namespace {
+
+using Answer = tl::expected<HttpResponse, TransportError>;
+
+class MacosHttpSessionTest : public testing::Test {
+ protected:
+  [[nodiscard]] HttpRequest request(const std::string& method, const std::string& path) const {
+    return {method,
+            service_.origin() + path,
+            {{"Content-Type", "application/json"}, {"User-Agent", "velk-notewick/1.0 (macOS)"}},
+            std::nullopt,
+            60};
+  }
+
+  Answer send(const HttpRequest& request) {
+    std::optional<Answer> arrived;
+    session_->send(request, [&](const Answer& answer) { arrived = answer; });
+    EXPECT_FALSE(arrived) << "answered inside the call";
+    EXPECT_TRUE(eventually([&] { return arrived.has_value(); }));
+    return arrived.value_or(tl::unexpected(TransportError{"never answered"}));
+  }
+
+  void fault(const nlohmann::json& json) { service_.faults().add(service::faultFromJson(json)); }
+
+  service::LocalService service_{{.logsRequests = true}};
+  CocoaMainLoop loop_;
+  std::unique_ptr<HttpSession> session_ =
+      std::make_unique<UrlSession>(HttpSessionConfiguration{90}, loop_);
+};
+
+TEST_F(MacosHttpSessionTest, DeliversStatusAndBody) {
+  HttpRequest wrong = request("POST", "/api/desktop/auth/login");
+  wrong.body = R"({"email":"dana@example.org","password":"wrong"})";
+  const Answer answer = send(wrong);
+  ASSERT_TRUE(answer) << answer.error().description;
+  EXPECT_EQ(answer->statusCode, 401);
+  EXPECT_NE(answer->body.value_or("").find("Invalid email or password"), std::string::npos);
+}
+
+TEST_F(MacosHttpSessionTest, SendsTheHeadersGiven) {
+  ASSERT_TRUE(send(request("GET", "/login")));
+  const auto sent = service_.requests().requests().at(0);
+  EXPECT_EQ(sent.method, "GET");
+  EXPECT_EQ(sent.header("User-Agent"), "velk-notewick/1.0 (macOS)");
+  EXPECT_EQ(sent.header("Content-Type"), "application/json");
+  EXPECT_EQ(sent.header("Authorization"), "");
+}
+
+TEST_F(MacosHttpSessionTest, TakesARedirectForTheAnswer) {
+  fault({{"path", "/a"}, {"status", 302}, {"headers", {{"Location", "/b"}}}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_TRUE(answer) << answer.error().description;
+  EXPECT_EQ(answer->statusCode, 302);
+  EXPECT_EQ(service_.requests().requests().size(), 1U);
+}
+
+TEST_F(MacosHttpSessionTest, SendsNoCookieBack) {
+  fault({{"path", "/a"}, {"status", 200}, {"headers", {{"Set-Cookie", "kept=1; Path=/"}}}});
+  ASSERT_TRUE(send(request("GET", "/a")));
+  ASSERT_TRUE(send(request("GET", "/a")));
+  EXPECT_EQ(service_.requests().requests().at(1).header("Cookie"), "");
+}
+
+TEST_F(MacosHttpSessionTest, HasNoBodyWhereNoBytesCame) {
+  fault({{"path", "/a"}, {"status", 204}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_TRUE(answer) << answer.error().description;
+  EXPECT_EQ(answer->body, std::nullopt);
+}
+
+TEST_F(MacosHttpSessionTest, FailsWhenNothingComesInTime) {
+  fault({{"path", "/a"}, {"delay", 30}});
+  HttpRequest impatient = request("GET", "/a");
+  impatient.timeout = 1;
+  const Answer answer = send(impatient);
+  ASSERT_FALSE(answer);
+  EXPECT_NE(answer.error().description, "");
+}
+
+TEST_F(MacosHttpSessionTest, FailsWhenTheConnectionIsCut) {
+  fault({{"path", "/a"}, {"cut", "before"}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_FALSE(answer);
+  EXPECT_NE(answer.error().description, "");
+}
+
+TEST_F(MacosHttpSessionTest, FailsForAnAddressWithoutAScheme) {
+  HttpRequest relative = request("GET", "/a");
+  relative.url = "/a";
+  EXPECT_FALSE(send(relative));
+}
+
+TEST_F(MacosHttpSessionTest, DropsWhatHasNotRunWhenDestroyed) {
+  fault({{"path", "/a"}, {"delay", 0.2}, {"times", 1}});
+  bool answered = false;
+  session_->send(request("GET", "/a"), [&](const Answer&) { answered = true; });
+  session_ = std::make_unique<UrlSession>(HttpSessionConfiguration{90}, loop_);
+  ASSERT_TRUE(send(request("GET", "/login")));
+  EXPECT_FALSE(answered);
+}
+
+}  // namespace
+}  // namespace notewick

@@ -1,0 +1,62 @@
+#include "platform/macos/main_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+
+#include "tests/macos/eventually.h"
+
+namespace notewick {
+namespace {
+
+class MacosMainLoopTest : public testing::Test {
+ protected:
+  CocoaMainLoop loop_;
+  std::string log_;
+};
+
+TEST_F(MacosMainLoopTest, RunsWhatIsPostedLaterAndInOrder) {
+  loop_.post([this] { log_ += "a"; });
+  loop_.post([this] { log_ += "b"; });
+  EXPECT_EQ(log_, "");
+  EXPECT_TRUE(eventually([this] { return log_ == "ab"; }));
+}
+
+TEST_F(MacosMainLoopTest, RunsOnTheMainThreadWhatOthersPost) {
+  std::thread::id ranOn;
+  std::thread([&] { loop_.post([&] { ranOn = std::this_thread::get_id(); }); }).join();
+  EXPECT_TRUE(eventually([&] { return ranOn == std::this_thread::get_id(); }));
+}
+
+TEST_F(MacosMainLoopTest, FiresAOneShotTimerOnce) {
+  const auto once = loop_.startOneShot(0.01, [this] { log_ += "1"; });
+  const auto later = loop_.startOneShot(0.2, [this] { log_ += "."; });
+  EXPECT_TRUE(eventually([this] { return log_.ends_with("."); }));
+  EXPECT_EQ(log_, "1.");
+}
+
+TEST_F(MacosMainLoopTest, FiresARepeatingTimerAgainAndAgain) {
+  const auto timer = loop_.startRepeating(0.01, [this] { log_ += "r"; });
+  EXPECT_TRUE(eventually([this] { return log_.size() >= 3; }));
+}
+
+TEST_F(MacosMainLoopTest, NeverRunsACancelledAction) {
+  auto cancelled = loop_.startOneShot(0.01, [this] { log_ += "x"; });
+  cancelled.reset();
+  const auto later = loop_.startOneShot(0.1, [this] { log_ += "."; });
+  EXPECT_TRUE(eventually([this] { return !log_.empty(); }));
+  EXPECT_EQ(log_, ".");
+}
+
+TEST_F(MacosMainLoopTest, LetsAnActionDestroyItsOwnTimer) {
+  std::unique_ptr<Timer> timer;
+  timer = loop_.startRepeating(0.01, [this, &timer, text = std::string("kept to the end")] {
+    timer.reset();
+    log_ = text;
+  });
+  EXPECT_TRUE(eventually([this] { return log_ == "kept to the end"; }));
+}
+
+}  // namespace
+}  // namespace notewick

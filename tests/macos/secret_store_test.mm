@@ -1,0 +1,73 @@
+#include "platform/macos/secret_store.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "platform/macos/main_loop.h"
+#include "platform/macos/uuid_source.h"
+
+namespace notewick {
+namespace {
+
+/// Runs in the default keychain, which `with_temporary_keychain` has made for the test.
+class MacosSecretStoreTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    const char* keychain = std::getenv("NOTEWICK_TEST_KEYCHAIN");
+    ASSERT_NE(keychain, nullptr) << "run by tests/macos/with_temporary_keychain";
+    keychain_ = keychain;
+  }
+  ~MacosSecretStoreTest() override {
+    security("unlock-keychain -p notewick");
+    store_.remove(key_);
+  }
+
+  void security(const std::string& command) const {
+    const std::string line = "/usr/bin/security " + command + " '" + keychain_ + "'";
+    EXPECT_EQ(std::system(line.c_str()), 0) << line;
+  }
+
+  std::string keychain_;
+  CocoaMainLoop loop_;
+  KeychainSecretStore store_{loop_};
+  SecretKey key_{"tools.velk.notewick.test", CocoaUuidSource().next()};
+};
+
+TEST_F(MacosSecretStoreTest, HasNothingAtFirst) {
+  EXPECT_EQ(store_.load(key_).state, SecretState::absent);
+  EXPECT_EQ(store_.remove(key_), SecretWrite::done);
+}
+
+TEST_F(MacosSecretStoreTest, ReadsBackWhatWasSaved) {
+  EXPECT_EQ(store_.save(key_, "tökén"), SecretWrite::done);
+  const SecretLookup found = store_.load(key_);
+  EXPECT_EQ(found.state, SecretState::found);
+  EXPECT_EQ(found.secret, "tökén");
+}
+
+TEST_F(MacosSecretStoreTest, ReplacesTheSecretInItsOneItem) {
+  EXPECT_EQ(store_.save(key_, "first"), SecretWrite::done);
+  EXPECT_EQ(store_.save(key_, "second"), SecretWrite::done);
+  EXPECT_EQ(store_.load(key_).secret, "second");
+  EXPECT_EQ(store_.remove(key_), SecretWrite::done);
+  EXPECT_EQ(store_.load(key_).state, SecretState::absent);
+}
+
+TEST_F(MacosSecretStoreTest, TakesASecretThatIsNoUtf8ForAbsent) {
+  EXPECT_EQ(store_.save(key_, "\xFF\xFE"), SecretWrite::done);
+  EXPECT_EQ(store_.load(key_).state, SecretState::absent);
+}
+
+TEST_F(MacosSecretStoreTest, SaysLockedWithoutAskingAndGoesOnWhenOpened) {
+  EXPECT_EQ(store_.save(key_, "token"), SecretWrite::done);
+  security("lock-keychain");
+  EXPECT_EQ(store_.load(key_).state, SecretState::locked);
+  EXPECT_EQ(store_.save(key_, "other"), SecretWrite::locked);
+  security("unlock-keychain -p notewick");
+  EXPECT_EQ(store_.load(key_).secret, "token");
+}
+
+}  // namespace
+}  // namespace notewick

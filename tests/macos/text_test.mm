@@ -1,0 +1,30 @@
+#include "platform/macos/text.h"
+
+#include <gtest/gtest.h>
+
+namespace notewick {
+namespace {
+
+TEST(MacosTextTest, BringsTextThereAndBackUnchanged) {
+  const std::string text = "Zoë O’Keefe — \xF0\x9F\x93\x9D e\xCC\x81";
+  EXPECT_EQ(utf8(nsString(text)), text);
+}
+
+TEST(MacosTextTest, KeepsZeroBytes) {
+  const std::string text("a\0b", 3);
+  EXPECT_EQ(utf8(nsString(text)), text);
+}
+
+TEST(MacosTextTest, MakesNoTextOfInvalidUtf8) { EXPECT_EQ(nsString("\xFF\xFE").length, 0U); }
+
+TEST(MacosTextTest, ReplacesHalvesOfSurrogatePairs) {
+  const unichar half = 0xD83D;
+  const std::string text = utf8([NSString stringWithCharacters:&half length:1]);
+  EXPECT_FALSE(text.empty());
+  EXPECT_EQ(utf8(nsString(text)), text);
+}
+
+TEST(MacosTextTest, MakesNothingOfNil) { EXPECT_EQ(utf8(nil), ""); }
+
+}  // namespace
+}  // namespace notewick

@@ -1,0 +1,38 @@
+#include "tests/macos/view_search.h"
+
+#include "platform/macos/text.h"
+
+namespace notewick {
+namespace {
+
+void collect(NSView* view, Class kind, std::vector<NSView*>& found) {
+  if ([view isKindOfClass:kind]) found.push_back(view);
+  for (NSView* inner in view.subviews) collect(inner, kind, found);
+}
+
+}  // namespace
+
+std::vector<NSView*> viewsOf(NSWindow* window, Class kind) {
+  std::vector<NSView*> found;
+  collect(window.contentView, kind, found);
+  return found;
+}
+
+std::vector<NSButton*> buttons(NSWindow* window, const std::string& title) {
+  std::vector<NSButton*> found;
+  for (NSView* view : viewsOf(window, NSButton.class)) {
+    NSButton* button = static_cast<NSButton*>(view);
+    if (utf8(button.title) == title) found.push_back(button);
+  }
+  return found;
+}
+
+NSTextField* textField(NSWindow* window, const std::string& text) {
+  for (NSView* view : viewsOf(window, NSTextField.class)) {
+    NSTextField* field = static_cast<NSTextField*>(view);
+    if (utf8(field.stringValue) == text) return field;
+  }
+  return nil;
+}
+
+}  // namespace notewick
