@@ -1,0 +1,101 @@
+"""The local service beside the program: started and stopped, made to fail, and read back."""
+
+import http.cookiejar
+import json
+import os
+import ssl
+import urllib.parse
+import urllib.request
+from pathlib import Path
+
+from desk import programs
+from desk.waiting import wait_until
+
+EMAIL = "dana@example.org"
+PASSWORD = "right horse"
+
+LOGIN = "/api/desktop/auth/login"
+REFRESH = "/api/desktop/auth/refresh"
+PARTICIPANTS = "/api/desktop/participants"
+CAPTURE = "/api/desktop/case-notes/capture"
+
+_PROGRAM = os.environ.get("LOCAL_SERVICE", "")
+
+
+class LocalService:
+    """A service over TLS with one account and the twelve participants of the demonstration.
+
+    Its database and its port outlive stop() and start().
+    """
+
+    def __init__(self, folder, environment=None):
+        self.folder = Path(folder)
+        self._environment = {**(environment or {}), "LOCAL_SERVICE_PASSWORD": PASSWORD}
+        self._port = "0"
+        self.start()
+
+    def start(self):
+        ports = self.folder / "ports"
+        ports.unlink(missing_ok=True)
+        arguments = ["--tls-dir", self.folder / "tls", "--database", self.folder / "notes.db"]
+        arguments += ["--account", EMAIL, "--port", self._port, "--control-port", "0", "--port-file", ports]
+        self._program = programs.start(_PROGRAM, *arguments, environment=self._environment)
+        wait_until(lambda: ports.exists() or not self._program.is_running, what="the service's port")
+        if not ports.exists():
+            raise AssertionError(f"the service did not start: {self._program.output}")
+        self._port, self._control_port = ports.read_text().split()
+
+    def stop(self):
+        self._program.close()
+
+    def signal(self, number):
+        self._program.signal(number)
+
+    @property
+    def origin(self):
+        return f"https://localhost:{self._port}"
+
+    @property
+    def authority(self):
+        """The file by which programs trust it."""
+        return str(self.folder / "tls" / "ca.pem")
+
+    def _control(self, path, method="GET", body=None):
+        url = f"http://localhost:{self._control_port}{path}"
+        data = None if body is None else json.dumps(body).encode()
+        with urllib.request.urlopen(urllib.request.Request(url, data, method=method), timeout=10) as answer:
+            text = answer.read()
+        return json.loads(text) if text else None
+
+    def fail(self, path=CAPTURE, **fault):
+        """Adds a fault for one path, for example status=503, times=2 or cut="after"."""
+        self._control("/faults", "POST", {"path": path, **fault})
+
+    def work_again(self):
+        self._control("/faults", "DELETE")
+
+    def requests(self, path):
+        return [request for request in self._control("/requests") if request["path"] == path]
+
+    def notes(self):
+        """Everyone's notes, in the order of capture."""
+        return self._control("/notes")
+
+    def inputs(self):
+        return [note["input"] for note in self.notes()]
+
+    def wait_for_notes(self, *inputs, timeout=10):
+        wait_until(lambda: self.inputs() == list(inputs), timeout, f"the notes {inputs} in the service")
+
+    def case_notes_page(self):
+        """The page as a browser gets it that trusts the authority and signs in."""
+        trust = ssl.create_default_context(cafile=self.authority)
+        browser = urllib.request.build_opener(
+            urllib.request.HTTPSHandler(context=trust),
+            urllib.request.HTTPCookieProcessor(http.cookiejar.CookieJar()),
+        )
+        form = urllib.parse.urlencode({"email": EMAIL, "password": PASSWORD}).encode()
+        with browser.open(self.origin + "/login", form, timeout=10) as page:
+            if not page.geturl().endswith("/case-notes"):
+                raise AssertionError(f"signing in led to {page.geturl()}")
+            return page.read().decode()

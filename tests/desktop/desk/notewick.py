@@ -1,0 +1,240 @@
+"""The product as its user meets it: a home folder, the program, its panels."""
+
+import json
+import os
+import re
+from pathlib import Path
+
+from desk import controls, keyring, local_service, programs, tray, windows
+from desk.waiting import LIMIT, TimedOut, wait_until
+
+PROGRAM = os.environ.get("NOTEWICK", "")
+SECRET = {"service": "tools.velk.notewick", "account": "refresh-token"}
+QUICK_NOTE = "VELK — quick note"
+SIGN_IN = "Sign in to VELK"
+SENT = "Sent — finish it on VELK"
+
+_BROWSER = '#!/bin/sh\nprintf "%s\\n" "$1" >>"$HOME/opened-addresses"\n'
+
+
+class Home:
+    """A home folder of its own, and what the program keeps there."""
+
+    def __init__(self, folder):
+        self.folder = Path(folder)
+        self.configuration = self.folder / ".config"
+        self.settings = self.configuration / "VELK" / "Notewick.ini"
+        self.support = self.folder / "Library" / "Application Support" / "VELKNotewick"
+        self._tools = self.folder / "bin"
+        self._tools.mkdir(parents=True)
+        browser = self._tools / "xdg-open"
+        browser.write_text(_BROWSER)
+        browser.chmod(0o755)
+
+    @property
+    def environment(self):
+        return {
+            "HOME": str(self.folder),
+            "XDG_CONFIG_HOME": str(self.configuration),
+            "XDG_DATA_HOME": str(self.folder / ".local" / "share"),
+            "XDG_CACHE_HOME": str(self.folder / ".cache"),
+            "PATH": f"{self._tools}:{os.environ['PATH']}",
+        }
+
+    def point_at(self, origin):
+        """Makes this the address of the service."""
+        self.settings.parent.mkdir(parents=True)
+        self.settings.write_text(f"[General]\nVELKBaseURL={origin}\n")
+
+    def setting(self, key):
+        found = re.search(rf"^{key}=(.*)$", self.settings.read_text(), re.MULTILINE)
+        return found[1] if found else None
+
+    def text(self, name):
+        """A file of the program's folder; a missing one reads as empty."""
+        path = self.support / name
+        return path.read_text("utf-8") if path.exists() else ""
+
+    def list(self, name):
+        return json.loads((self.support / name).read_bytes())
+
+    def watch_log(self):
+        return self.text("watch.log").splitlines()
+
+    def opened_addresses(self):
+        path = self.folder / "opened-addresses"
+        return path.read_text().splitlines() if path.exists() else []
+
+    def files_with(self, word):
+        """Every file below the home folder that holds this word."""
+        files = (f for f in self.folder.rglob("*") if f.is_file())
+        return [f for f in files if word.encode() in f.read_bytes()]
+
+
+class Widget:
+    """The quick-note panel."""
+
+    def __init__(self, program):
+        self._program = program
+
+    @property
+    def window(self):
+        return windows.wait_for(QUICK_NOTE, pid=self._program.pid)
+
+    @property
+    def shown(self):
+        return windows.find(QUICK_NOTE, pid=self._program.pid) is not None
+
+    def wait_until_hidden(self):
+        windows.wait_until_gone(QUICK_NOTE, pid=self._program.pid)
+
+    @property
+    def panel(self):
+        return controls.of(self._program).find(QUICK_NOTE, "dialog")
+
+    @property
+    def note(self):
+        return self.panel.find("What did you do?", "text")
+
+    @property
+    def participant(self):
+        return self.panel.find("Participant", "combo box")
+
+    def fill(self, text, minutes):
+        panel = self.panel
+        panel.find("What did you do?", "text").write(text)
+        panel.find(str(minutes), "radio button").click()
+        wait_until(lambda: panel.find(str(minutes), "radio button").checked, what=f"{minutes} being chosen")
+
+    def send(self):
+        self.panel.find("Send to VELK", "push button").click()
+
+    def write_note(self, text, minutes=15):
+        """Fills the form and sends it; returns when the form is empty again."""
+        self.fill(text, minutes)
+        self.send()
+        self.note.wait_for_text("")
+
+    def status(self):
+        """What the status line says; empty when it is not there."""
+        spoken = self.panel.all(role="notification")
+        return spoken[0].name if spoken else ""
+
+    def wait_for_status(self, text, timeout=LIMIT):
+        wait_until(lambda: self.status() == text, timeout, f"the status {text!r}")
+
+    def caught(self):
+        """The rows of caught work, top to bottom."""
+        names = (button.name for button in self.panel.all(role="push button"))
+        return [name.removeprefix("Log ") for name in names if name.startswith("Log ")]
+
+    def wait_for_caught(self, *rows):
+        wait_until(lambda: self.caught() == list(rows), what=f"the caught rows {rows}")
+
+    def log(self, row):
+        self.panel.find(f"Log {row}", "push button").click()
+
+
+class SignInPanel:
+    def __init__(self, program):
+        self._program = program
+
+    @property
+    def window(self):
+        return windows.wait_for(SIGN_IN, pid=self._program.pid)
+
+    @property
+    def shown(self):
+        return windows.find(SIGN_IN, pid=self._program.pid) is not None
+
+    def wait_until_gone(self):
+        windows.wait_until_gone(SIGN_IN, pid=self._program.pid)
+
+    @property
+    def panel(self):
+        return controls.of(self._program).find(SIGN_IN, "dialog")
+
+    def sign_in(self, email=local_service.EMAIL, password=local_service.PASSWORD):
+        panel = self.panel
+        panel.find("Email", "text").write(email)
+        panel.find("Password", "text").write(password)
+        panel.find("Sign in", "push button").click()
+
+    def wait_for_error(self, text):
+        self.panel.find(text, "notification")
+
+
+class Notewick(programs.Program):
+    """The running program."""
+
+    def __init__(self, *arguments, environment):
+        super().__init__([PROGRAM, *arguments], environment)
+        self.widget = Widget(self)
+        self.sign_in_panel = SignInPanel(self)
+
+    @property
+    def tray(self):
+        return tray.item(self)
+
+    def menu(self):
+        return self.tray.labels()
+
+    def has(self, label):
+        return label in self.menu()
+
+    def wait_for_menu(self, labels, timeout=LIMIT):
+        """Waits until the menu reads so, top to bottom."""
+        try:
+            wait_until(lambda: self.menu() == labels, timeout, "the menu")
+        except TimedOut as late:
+            raise AssertionError(f"the menu is {self.menu()}, not {labels}") from late
+
+    def wait_for_entry(self, label, timeout=LIMIT):
+        wait_until(lambda: self.has(label), timeout, f"the menu entry {label!r}")
+
+    def choose(self, label):
+        self.tray.choose(label)
+
+    def sign_in(self):
+        self.sign_in_panel.sign_in()
+        self.wait_for_entry("Watching · 12 participants")
+
+    def quit(self):
+        """Ends it by its menu; returns the exit code."""
+        self.choose("Quit VELK Notewick")
+        return self.wait()
+
+    def kill(self):
+        self._process.kill()
+        self._process.wait()
+
+
+def stored_token():
+    """The refresh token in the open secret store, or None."""
+    return keyring.lookup(**SECRET)
+
+
+def menu(account, work, outbox=(), widget="Hide", watching="Pause", signed_in=True):
+    """The whole menu, as a user reads it, "-" for a separator."""
+    return [
+        *account,
+        "-",
+        *work,
+        *(["-", *outbox, "Retry now"] if outbox else []),
+        "-",
+        "Log work now (call, visit…)",
+        f"{widget} floating widget",
+        "Open my case notes in VELK",
+        "-",
+        f"{watching} watching",
+        "Reload participants",
+        "Start at login",
+        *(["Sign out of VELK"] if signed_in else []),
+        "-",
+        "Quit VELK Notewick",
+    ]
+
+
+NO_WORK = ["No unlogged work spotted"]
+WATCHING = [f"Signed in as {local_service.EMAIL}", "Watching · 12 participants"]
+SIGNED_OUT = ["Sign in to VELK…"]
