@@ -33,7 +33,7 @@ bool CaughtList::setRows(const std::vector<CaughtRow>& rows,
   more_ = more;
   clear();
   for (const CaughtRow& row : rows) addRow(row);
-  if (more) stack_->addWidget(new Label(*more, 10, Tint::tertiary));
+  if (more) addLine(*new Label(*more, 10, Tint::tertiary));
   if (!focused) return true;
   if (rows_.empty()) return false;
   restore(*focused);
@@ -77,8 +77,13 @@ void CaughtList::addRow(const CaughtRow& content) {
   QPushButton* const log = addButton(*row, logTitle_, content.logLabel, [this, tag] { log_(tag); });
   QPushButton* const skip =
       addButton(*row, skipTitle_, content.skipLabel, [this, tag] { skip_(tag); });
-  stack_->addWidget(row);
+  addLine(*row);
   rows_.push_back({log, skip});
+}
+
+void CaughtList::addLine(QWidget& line) {
+  stack_->addWidget(&line);
+  line.show();
 }
 
 QPushButton* CaughtList::addButton(QWidget& row, const std::string& title, const std::string& label,

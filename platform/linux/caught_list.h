@@ -42,6 +42,7 @@ class CaughtList : public QWidget {
   void restore(const Focus& focus);
   void clear();
   void addRow(const CaughtRow& content);
+  void addLine(QWidget& line);  ///< seen at once, so that the size of the list counts it
   [[nodiscard]] QPushButton* addButton(QWidget& row, const std::string& title,
                                        const std::string& label,
                                        const std::function<void()>& pressed);

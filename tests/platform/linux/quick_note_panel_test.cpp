@@ -242,6 +242,22 @@ TEST_F(QuickNotePanelTest, GrowsAndShrinksWithItsRows) {
   EXPECT_EQ(window().size(), empty);
 }
 
+TEST_F(QuickNotePanelTest, GrowsWithEachRowAtOnceWhileItIsShown) {
+  panel_.orderFrontRegardless();
+  std::vector<CaughtRow> rows{row("Lena")};
+  panel_.setCaught(rows, std::nullopt);
+  panel_.fitToContents();
+  QTest::qWait(0);
+  for (const char* name : {"Tobias", "Zoë"}) {
+    const int before = window().height();
+    rows.push_back(row(name));
+    panel_.setCaught(rows, std::nullopt);
+    panel_.fitToContents();
+    EXPECT_GT(window().height(), before);
+    EXPECT_EQ(window().height(), window().sizeHint().height());
+  }
+}
+
 TEST_F(QuickNotePanelTest, IsAsWideAsItsContentsAndInsets) {
   panel_.fitToContents();
   EXPECT_EQ(window().width(), 296 + 2 * 12);
