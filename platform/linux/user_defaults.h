@@ -10,8 +10,8 @@ namespace notewick {
 /// A text written here is read back exactly. A text written by hand follows the file's own rules:
 /// quotes keep blanks, a backslash starts an escape, and of an unquoted text with commas in it the
 /// blanks around the commas are lost. Two programs may write at once: each writes its own changes
-/// into what it finds there, under a lock file. A value that cannot be written counts while the
-/// program runs.
+/// into what it finds there, under a lock file. A failure to write is swallowed; the value may
+/// count while the program runs, or not.
 class SettingsUserDefaults : public UserDefaults {
  public:
   [[nodiscard]] std::optional<std::string> string(const std::string& key) override;
