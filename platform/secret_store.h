@@ -14,7 +14,7 @@ struct SecretKey {
 enum class SecretState {
   found,
   absent,  ///< no such secret, or no secret store on this system
-  locked,  ///< the secret is there, in a store that the user has not opened yet
+  locked,  ///< it is there, in a store the user has not opened; or the store does not answer yet
 };
 
 struct SecretLookup {
