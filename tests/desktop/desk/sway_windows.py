@@ -54,6 +54,11 @@ class Window:
         return node.get("app_id") or node.get("window_properties", {}).get("class", "")
 
     @property
+    def is_of_x(self):
+        """Whether it came through XWayland."""
+        return self._node().get("shell") == "xwayland"
+
+    @property
     def is_floating(self):
         return self._node().get("type") == "floating_con"
 

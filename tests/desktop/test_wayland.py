@@ -1,0 +1,67 @@
+#!/usr/bin/python3
+"""The program on a Wayland desktop, as an ordinary user. Runs in a sway-session."""
+
+import unittest
+
+import desk
+from desk.story import Story
+
+SESSION_ENDS = 25  # seconds; ten minutes of the fast clock are ten
+
+
+class OnWayland(Story):
+    fast = True
+    secret_store = False  # the session has none
+
+    def start_signed_in(self):
+        program = self.start()
+        program.sign_in_panel.sign_in()
+        program.sign_in_panel.wait_until_gone()
+        return program
+
+    def test_makes_a_case_note_of_work_in_native_windows(self):
+        program = self.start_signed_in()
+        chat = desk.zenity("Chat with Tobias Hargreave").window()
+        chat.focus()
+        seen = 'matches=["Tobias Hargreave"]'
+        desk.wait_until(
+            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= 5, what="enough sightings"
+        )
+        desk.xterm("Lunch").window().focus()
+        desk.notifications.wait_for("Log it? — Tobias Hargreave", SESSION_ENDS)
+        [row] = desk.wait_until(program.widget.caught, what="the caught row")
+        program.widget.log(row)
+        program.widget.write_note("Called about rent", 30)
+        self.service.wait_for_notes("Called about rent")
+        self.wait_for_notification(
+            "Captured — Tobias Hargreave",
+            "Parked in VELK (30 min). Write it up from your case-notes page when you're ready.",
+        )
+
+    def test_follows_a_window_that_changes_its_title(self):
+        self.start_signed_in()
+        terminal = desk.xterm("Mail: Lena O'Keefe")
+        terminal.window().focus()
+        desk.wait_until(lambda: "matches=[\"Lena O'Keefe\"]" in self.home.text("watch.log"), what="an X program")
+        letter = self.home.folder / "Amara Osei.txt"
+        letter.write_text("Dear Amara")
+        desk.mousepad(letter).window().focus()
+        desk.wait_until(lambda: 'matches=["Amara Osei"]' in self.home.text("watch.log"), what="a native program")
+
+    def test_floats_its_widget_through_xwayland_and_takes_the_focus_only_when_asked(self):
+        program = self.start_signed_in()
+        work = desk.zenity("the user's work").window()
+        work.focus()
+        program.choose("Hide floating widget")
+        program.widget.wait_until_hidden()
+        program.choose("Show floating widget")
+        window = program.widget.window
+        desk.wait_until(lambda: window.is_floating, what="the widget floating")
+        self.assertTrue(window.is_of_x)
+        self.assertLess(window.geometry.width, 400)
+        program.choose("Log work now (call, visit…)")
+        desk.wait_until(lambda: program.widget.window.is_active, what="the widget being active")
+
+
+if __name__ == "__main__":
+    unittest.main()
