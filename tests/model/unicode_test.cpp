@@ -66,6 +66,12 @@ TEST(Folded, OrdersStackedMarks) {
   EXPECT_EQ(folded("a\u0302\u0323").bytes, folded("a\u0323\u0302").bytes);
 }
 
+TEST(Folded, KeepsTheOrderOfMarksOfOneClass) {
+  std::string text = "a";
+  for (int pair = 0; pair < 50; ++pair) text += "\u0302\u0301";
+  EXPECT_EQ(folded(text).bytes, text);
+}
+
 TEST(Folded, MarksWhereClustersBeginAndEnd) {
   EXPECT_THAT(folded("\u00e9a").boundaries, ElementsAre(true, false, false, true, true));
   EXPECT_THAT(folded("").boundaries, ElementsAre(true));
