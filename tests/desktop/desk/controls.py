@@ -162,8 +162,12 @@ class Control:
         wait_until(lambda: self.enabled, timeout, f"{self} being enabled")
 
     def click(self):
-        """Waits until it is enabled, then does its first action: presses, toggles, opens."""
+        """Waits until it is enabled, then presses it."""
         self.wait_until_enabled()
+        self.press()
+
+    def press(self):
+        """Does its first action: clicks, toggles, opens."""
         if not self._call("Action", "DoAction", dbus.Int32(0)):
             raise AssertionError(f"{self} cannot be clicked")
 
@@ -209,8 +213,13 @@ def _application(pid):
     return None
 
 
+def at_once(program):
+    """All windows of a program that was started here; None while accessibility does not know it."""
+    return _application(program.pid)
+
+
 def of(program, timeout=LIMIT):
-    """All windows of a program that was started here."""
+    """The same, as soon as accessibility knows it."""
     return wait_until(
-        lambda: _application(program.pid), timeout, f"{program.arguments[0]} among the accessible programs"
+        lambda: at_once(program), timeout, f"{program.arguments[0]} among the accessible programs"
     )

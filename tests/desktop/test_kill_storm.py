@@ -1,0 +1,190 @@
+#!/usr/bin/python3
+"""A storm of kills: no note that the user saw leave the form is lost, and no list becomes unreadable.
+
+A note counts as confirmed as soon as the program has emptied the form for it, which comes before the words
+"Sent — finish it on VELK"; and so does every note in the captures log. Each kill is a SIGKILL at a random
+instant: while the program starts, while notes are written, or a few milliseconds after one was sent.
+NOTEWICK_STORM_SEED repeats a storm's choices; the instants are the machine's.
+"""
+
+import json
+import os
+import random
+import threading
+import time
+import unittest
+
+import dbus
+import desk
+from desk import controls
+from desk.local_service import CAPTURE
+from desk.notewick import QUICK_NOTE
+from desk.story import Story
+
+KILLS = 50
+LISTS = ("pending.json", "outbox.json", "participants.json")
+CAUGHT_AT_THE_START = 40
+FAULTS = [
+    {"status": 503, "rate": 0.25},
+    {"cut": "before", "rate": 0.15},
+    {"cut": "after", "rate": 0.15},
+    {"cut": "middle", "rate": 0.1},
+    {"delay": 0.15, "rate": 0.5},
+]
+
+
+def caught_work(number):
+    return {
+        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
+        "participant": "Lena O'Keefe",
+        "day": f"2026-{number // 28 + 1:02}-{number % 28 + 1:02}",
+        "firstSeen": 789000000.25,
+        "lastSeen": 789000600.5,
+        "observedMinutes": number + 1,
+        "evidence": ["Mail: Lena O'Keefe — the form for the housing office", "Lena O'Keefe.odt"],
+    }
+
+
+class Died(Exception):
+    """The program is no more."""
+
+
+class Form:
+    """The widget's controls, looked up once in the life of a program; every wait ends with that life."""
+
+    def __init__(self, program):
+        self._program = program
+        self._until(self._look_up)
+
+    def _until(self, condition):
+        desk.wait_until(lambda: not self._program.is_running or condition())
+        if not self._program.is_running:
+            raise Died
+
+    def _look_up(self):
+        [self._panel] = controls.at_once(self._program).all(QUICK_NOTE, "dialog")
+        [self._note] = self._panel.all("What did you do?", "text")
+        [self._minutes] = self._panel.all("30", "radio button")
+        [self._send] = self._panel.all("Send to VELK", "push button")
+        return True
+
+    def point_at_caught_work(self):
+        rows = [button for button in self._panel.all(role="push button") if button.name.startswith("Log ")]
+        if rows:
+            rows[0].press()
+
+    def fill(self, text):
+        self._note.write(text)
+        if not self._minutes.checked:
+            self._minutes.press()
+        self._until(lambda: self._minutes.checked)
+
+    def send(self):
+        self._send.press()
+
+    def wait_until_empty(self):
+        self._until(lambda: self._note.text == "")
+
+
+class AStormOfKills(Story):
+    def setUp(self):
+        super().setUp()
+        seed = int(os.environ.get("NOTEWICK_STORM_SEED") or random.SystemRandom().randrange(1 << 32))
+        print(f"NOTEWICK_STORM_SEED={seed}", flush=True)
+        self.random = random.Random(seed)
+        self.confirmed = []
+        self.written = 0
+        self.kills_with_notes_waiting = 0
+
+    def catch_work(self):
+        self.home.support.mkdir(parents=True, mode=0o700)
+        work = [caught_work(number) for number in range(CAUGHT_AT_THE_START)]
+        (self.home.support / "pending.json").write_text(json.dumps(work))
+
+    def send_a_note(self, form, sent=lambda: None):
+        self.written += 1
+        text = f"note {self.written}"
+        if self.random.random() < 0.3:
+            form.point_at_caught_work()
+        form.fill(text)
+        form.send()
+        sent()
+        form.wait_until_empty()
+        self.confirmed.append(text)
+
+    def write_until_killed(self, program, sent):
+        """Writes one note after the other; the end of the program is the end of this."""
+        try:
+            form = Form(program)
+            while True:
+                self.send_a_note(form, sent)
+        except Died:
+            return
+        except dbus.DBusException:
+            program.wait(timeout=2)  # an end tears the connection before it is known
+
+    def live_and_die(self):
+        """One start of the program, which is killed at a random instant."""
+        program = self.start()
+        way = self.random.choice(["while it starts", "while notes are written", "after a note was sent"])
+        if way == "while it starts":
+            time.sleep(self.random.uniform(0, 0.5))  # the instant of the kill, not a wait
+            return program.kill()
+        sent = threading.Event()
+        if way == "while notes are written":
+            sent.set()
+            instant = self.random.uniform(0.3, 2.0)
+        else:
+            instant = self.random.uniform(0, 0.25)
+        killer = threading.Thread(target=lambda: (sent.wait(30), time.sleep(instant), program.kill()))
+        killer.start()
+        self.write_until_killed(program, sent.set)
+        killer.join()
+
+    def logged(self):
+        """The notes in the captures logs."""
+        logs = self.home.support.glob("captures-*.log")
+        lines = (line for log in logs for line in log.read_text("utf-8").splitlines())
+        return [line.rpartition(" · ")[2] for line in lines]
+
+    def outbox(self):
+        return [item["input"] for item in self.home.list("outbox.json")]
+
+    def promised(self):
+        return {*self.confirmed, *self.logged()}
+
+    def check_lists(self, kill):
+        for name in LISTS:
+            with self.subTest(kill=kill, list=name):
+                self.assertIsInstance(self.home.list(name), list)
+        waiting = self.outbox()
+        self.kills_with_notes_waiting += bool(waiting)
+        self.assertEqual(self.promised() - {*waiting, *self.service.inputs()}, set(), f"lost by kill {kill}")
+
+    def test_loses_no_note_and_no_list(self):
+        self.catch_work()
+        program = self.start_signed_in()
+        self.send_a_note(Form(program))
+        program.kill()
+        for fault in FAULTS:
+            self.service.fail(CAPTURE, **fault)
+        for kill in range(1, KILLS + 1):
+            self.live_and_die()
+            self.check_lists(kill)
+        self.service.work_again()
+        self.start()
+        desk.wait_until(lambda: self.outbox() == [], timeout=20, what="an empty outbox")
+        delivered = self.service.inputs()
+        print(
+            f"{KILLS} kills, {self.kills_with_notes_waiting} of them with notes waiting; {len(self.confirmed)} notes "
+            f"confirmed, {len(set(self.logged()))} logged, {len(set(delivered))} delivered, "
+            f"{len(delivered) - len(set(delivered))} of them again; "
+            f"{CAUGHT_AT_THE_START - len(self.home.list('pending.json'))} pieces of caught work confirmed"
+        )
+        self.assertEqual(self.promised() - set(delivered), set())
+        self.assertGreaterEqual(len(self.confirmed), KILLS // 2, "a storm over a sea")
+        self.assertGreaterEqual(self.kills_with_notes_waiting, KILLS // 5, "a storm over a sea")
+
+
+if __name__ == "__main__":
+    unittest.main()
