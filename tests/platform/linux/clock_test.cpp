@@ -76,7 +76,8 @@ TEST_F(SystemClockTest, FollowsAZoneFileThatIsReplacedOrWrittenOver) {
   const fs::path zones = "/usr/share/zoneinfo";
   const fs::path file = LinuxSession::current().home() + "/localtime";
   fs::copy_file(zones / "Europe/Berlin", file);
-  zoneIs(":" + file.string());
+  const std::string zone = std::string(":").append(file.string());
+  zoneIs(zone);
   EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 11, 5, 7));
 
   fs::copy_file(zones / "America/St_Johns", file.string() + ".new");
@@ -85,7 +86,7 @@ TEST_F(SystemClockTest, FollowsAZoneFileThatIsReplacedOrWrittenOver) {
 
   fs::copy_file(zones / "Australia/Sydney", file, fs::copy_options::overwrite_existing);
   EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 19, 5, 7));
-  EXPECT_STREQ(std::getenv("TZ"), (":" + file.string()).c_str());
+  EXPECT_EQ(std::getenv("TZ"), zone);
 }
 
 TEST_F(SystemClockTest, WithoutASettingShowsTheSystemsZone) {

@@ -79,31 +79,41 @@ TEST_P(WrittenTexts, AreReadBackExactly) {
   EXPECT_EQ(SettingsUserDefaults().string("key"), GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, WrittenTexts,
-    testing::Values("https://host/", "https://host/a,b;c?d=e&f=%20#g", "a, b", ",", ",,", " lead",
-                    "trail ", "\t", "  ", "\"quoted\"", "half \" quote", "back\\slash", "\\n", "\\",
-                    "line\nfeed\r\n", "@Invalid()", "@ByteArray(x)", "@@", "@", "@Variant()",
-                    "Ren\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80", "[General]",
-                    "key=value", "; comment", "# no comment", "%41", "null", std::string("a\0b", 3),
-                    std::string(100'000, 'x')));
+INSTANTIATE_TEST_SUITE_P(All, WrittenTexts,
+                         testing::Values("https://host/", "https://host/a,b;c?d=e&f=%20#g", "a, b",
+                                         ",", ",,", " lead", "trail ", "\t", "  ", "\"quoted\"",
+                                         "half \" quote", "back\\slash", "\\n", "\\",
+                                         "line\nfeed\r\n", "@Invalid()", "@ByteArray(x)", "@@", "@",
+                                         "@Variant()",
+                                         "Ren\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80",
+                                         "[General]", "key=value", "; comment", "# no comment",
+                                         "%41", "null", std::string("a\0b", 3)));
 
 class HandWrittenTexts : public SettingsUserDefaultsTest,
-                         public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+                         public testing::WithParamInterface<std::pair<std::string, std::string>> {};
 
 TEST_P(HandWrittenTexts, AreTexts) {
   const auto [written, read] = GetParam();
-  userWrites(std::string("VELKBaseURL=") + written + "\n");
+  userWrites("VELKBaseURL=" + written + "\n");
   EXPECT_EQ(defaults_.string("VELKBaseURL"), read);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, HandWrittenTexts,
-    testing::Values(std::pair{"https://host/", "https://host/"},
-                    std::pair{"https://host:8443/a,b", "https://host:8443/a,b"},
-                    std::pair{"\"https://host/\"", "https://host/"},
-                    std::pair{"\" kept \"", " kept "}, std::pair{"12", "12"},
-                    std::pair{"True", "True"}, std::pair{"Ren\xc3\xa9@host", "Ren\xc3\xa9@host"}));
+    testing::Values(std::pair<std::string, std::string>{"https://host/", "https://host/"},
+                    std::pair<std::string, std::string>{"https://host:8443/a,b",
+                                                        "https://host:8443/a,b"},
+                    std::pair<std::string, std::string>{"\"https://host/\"", "https://host/"},
+                    std::pair<std::string, std::string>{"\" kept \"", " kept "},
+                    std::pair<std::string, std::string>{"12", "12"},
+                    std::pair<std::string, std::string>{"True", "True"},
+                    std::pair<std::string, std::string>{"Ren\xc3\xa9@host", "Ren\xc3\xa9@host"}));
+
+TEST_F(SettingsUserDefaultsTest, ALongTextIsReadBackExactly) {
+  const std::string text(100'000, 'x');
+  defaults_.setString("key", text);
+  EXPECT_EQ(defaults_.string("key"), text);
+}
 
 TEST_F(SettingsUserDefaultsTest, AHandWrittenBooleanCounts) {
   userWrites("[General]\nVELKWidgetVisible=false\n");
