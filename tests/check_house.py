@@ -26,8 +26,8 @@ LAYERS = {
 # System headers that portable code may include: containers, algorithms, text and numbers. No
 # threads, clocks, streams of files or system calls among them.
 PORTABLE_HEADERS = {
-    "algorithm", "array", "bit", "cctype", "charconv", "chrono", "cmath", "compare", "concepts", "cstddef",
-    "cstdint", "cstring", "deque", "functional", "iterator", "limits", "map", "memory", "numeric",
+    "algorithm", "array", "bit", "cctype", "charconv", "chrono", "cmath", "compare", "concepts",
+    "cstddef", "cstdint", "cstring", "deque", "functional", "iterator", "limits", "map", "memory", "numeric",
     "optional", "ostream", "queue", "ranges", "set", "span", "sstream", "string", "string_view",
     "tuple", "type_traits", "unordered_map", "unordered_set", "utility", "variant", "vector",
     "nlohmann/json.hpp", "tl/expected.hpp", "utf8proc.h",
