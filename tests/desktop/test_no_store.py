@@ -33,6 +33,7 @@ class WithoutASecretStore(Story):
         for secret in (bearer, PASSWORD):
             self.assertEqual(self.home.files_with(secret), [])
             self.assertNotIn(secret, program.output)
+        self.assertEqual(self.home.words_like_tokens(), [])
         self.assertNotEqual(self.home.files_with("Called about rent"), [], "the search finds what is there")
 
 

@@ -38,7 +38,7 @@ class OnWayland(Story):
             "Parked in VELK (30 min). Write it up from your case-notes page when you're ready.",
         )
 
-    def test_follows_a_window_that_changes_its_title(self):
+    def test_sees_native_and_x_programs(self):
         self.start_signed_in()
         terminal = desk.xterm("Mail: Lena O'Keefe")
         terminal.window().focus()

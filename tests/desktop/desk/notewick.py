@@ -70,6 +70,11 @@ class Home:
         files = (f for f in self.folder.rglob("*") if f.is_file())
         return [f for f in files if word.encode() in f.read_bytes()]
 
+    def words_like_tokens(self):
+        """Whatever in these files could be 32 random bytes, in hexadecimal or in base 64."""
+        files = (f.read_bytes() for f in self.folder.rglob("*") if f.is_file())
+        return [word for content in files for word in re.findall(rb"[0-9A-Za-z_+/-]{43,}", content)]
+
 
 class Widget:
     """The quick-note panel."""
