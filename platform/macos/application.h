@@ -18,6 +18,8 @@ class CocoaApplication final : public Application {
 
  private:
   NSObject<NSApplicationDelegate>* events_;
+  id<NSObject>
+      activity_;  ///< keeps the system from slowing the timers of a program without windows
   std::unique_ptr<SingleInstance> instance_;
 };
 

@@ -43,6 +43,9 @@ int CocoaApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
     if (const auto told = delegate.lock()) told->applicationReopened();
   });
   if (!instance_) return 0;
+  activity_ = [NSProcessInfo.processInfo
+      beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                        reason:@"Looks at the screen and uploads notes at fixed intervals"];
   NSApplication* application = NSApplication.sharedApplication;
   events_ = [[NWApplicationEvents alloc] initWithDelegate:delegate];
   application.delegate = events_;

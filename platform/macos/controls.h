@@ -22,6 +22,9 @@ namespace notewick {
 /// Views below each other, their leading edges aligned.
 [[nodiscard]] NSStackView* column(NSArray<NSView*>* views, CGFloat spacing);
 
+/// The same as a window's content view, `inset` from all four edges.
+[[nodiscard]] NSStackView* contentColumn(NSArray<NSView*>* views, CGFloat spacing, CGFloat inset);
+
 /// Views beside each other.
 [[nodiscard]] NSStackView* row(NSArray<NSView*>* views, CGFloat spacing);
 

@@ -44,6 +44,13 @@ NSStackView* column(NSArray<NSView*>* views, CGFloat spacing) {
   return column;
 }
 
+NSStackView* contentColumn(NSArray<NSView*>* views, CGFloat spacing, CGFloat inset) {
+  NSStackView* contents = column(views, spacing);
+  contents.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
+  contents.translatesAutoresizingMaskIntoConstraints = YES;
+  return contents;
+}
+
 NSStackView* row(NSArray<NSView*>* views, CGFloat spacing) {
   return stack(views, NSUserInterfaceLayoutOrientationHorizontal, spacing);
 }

@@ -21,6 +21,8 @@ namespace notewick {
 class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
  public:
   CocoaQuickNotePanel(const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate);
+  /// Gives the name back under which the frame is kept: only one window at a time may have it.
+  ~CocoaQuickNotePanel() override;
 
   void setParticipants(const std::vector<std::string>& titles,
                        std::optional<std::size_t> selected) override;
@@ -55,6 +57,7 @@ class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
   NSTextField* placeholder_;
   NSSegmentedControl* minutes_;
   NSTextField* hint_;
+  NSButton* send_;
   NSTextField* status_;
   NSTextField* caughtHeader_;
   NSStackView* caught_;

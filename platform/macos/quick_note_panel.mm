@@ -81,7 +81,10 @@ CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
       skipTitle_(texts.skip) {
   setUpPanel(texts);
   panel_.contentView = contents(texts);
+  panel_.defaultButtonCell = send_.cell;
 }
+
+CocoaQuickNotePanel::~CocoaQuickNotePanel() { [panel_ setFrameAutosaveName:@""]; }
 
 void CocoaQuickNotePanel::setUpPanel(const QuickNoteTexts& texts) {
   panel_.title = nsString(texts.title);
@@ -117,20 +120,18 @@ NSView* CocoaQuickNotePanel::contents(const QuickNoteTexts& texts) {
 
   hint_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
 
-  NSButton* send = pushButton(texts.send, texts.send, events_, @selector(send:));
-  send.keyEquivalent = @"\r";
+  send_ = pushButton(texts.send, texts.send, events_, @selector(send:));
+  send_.keyEquivalent = @"\r";
   status_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
-  NSView* sendRow = row(@[ send, status_ ], 8);
+  NSView* sendRow = row(@[ send_, status_ ], 8);
 
   caughtHeader_ =
       label(texts.caughtHeader, [NSFont boldSystemFontOfSize:11], NSColor.secondaryLabelColor);
   caught_ = column(@[], 4);
 
-  NSStackView* contents = column(
+  return contentColumn(
       @[ participants_, noteBox, placeholder_, minutes_, hint_, sendRow, caughtHeader_, caught_ ],
-      8);
-  contents.edgeInsets = NSEdgeInsetsMake(12, 12, 12, 12);
-  return contents;
+      8, 12);
 }
 
 NSView* CocoaQuickNotePanel::noteBox(const QuickNoteTexts& texts) {

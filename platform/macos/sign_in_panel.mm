@@ -51,6 +51,7 @@ CocoaSignInPanel::CocoaSignInPanel(const SignInTexts& texts,
       events_([[NWSignInEvents alloc] initWithDelegate:std::move(delegate)]) {
   setUpPanel(texts);
   panel_.contentView = contents(texts);
+  panel_.defaultButtonCell = signIn_.cell;
   fitToContents(panel_);
 }
 
@@ -90,11 +91,9 @@ NSView* CocoaSignInPanel::contents(const SignInTexts& texts) {
   spinner_.accessibilityLabel = nsString(texts.signIn);
   NSView* signInRow = row(@[ signIn_, spinner_ ], 8);
 
-  NSStackView* contents = column(
+  return contentColumn(
       @[ heading, explanation, emailLabel, email_, passwordLabel, password_, error_, signInRow ],
-      10);
-  contents.edgeInsets = NSEdgeInsetsMake(18, 18, 18, 18);
-  return contents;
+      10, 18);
 }
 
 void CocoaSignInPanel::present() {

@@ -89,10 +89,10 @@ TEST_F(MacosQuickNotePanelTest, LaysItsControlsOutBelowEachOther) {
   EXPECT_EQ(contents.edgeInsets.left, 12);
   EXPECT_EQ(contents.edgeInsets.bottom, 12);
   EXPECT_EQ(contents.arrangedSubviews.count, 8U);
-  EXPECT_EQ(NSWidth(contents.frame), 320);
-  EXPECT_EQ(NSWidth(only<NSView>(NSPopUpButton.class).frame), 296);
+  EXPECT_EQ(laidOutWidth(contents), 320);
+  EXPECT_EQ(laidOutWidth(only<NSView>(NSPopUpButton.class)), 296);
   NSScrollView* box = only<NSScrollView>(NSScrollView.class);
-  EXPECT_EQ(NSWidth(box.frame), 296);
+  EXPECT_EQ(laidOutWidth(box), 296);
   EXPECT_EQ(NSHeight(box.frame), 56);
   EXPECT_FALSE(box.hasVerticalScroller);
   EXPECT_EQ(box.borderType, NSBezelBorder);
@@ -190,8 +190,7 @@ TEST_F(MacosQuickNotePanelTest, ShowsRowsWithTheirButtons) {
 TEST_F(MacosQuickNotePanelTest, CutsLongRowsAtTheirEnd) {
   panel_->setCaught({{std::string(200, 'x'), "Log", "Skip"}}, std::nullopt);
   panel_->fitToContents();
-  EXPECT_LE(NSWidth(textField(native(), std::string(200, 'x')).frame), 190);
-  EXPECT_EQ(NSWidth(native().contentView.frame), 320);
+  EXPECT_LE(laidOutWidth(textField(native(), std::string(200, 'x'))), 190);
 }
 
 TEST_F(MacosQuickNotePanelTest, HidesTheHeaderWithoutRows) {

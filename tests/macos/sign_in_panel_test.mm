@@ -64,9 +64,9 @@ TEST_F(MacosSignInPanelTest, LaysItsControlsOutBelowEachOther) {
   EXPECT_EQ(contents.edgeInsets.top, 18);
   EXPECT_EQ(contents.edgeInsets.right, 18);
   EXPECT_EQ(contents.arrangedSubviews.count, 8U);
-  EXPECT_EQ(NSWidth(contents.frame), 380);
-  EXPECT_EQ(NSWidth(email().frame), 344);
-  EXPECT_EQ(NSWidth(password().frame), 344);
+  EXPECT_EQ(laidOutWidth(contents), 380);
+  EXPECT_EQ(laidOutWidth(email()), 344);
+  EXPECT_EQ(laidOutWidth(password()), 344);
   EXPECT_EQ(textField(native(), TEXTS.heading).font.pointSize, 14);
   EXPECT_EQ(textField(native(), TEXTS.explanation).font.pointSize, 11);
   EXPECT_EQ(textField(native(), TEXTS.explanation).preferredMaxLayoutWidth, 340);
@@ -114,9 +114,11 @@ TEST_F(MacosSignInPanelTest, TurnsItsSpinnerWhileBusy) {
 
 TEST_F(MacosSignInPanelTest, GrowsWithItsErrorAndShrinksWithoutIt) {
   const CGFloat plain = NSHeight(native().frame);
-  panel_->setError(std::string(300, 'x') + " " + std::string(300, 'y'));
+  panel_->setError(
+      "Invalid email or password. If you sign in to VELK with Google, set a password first "
+      "via “Forgot password” at https://velk.example/login.");
   EXPECT_GT(NSHeight(native().frame), plain);
-  EXPECT_EQ(NSWidth(native().contentView.frame), 380);
+  EXPECT_EQ(laidOutWidth(native().contentView), 380);
   panel_->setError("");
   EXPECT_EQ(NSHeight(native().frame), plain);
 }

@@ -18,6 +18,11 @@ std::vector<NSView*> viewsOf(NSWindow* window, Class kind) {
   return found;
 }
 
+CGFloat laidOutWidth(NSView* view) {
+  [view.window layoutIfNeeded];
+  return NSWidth([view alignmentRectForFrame:view.frame]);
+}
+
 std::vector<NSButton*> buttons(NSWindow* window, const std::string& title) {
   std::vector<NSButton*> found;
   for (NSView* view : viewsOf(window, NSButton.class)) {

@@ -160,9 +160,11 @@ extern "C" void NSBeep(void);
 @property(readonly) NSLayoutDimension* heightAnchor;
 @property(getter=isHidden) BOOL hidden;
 @property(copy) NSArray<__kindof NSView*>* subviews;
+@property BOOL translatesAutoresizingMaskIntoConstraints;
 @property(readonly) NSLayoutDimension* widthAnchor;
 @property(nullable, readonly) NSWindow* window;
 - (instancetype)initWithFrame:(NSRect)frame;
+- (NSRect)alignmentRectForFrame:(NSRect)frame;
 - (void)removeFromSuperview;
 @end
 

@@ -185,6 +185,14 @@ extern "C" void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 @property(readonly) NSString* bundlePath;
 @end
 
+NS_OPTIONS(uint64_t,
+           NSActivityOptions){NSActivityUserInitiatedAllowingIdleSystemSleep = 0x00EFFFFF};
+
+@interface NSProcessInfo : NSObject
+@property(class, readonly) NSProcessInfo* processInfo;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+@end
+
 @interface NSUserDefaults : NSObject
 @property(class, readonly) NSUserDefaults* standardUserDefaults;
 - (nullable instancetype)initWithSuiteName:(nullable NSString*)name;
