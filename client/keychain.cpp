@@ -38,6 +38,10 @@ bool Keychain::isLocked() const {
          store_.load(refreshTokenKey()).state == SecretState::locked;
 }
 
+bool Keychain::wantsUnlock() const {
+  return isLocked() || (waiting_ == Waiting::save && !refused_);
+}
+
 void Keychain::requestUnlock(std::function<void(bool opened)> answered) {
   if (asking_) return;
   asking_ = true;

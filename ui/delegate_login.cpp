@@ -27,6 +27,7 @@ void AppDelegate::signedIn() {
          "Signed in as " + VELKClient::shared().userEmail().value_or("your VELK account") + ".");
   refreshParticipants(false);
   flushOutbox();
+  askToUnlockIfLocked();
 }
 
 void AppDelegate::askToUnlock() {
@@ -35,7 +36,7 @@ void AppDelegate::askToUnlock() {
     if (!self) return;
     if (opened) {
       self->resumeSignIn();
-    } else {
+    } else if (!VELKClient::shared().isSignedIn()) {
       self->showLogin();
     }
     self->rebuildMenu();
@@ -43,7 +44,7 @@ void AppDelegate::askToUnlock() {
 }
 
 void AppDelegate::askToUnlockIfLocked() {
-  if (VELKClient::shared().keychain().isLocked()) askToUnlock();
+  if (VELKClient::shared().keychain().wantsUnlock()) askToUnlock();
 }
 
 void AppDelegate::resumeSignIn() {
