@@ -13,6 +13,7 @@ using nlohmann::json;
 
 constexpr double SESSION_TIMEOUT = 90.0;
 constexpr double REQUEST_TIMEOUT = 60.0;
+constexpr const char* AUTHORISATION_EXPIRED = "Authorisation expired — will retry";
 
 std::unique_ptr<VELKClient>& sharedClient() {
   static std::unique_ptr<VELKClient> client;
@@ -77,7 +78,7 @@ Result<json> VELKClient::classify(Answer answer) {
   if (code == 200) return std::move(answer.map);
   if (code == 401) {
     accessToken_.reset();
-    return tl::unexpected(VELKError::network("Authorisation expired — will retry"));
+    return tl::unexpected(VELKError::network(AUTHORISATION_EXPIRED));
   }
   if (code == 429 || (code >= 500 && code <= 599)) {
     return tl::unexpected(VELKError::network(text("Server busy")));
@@ -87,9 +88,14 @@ Result<json> VELKClient::classify(Answer answer) {
 
 void VELKClient::fetchParticipants(Completion<std::vector<Participant>> completion) {
   authed({"/api/desktop/participants", "GET", std::nullopt},
-         [completion = std::move(completion)](Result<json> map) {
+         [this, signOuts = signOuts_, completion = std::move(completion)](Result<json> map) {
+           if (map && signOuts != signOuts_) return completion(tl::unexpected(overtaken()));
            completion(std::move(map).and_then(participantsIn));
          });
+}
+
+VELKError VELKClient::overtaken() const {
+  return isSignedIn() ? VELKError::network(AUTHORISATION_EXPIRED) : VELKError::notSignedIn();
 }
 
 void VELKClient::captureNote(const std::string& participantId, const std::string& input,

@@ -39,8 +39,9 @@ class VELKClient {
   /// answer came, else `api`.
   void login(const std::string& email, const std::string& password, Completion<void> completion);
 
-  /// Forgets tokens and user, as the user wished; sends nothing. Tokens that a refresh under way
-  /// still brings are not taken: its caller gets `notSignedIn`.
+  /// Forgets tokens and user, as the user wished; sends nothing. Tokens and participants that a
+  /// call under way still brings are not taken: its caller gets `notSignedIn`, or a `network` error
+  /// where the user has signed in anew by then.
   void signOut();
 
   /// True exactly when there is a refresh token.
@@ -78,6 +79,8 @@ class VELKClient {
   void ensureAccessToken(Completion<std::string> completion);
   void refresh(const std::string& refreshToken, Completion<std::string> completion);
   [[nodiscard]] Result<std::string> refreshAnswered(const Answer& answer);
+  /// Why what a call brought from before a sign-out is not taken.
+  [[nodiscard]] VELKError overtaken() const;
   [[nodiscard]] Result<void> loginAnswered(const Answer& answer);
   /// The access token while it has more than a minute to live.
   [[nodiscard]] std::optional<std::string> freshToken() const;

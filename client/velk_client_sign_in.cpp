@@ -97,7 +97,7 @@ void VELKClient::refresh(const std::string& refreshToken, Completion<std::string
   const Call call{"/api/desktop/auth/refresh", "POST", json{{"refreshToken", refreshToken}}};
   run(makeRequest(call),
       [this, signOuts = signOuts_, completion = std::move(completion)](Result<Answer> answer) {
-        if (signOuts != signOuts_) return completion(tl::unexpected(VELKError::notSignedIn()));
+        if (signOuts != signOuts_) return completion(tl::unexpected(overtaken()));
         completion(answer.and_then([this](const Answer& got) { return refreshAnswered(got); }));
       });
 }
