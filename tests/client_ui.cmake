@@ -1,0 +1,21 @@
+# The service client, the outbox and the user interface, on the fakes.
+notewick_test(client_ui_tests
+  SOURCES
+    client/json_map_test.cpp
+    client/keychain_test.cpp
+    client/uri_test.cpp
+    client/velk_client_sign_in_test.cpp
+    client/velk_client_test.cpp
+    client/velk_error_test.cpp
+    outbox/delegate_outbox_test.cpp
+    outbox/delegate_refresh_test.cpp
+    support/client_world.cpp
+    ui/delegate_commands_test.cpp
+    ui/delegate_login_test.cpp
+    ui/delegate_menu_test.cpp
+    ui/delegate_widget_test.cpp
+    ui/login_controller_test.cpp
+    ui/login_item_test.cpp
+    ui/quick_widget_controller_test.cpp
+    ui/status_menu_test.cpp
+  LINK notewick_test_support)

@@ -1,0 +1,473 @@
+#include "ui/quick_widget_controller.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/world.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const std::string IDLE_HINT = "Minutes — you set this.";
+
+Pending pendingOf(const std::string& id, const std::string& participant,
+                  const std::string& day = "2024-05-02") {
+  return {id, participant, day, Date(0), Date(60), 12, {}};
+}
+
+/// Keeps what the widget asked for; may refresh the widget in between, as the program does.
+class Owner : public QuickWidgetOwner {
+ public:
+  struct Note {
+    std::string participantId;
+    std::string what;
+    std::int64_t minutes;
+    std::string sessionDate;
+    bool operator==(const Note&) const = default;
+  };
+
+  void enqueueNote(const Participant& participant, const std::string& what, std::int64_t minutes,
+                   const std::string& sessionDate) override {
+    calls.push_back("enqueue " + what);
+    notes.push_back({participant.id, what, minutes, sessionDate});
+    if (afterEnqueue) afterEnqueue();
+  }
+  void removePending(const std::string& id) override { calls.push_back("remove " + id); }
+  void widgetClosed() override { calls.emplace_back("closed"); }
+
+  std::vector<Note> notes;
+  std::vector<std::string> calls;
+  std::function<void()> afterEnqueue;
+};
+
+class WidgetTest : public WorldTest {
+ protected:
+  WidgetTest() { shows({"Tobias Hargreave", "Lena O'Keefe"}); }
+
+  /// The program's lists are these now.
+  void shows(const std::vector<std::string>& names, const std::vector<Pending>& pendings = {},
+             std::size_t queued = 0) {
+    controller->refresh(participantsNamed(names), pendings, queued);
+  }
+  void catches(const std::vector<Pending>& pendings) {
+    shows({"Tobias Hargreave", "Lena O'Keefe"}, pendings);
+  }
+  void queues(std::size_t count) { shows({"Tobias Hargreave", "Lena O'Keefe"}, {}, count); }
+
+  /// The user fills in the form and sends it.
+  void sends(const std::string& text, int minutes = 30) {
+    widget().type(text);
+    widget().pickMinutes(minutes);
+    widget().pressSend();
+  }
+
+  std::shared_ptr<Owner> owner = std::make_shared<Owner>();
+  std::shared_ptr<QuickWidgetController> controller = QuickWidgetController::create(owner);
+};
+
+// --- The panel -----------------------------------------------------------------------------------
+
+TEST_F(WidgetTest, ShowsItsFixedTexts) {
+  const auto& texts = widget().texts;
+  EXPECT_EQ(texts.title, "VELK — quick note");
+  EXPECT_EQ(texts.placeholder, "What did you do? One line is enough.");
+  EXPECT_THAT(texts.minutes, ElementsAre("15", "30", "45", "60", "90", "120"));
+  EXPECT_EQ(texts.send, "Send to VELK");
+  EXPECT_EQ(texts.caughtHeader, "Caught — confirm or skip");
+  EXPECT_EQ(texts.log, "Log");
+  EXPECT_EQ(texts.skip, "✕");
+}
+
+TEST_F(WidgetTest, StartsIdleWithoutMinutes) {
+  EXPECT_EQ(widget().hint, IDLE_HINT);
+  EXPECT_EQ(widget().minutes, std::nullopt);
+  EXPECT_EQ(widget().status, "");
+  EXPECT_FALSE(widget().placeholderHidden);
+  EXPECT_FALSE(widget().visible);
+}
+
+// --- The chooser ---------------------------------------------------------------------------------
+
+TEST_F(WidgetTest, NamesAreSortedByCodePointNotByLocale) {
+  shows({"bob Smith", "Alice Jones", "Bob Smith"});
+  EXPECT_THAT(widget().participants, ElementsAre("Alice Jones", "Bob Smith", "bob Smith"));
+  shows({"adam Best", "Zoe Abel"});
+  EXPECT_THAT(widget().participants, ElementsAre("Zoe Abel", "adam Best"));
+}
+
+TEST_F(WidgetTest, NamesAreSortedByTheirComposedForm) {
+  shows({"e\u0301mile Roux", "f Roux", "\u00e9lan Roux", "e Roux"});
+  EXPECT_THAT(widget().participants,
+              ElementsAre("e Roux", "f Roux", "\u00e9lan Roux", "e\u0301mile Roux"));
+}
+
+TEST(SortedByName, KeepsTheGivenOrderOfEqualNames) {
+  EXPECT_THAT(sortedByName({{"2", "Lena", "O'Keefe"}, {"3", "Al", "B"}, {"1", "Lena", "O'Keefe"}}),
+              ElementsAre(Participant{"3", "Al", "B"}, Participant{"2", "Lena", "O'Keefe"},
+                          Participant{"1", "Lena", "O'Keefe"}));
+}
+
+TEST_F(WidgetTest, TwoOfTheSameNameAreOneItemAndTheFirstGetsTheNote) {
+  controller->refresh({{"7", "Lena", "O'Keefe"}, {"5", "Lena", "O'Keefe"}}, {}, 0);
+  EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe"));
+  sends("Phoned");
+  EXPECT_EQ(owner->notes.front().participantId, "7");
+}
+
+TEST_F(WidgetTest, AChoiceIsKeptOverARefresh) {
+  widget().chooseParticipant("Tobias Hargreave");
+  shows({"Zoe Abel", "Tobias Hargreave", "Al Best"});
+  EXPECT_EQ(widget().selectedParticipant(), "Tobias Hargreave");
+}
+
+TEST_F(WidgetTest, WhenTheChoiceIsGoneTheFirstIsChosen) {
+  widget().chooseParticipant("Tobias Hargreave");
+  shows({"Zoe Abel", "Al Best"});
+  EXPECT_EQ(widget().selectedParticipant(), "Al Best");
+}
+
+TEST_F(WidgetTest, WithoutParticipantsNothingIsChosen) {
+  shows({});
+  EXPECT_EQ(widget().selectedParticipant(), std::nullopt);
+  shows({"Zoe Abel"});
+  EXPECT_EQ(widget().selectedParticipant(), "Zoe Abel");
+}
+
+// --- Caught work ---------------------------------------------------------------------------------
+
+TEST_F(WidgetTest, ACaughtItemIsARow) {
+  catches({pendingOf("P", "Lena O'Keefe")});
+  ASSERT_THAT(widget().rows, SizeIs(1));
+  EXPECT_EQ(widget().rows[0].text, "Lena O'Keefe · ~12m · 2024-05-02");
+  EXPECT_EQ(widget().rows[0].logLabel, "Log Lena O'Keefe · ~12m · 2024-05-02");
+  EXPECT_EQ(widget().rows[0].skipLabel, "Skip Lena O'Keefe · ~12m · 2024-05-02");
+  EXPECT_EQ(widget().more, std::nullopt);
+}
+
+TEST_F(WidgetTest, AtMostFourRowsAreShownAndTheRestCounted) {
+  std::vector<Pending> pendings;
+  for (int number = 1; number <= 6; ++number)
+    pendings.push_back(pendingOf(std::to_string(number), "Client " + std::to_string(number)));
+  catches(pendings);
+  EXPECT_THAT(widget().rowTexts(),
+              ElementsAre("Client 1 · ~12m · 2024-05-02", "Client 2 · ~12m · 2024-05-02",
+                          "Client 3 · ~12m · 2024-05-02", "Client 4 · ~12m · 2024-05-02"));
+  EXPECT_EQ(widget().more, "+ 2 more in the menu bar");
+  pendings.resize(5);
+  catches(pendings);
+  EXPECT_EQ(widget().more, "+ 1 more in the menu bar");
+  pendings.resize(4);
+  catches(pendings);
+  EXPECT_THAT(widget().rows, SizeIs(4));
+  EXPECT_EQ(widget().more, std::nullopt);
+}
+
+TEST_F(WidgetTest, WithoutCaughtWorkThereAreNoRows) {
+  catches({pendingOf("P", "Lena O'Keefe")});
+  catches({});
+  EXPECT_THAT(widget().rows, IsEmpty());
+}
+
+TEST_F(WidgetTest, ThePanelFitsItsRowsAfterEveryRefresh) {
+  const auto fits = widget().fits;
+  catches({pendingOf("P", "Lena O'Keefe")});
+  EXPECT_EQ(widget().fits, fits + 1);
+}
+
+TEST_F(WidgetTest, LoggingACaughtItemFillsTheForm) {
+  widget().type("half a note");
+  widget().pickMinutes(45);
+  catches({pendingOf("P", "Tobias Hargreave")});
+  widget().clickLog(0);
+  EXPECT_EQ(widget().selectedParticipant(), "Tobias Hargreave");
+  EXPECT_EQ(widget().hint, "On screen ≈ 12 min — you set the duration.");
+  EXPECT_TRUE(widget().key);
+  EXPECT_TRUE(widget().visible);
+  EXPECT_TRUE(widget().noteFocused);
+  EXPECT_EQ(widget().note, "half a note");
+  EXPECT_EQ(widget().minutes, 2u);
+}
+
+TEST_F(WidgetTest, LoggingACaughtItemChoosesNoMinutes) {
+  catches({pendingOf("P", "Tobias Hargreave")});
+  widget().clickLog(0);
+  EXPECT_EQ(widget().minutes, std::nullopt);
+  widget().type("Phoned");
+  widget().pressSend();
+  EXPECT_EQ(widget().status, "Pick a duration");
+}
+
+TEST_F(WidgetTest, ACaughtItemOfAnUnknownParticipantLeavesTheChoice) {
+  widget().chooseParticipant("Tobias Hargreave");
+  catches({pendingOf("P", "Someone Else")});
+  widget().clickLog(0);
+  EXPECT_EQ(widget().selectedParticipant(), "Tobias Hargreave");
+  EXPECT_EQ(widget().hint, "On screen ≈ 12 min — you set the duration.");
+}
+
+TEST_F(WidgetTest, SkippingACaughtItemAsksForItsRemoval) {
+  catches({pendingOf("P", "Lena O'Keefe"), pendingOf("Q", "Tobias Hargreave")});
+  widget().clickSkip(1);
+  EXPECT_THAT(owner->calls, ElementsAre("remove Q"));
+}
+
+TEST_F(WidgetTest, ARowThatIsNotThereIsIgnored) {
+  catches({pendingOf("P", "Lena O'Keefe")});
+  widget().clickLog(1);
+  widget().clickSkip(1);
+  EXPECT_EQ(widget().hint, IDLE_HINT);
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+// --- Sending -------------------------------------------------------------------------------------
+
+TEST_F(WidgetTest, ANoteGoesToTheChosenParticipant) {
+  widget().chooseParticipant("Tobias Hargreave");
+  sends("Phoned", 45);
+  EXPECT_THAT(owner->notes, ElementsAre(Owner::Note{"1", "Phoned", 45, "2024-05-02"}));
+}
+
+TEST_F(WidgetTest, EverySegmentIsItsMinutes) {
+  for (const int minutes : {15, 30, 45, 60, 90, 120}) {
+    sends("x", minutes);
+    EXPECT_EQ(owner->notes.back().minutes, minutes);
+  }
+}
+
+TEST_F(WidgetTest, OnlyTheEndsOfANoteAreTrimmed) {
+  sends(" \t\n Phoned\n  twice \u00a0\r\n");
+  EXPECT_EQ(owner->notes.front().what, "Phoned\n  twice");
+}
+
+TEST_F(WidgetTest, AnIdleFormIsOfToday) {
+  clock.setLocal({2024, 5, 3, 0, 0, 1});
+  sends("Phoned");
+  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-03");
+}
+
+TEST_F(WidgetTest, ACaughtItemOfYesterdayIsOfYesterdayAndLeavesTheList) {
+  catches({pendingOf("P", "Lena O'Keefe", "2024-05-01")});
+  widget().clickLog(0);
+  sends("Phoned");
+  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-01");
+  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove P"));
+}
+
+TEST_F(WidgetTest, TheCaughtItemLeavesAlsoWhenTheQueueingRefreshedTheWidget) {
+  catches({pendingOf("P", "Lena O'Keefe")});
+  widget().clickLog(0);
+  owner->afterEnqueue = [this] { catches({}); };
+  sends("Phoned");
+  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove P"));
+}
+
+TEST_F(WidgetTest, ACaughtItemThatDisappearedIsForgotten) {
+  catches({pendingOf("P", "Lena O'Keefe", "2024-05-01")});
+  widget().clickLog(0);
+  catches({});
+  EXPECT_EQ(widget().hint, "On screen ≈ 12 min — you set the duration.") << "the hint stays";
+  sends("Phoned");
+  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-02");
+  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned"));
+  EXPECT_EQ(widget().hint, IDLE_HINT);
+}
+
+TEST_F(WidgetTest, AfterSendingTheFormIsEmptyAndStaysOpen) {
+  catches({pendingOf("P", "Tobias Hargreave", "2024-05-01")});
+  controller->present(std::nullopt);
+  widget().clickLog(0);
+  sends("Phoned");
+  EXPECT_EQ(widget().note, "");
+  EXPECT_FALSE(widget().placeholderHidden);
+  EXPECT_EQ(widget().minutes, std::nullopt);
+  EXPECT_EQ(widget().hint, IDLE_HINT);
+  EXPECT_EQ(widget().selectedParticipant(), "Tobias Hargreave");
+  EXPECT_EQ(widget().status, "Sent — finish it on VELK");
+  EXPECT_TRUE(widget().visible);
+  EXPECT_EQ(workspace.beeps, 0);
+  sends("Visited");
+  EXPECT_EQ(owner->notes.back().sessionDate, "2024-05-02") << "it confirms nothing any longer";
+}
+
+TEST_F(WidgetTest, WithoutMinutesItAsksForThem) {
+  widget().type("Phoned");
+  widget().pressSend();
+  EXPECT_EQ(widget().status, "Pick a duration");
+  EXPECT_EQ(workspace.beeps, 1);
+  EXPECT_EQ(widget().note, "Phoned");
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+TEST_F(WidgetTest, ABlankNoteIsRefusedAndGetsTheFocus) {
+  for (const auto* const blank : {"", "   ", " \n\t\r\n ", "\u00a0\u2028"}) {
+    widget().noteFocused = false;
+    sends(blank);
+    EXPECT_EQ(widget().status, "Say what you did");
+    EXPECT_TRUE(widget().noteFocused);
+  }
+  EXPECT_EQ(workspace.beeps, 4);
+  EXPECT_EQ(widget().minutes, 1u);
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+TEST_F(WidgetTest, MinutesAreAskedForBeforeTheNote) {
+  widget().pressSend();
+  EXPECT_EQ(widget().status, "Pick a duration");
+}
+
+TEST_F(WidgetTest, WithoutAChoiceItOnlyBeeps) {
+  shows({});
+  sends("Phoned");
+  EXPECT_EQ(workspace.beeps, 1);
+  EXPECT_EQ(widget().status, "");
+  EXPECT_EQ(widget().note, "Phoned");
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+TEST_F(WidgetTest, AChoiceThatIsNobodyOnlyBeeps) {
+  widget().setParticipants({"Somebody Else"}, 0);
+  sends("Phoned");
+  EXPECT_EQ(workspace.beeps, 1);
+  EXPECT_EQ(widget().status, "");
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+TEST_F(WidgetTest, WithoutAnOwnerTheFormIsResetAllTheSame) {
+  catches({pendingOf("P", "Lena O'Keefe")});
+  widget().clickLog(0);
+  owner.reset();
+  widget().clickSkip(0);
+  sends("Phoned");
+  EXPECT_EQ(widget().note, "");
+  EXPECT_EQ(widget().hint, IDLE_HINT);
+  EXPECT_EQ(widget().status, "Sent — finish it on VELK");
+}
+
+// --- The status line -----------------------------------------------------------------------------
+
+TEST_F(WidgetTest, AFlashedTextIsGoneAfterFourSeconds) {
+  widget().pressSend();
+  advance(3.9);
+  EXPECT_EQ(widget().status, "Pick a duration");
+  advance(0.1);
+  EXPECT_EQ(widget().status, "");
+}
+
+TEST_F(WidgetTest, ASecondFlashGetsItsOwnFourSeconds) {
+  widget().pressSend();
+  advance(3);
+  widget().pressSend();
+  advance(3);
+  EXPECT_EQ(widget().status, "Pick a duration");
+  EXPECT_THAT(loop.runningTimers(), ElementsAre(4));
+  advance(1);
+  EXPECT_EQ(widget().status, "");
+}
+
+TEST_F(WidgetTest, QueuedNotesAreCounted) {
+  queues(1);
+  EXPECT_EQ(widget().status, "1 queued — will retry");
+  queues(2);
+  EXPECT_EQ(widget().status, "2 queued — will retry");
+  queues(0);
+  EXPECT_EQ(widget().status, "");
+}
+
+TEST_F(WidgetTest, ARefreshWithAnEmptyOutboxLeavesAFlash) {
+  widget().pressSend();
+  queues(0);
+  EXPECT_EQ(widget().status, "Pick a duration");
+}
+
+TEST_F(WidgetTest, QueuedNotesReplaceAFlashWhoseTimerThenEmptiesTheLine) {
+  widget().pressSend();
+  advance(1);
+  queues(2);
+  EXPECT_EQ(widget().status, "2 queued — will retry");
+  advance(2.9);
+  EXPECT_EQ(widget().status, "2 queued — will retry");
+  advance(0.1);
+  EXPECT_EQ(widget().status, "");
+  queues(2);
+  EXPECT_EQ(widget().status, "2 queued — will retry");
+}
+
+TEST_F(WidgetTest, AFlashOfAWidgetThatIsGoneDoesNothing) {
+  widget().pressSend();
+  controller.reset();
+  advance(4);
+  EXPECT_EQ(views.quickNote, nullptr);
+}
+
+// --- The placeholder -----------------------------------------------------------------------------
+
+TEST_F(WidgetTest, ThePlaceholderHidesWhileThereIsAnyText) {
+  widget().type("x");
+  EXPECT_TRUE(widget().placeholderHidden);
+  widget().type(" \n");
+  EXPECT_TRUE(widget().placeholderHidden) << "blanks count";
+  widget().type("");
+  EXPECT_FALSE(widget().placeholderHidden);
+}
+
+TEST_F(WidgetTest, ARefreshSetsThePlaceholderRight) {
+  widget().setNoteText("x");
+  queues(0);
+  EXPECT_TRUE(widget().placeholderHidden);
+}
+
+// --- On screen -----------------------------------------------------------------------------------
+
+TEST_F(WidgetTest, WithoutASavedPlaceItStandsAtTheBottomRight) {
+  controller->present(std::nullopt);
+  EXPECT_EQ(widget().place, FakeQuickNotePanel::Place::bottomRight);
+  EXPECT_EQ(widget().inset, 24);
+  EXPECT_TRUE(widget().visible);
+  EXPECT_FALSE(widget().key) << "it does not take the keyboard";
+}
+
+TEST_F(WidgetTest, ASavedPlaceIsTakenUpAgain) {
+  views.frameSaved = true;
+  controller->present(std::nullopt);
+  EXPECT_EQ(widget().place, FakeQuickNotePanel::Place::saved);
+  EXPECT_TRUE(widget().visible);
+}
+
+TEST_F(WidgetTest, PresentedWithAPendingItIsFilledAndTakesTheKeyboard) {
+  controller->present(pendingOf("P", "Tobias Hargreave"));
+  EXPECT_EQ(widget().selectedParticipant(), "Tobias Hargreave");
+  EXPECT_TRUE(widget().key);
+  EXPECT_TRUE(widget().noteFocused);
+  EXPECT_EQ(widget().place, FakeQuickNotePanel::Place::bottomRight);
+}
+
+TEST_F(WidgetTest, HidingIsNoClosing) {
+  controller->present(std::nullopt);
+  controller->orderOut();
+  EXPECT_FALSE(widget().visible);
+  EXPECT_THAT(owner->calls, IsEmpty());
+}
+
+TEST_F(WidgetTest, ClosedByTheUserItTellsAndCanComeBack) {
+  controller->present(std::nullopt);
+  widget().close();
+  EXPECT_THAT(owner->calls, ElementsAre("closed"));
+  views.frameSaved = true;
+  controller->present(std::nullopt);
+  EXPECT_TRUE(widget().visible);
+  EXPECT_EQ(widget().place, FakeQuickNotePanel::Place::saved);
+  EXPECT_EQ(views.quickNotesMade, 1);
+}
+
+TEST_F(WidgetTest, ClosedWithoutAnOwnerItTellsNobody) {
+  controller->present(std::nullopt);
+  owner.reset();
+  widget().close();
+  EXPECT_FALSE(widget().visible);
+}
+
+}  // namespace
+}  // namespace notewick
