@@ -1,5 +1,8 @@
 """Time that runs faster, for programs that know nothing of it."""
 
+import os
+import signal
+import subprocess
 from pathlib import Path
 
 from desk import programs
@@ -7,6 +10,43 @@ from desk.waiting import wait_until
 
 DAY = "2026-03-02"
 MORNING = f"{DAY} 09:00:00"
+
+
+def _remove_orphans():
+    """What a killed keeper left would be in the way of the next one with its process id."""
+    for shared in Path("/dev/shm").glob("faketime_shm_*"):
+        owner = shared.name.rpartition("_")[2]
+        if not Path("/proc", owner).exists():
+            for path in (shared, shared.with_name(f"sem.faketime_sem_{owner}")):
+                path.unlink(missing_ok=True)
+
+
+class _Keeper(programs.Program):
+    """Holds the clock that programs share; ends when its own program does, and takes the clock away then."""
+
+    def __init__(self, start, factor):
+        # Without the variable the clock would start anew in every program.
+        command = ["faketime", "-m", "-f", f"@{start} x{factor}", "sleep", "infinity"]
+        super().__init__(command, {"FAKETIME_DONT_RESET": "1"})
+
+    def child(self):
+        return int(Path(f"/proc/{self.pid}/task/{self.pid}/children").read_text().split()[0])
+
+    def clock(self):
+        """What its program inherited; None before that."""
+        variables = Path(f"/proc/{self.child()}/environ").read_bytes().split(b"\0")
+        pairs = (v.decode().partition("=") for v in variables if v.startswith((b"LD_PRELOAD=", b"FAKETIME")))
+        found = {name: value for name, _, value in pairs}
+        return found if "FAKETIME" in found and "FAKETIME_SHARED" in found else None
+
+    def close(self):
+        if self.is_running:
+            os.kill(self.child(), signal.SIGTERM)
+            try:
+                self.wait(2)
+            except subprocess.TimeoutExpired:
+                pass  # as any other program then
+        super().close()
 
 
 class FastTime:
@@ -17,17 +57,5 @@ class FastTime:
 
     def __init__(self, start=MORNING, factor=60):
         self.factor = factor
-        # Without the variable, "@" would start anew in every program.
-        keeper = programs.start(
-            "faketime", "-m", "-f", f"@{start} x{factor}", "sleep", "infinity",
-            environment={"FAKETIME_DONT_RESET": "1"},
-        )
-        children = Path(f"/proc/{keeper.pid}/task/{keeper.pid}/children")
-
-        def clock():
-            variables = Path(f"/proc/{children.read_text().split()[0]}/environ").read_bytes().split(b"\0")
-            pairs = (v.decode().partition("=") for v in variables if v.startswith((b"LD_PRELOAD=", b"FAKETIME")))
-            found = {name: value for name, _, value in pairs}
-            return found if "FAKETIME" in found and "FAKETIME_SHARED" in found else None
-
-        self.environment = wait_until(clock, what="the clock that runs faster")
+        _remove_orphans()
+        self.environment = wait_until(_Keeper(start, factor).clock, what="the clock that runs faster")

@@ -6,6 +6,7 @@ import subprocess
 from collections import namedtuple
 
 from desk.waiting import LIMIT, wait_until
+from desk.x_windows import Window
 
 Notification = namedtuple("Notification", "number app summary body")
 
@@ -47,6 +48,12 @@ def count_displayed():
     if _server_is_mako():
         return len(everything())
     return int(_run("dunstctl", "count", "displayed"))
+
+
+def place():
+    """Where dunst shows them on the screen: one window holds all."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "Dunst"], capture_output=True, text=True)
+    return Window(found.stdout.split()[0]).geometry
 
 
 def find(summary):

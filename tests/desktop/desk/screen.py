@@ -3,6 +3,8 @@
 import os
 import subprocess
 
+from desk.waiting import wait_until
+
 IN_SWAY = "SWAYSOCK" in os.environ
 _WTYPE_MODIFIERS = {"ctrl", "shift", "alt", "logo"}
 
@@ -17,6 +19,18 @@ def shot(path):
         _run("grim", path)
     else:
         _run("import", "-window", "root", path)
+
+
+def wait_until_still():
+    """Waits until two pictures in a row are the same: what is to be drawn has been drawn. On X only."""
+    last = None
+
+    def same_as_before():
+        nonlocal last
+        before, last = last, subprocess.run(["import", "-window", "root", "rgb:-"], capture_output=True).stdout
+        return last == before
+
+    wait_until(same_as_before, what="the end of all drawing")
 
 
 def type_text(text):
