@@ -24,6 +24,7 @@ from desk.story import Story
 KILLS = 50
 LISTS = ("pending.json", "outbox.json", "participants.json")
 CAUGHT_AT_THE_START = 40
+FILES_ARE_WRITTEN = (0.08, 0.18)  # seconds after an accessible button was pressed; it stays down for 0.1
 FAULTS = [
     {"status": 503, "rate": 0.25},
     {"cut": "before", "rate": 0.15},
@@ -135,7 +136,7 @@ class AStormOfKills(Story):
             sent.set()
             instant = self.random.uniform(0.3, 2.0)
         else:
-            instant = self.random.uniform(0, 0.25)
+            instant = self.random.uniform(*FILES_ARE_WRITTEN)
         killer = threading.Thread(target=lambda: (sent.wait(30), time.sleep(instant), program.kill()))
         killer.start()
         self.write_until_killed(program, sent.set)
