@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/base_url.h"
+#include "client/base_url.h"
 #include "detect/list_notation.h"
 #include "detect/name_matcher.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/base_url.h"
+#include "client/base_url.h"
 #include "client/json_map.h"
 #include "platform/ports.h"
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "app/constants.h"
-#include "app/fatal_error.h"
+#include "platform/fatal_error.h"
 
 namespace notewick {
 namespace {

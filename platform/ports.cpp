@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "app/fatal_error.h"
+#include "platform/fatal_error.h"
 
 namespace notewick {
 namespace {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "app/app_delegate.h"
-#include "app/base_url.h"
+#include "client/base_url.h"
 #include "client/velk_client.h"
 #include "detect/notification.h"
 #include "platform/ports.h"

@@ -1,6 +1,6 @@
 #include "app/app_delegate.h"
-#include "app/fatal_error.h"
 #include "client/velk_client.h"
+#include "platform/fatal_error.h"
 #include "platform/ports.h"
 #include "ui/status_menu.h"
 

@@ -1,6 +1,6 @@
 #include "ui/login_controller.h"
 
-#include "app/base_url.h"
+#include "client/base_url.h"
 #include "client/velk_client.h"
 #include "model/unicode.h"
 #include "platform/ports.h"

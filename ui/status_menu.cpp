@@ -1,6 +1,6 @@
 #include "ui/status_menu.h"
 
-#include "app/fatal_error.h"
+#include "platform/fatal_error.h"
 
 namespace notewick {
 namespace {

@@ -1,8 +1,8 @@
-#include "app/base_url.h"
+#include "client/base_url.h"
 
 #include "app/constants.h"
-#include "app/fatal_error.h"
 #include "client/uri.h"
+#include "platform/fatal_error.h"
 #include "platform/ports.h"
 
 namespace notewick {

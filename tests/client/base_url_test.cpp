@@ -1,4 +1,4 @@
-#include "app/base_url.h"
+#include "client/base_url.h"
 
 #include "tests/support/world.h"
 
