@@ -3,6 +3,8 @@ notewick_test(client_ui_tests
   SOURCES
     client/json_map_test.cpp
     client/keychain_test.cpp
+    client/service_answers.cpp
+    client/service_answers_test.cpp
     client/uri_test.cpp
     client/velk_client_sign_in_test.cpp
     client/velk_client_test.cpp

@@ -30,6 +30,7 @@ class FakeService {
   void answersText(std::string_view path, int status, std::optional<std::string> body);
   void answersNoHttp(std::string_view path);
   void fails(std::string_view path, const std::string& description);
+  void answersAs(std::string_view path, const Outcome& outcome);
 
   // Trouble that lasts.
   void answers(int status, const nlohmann::json& body = nlohmann::json::object());
