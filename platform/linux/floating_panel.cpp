@@ -26,6 +26,10 @@ constexpr auto SETTLING_TIME = 300ms;
 constexpr Qt::WindowFlags FLAGS = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint;
 
+bool isWaylandSession() {
+  return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
 }  // namespace
 
 QList<QRect> availableScreens() {
@@ -42,19 +46,30 @@ PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
   setAttribute(Qt::WA_QuitOnClose, false);
   settling_.setSingleShot(true);
   settling_.setInterval(SETTLING_TIME);
+  connect(&settling_, &QTimer::timeout, this, &PanelWindow::takeKeyboard);
   qApp->installEventFilter(this);
 }
 
 void PanelWindow::orderFrontRegardless() {
+  quiet_ = quiet_ || (!isVisible() && isWaylandSession());
+  orderFront();
+}
+
+void PanelWindow::makeKeyAndOrderFront() {
+  takeKeyboard();
+  orderFront();
+  activateWindow();
+  requestActivation(*windowHandle());
+}
+
+void PanelWindow::orderFront() {
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
 }
 
-void PanelWindow::makeKeyAndOrderFront() {
-  orderFrontRegardless();
-  activateWindow();
-  requestActivation(*windowHandle());
+void PanelWindow::takeKeyboard() {
+  if (std::exchange(quiet_, false)) setTakesKeyboard(*windowHandle(), true);
 }
 
 void PanelWindow::orderOut() {
@@ -155,6 +170,7 @@ void PanelWindow::showEvent(QShowEvent* event) {
   settling_.start();
   frameKnown_ = false;
   setFloatingHints(*windowHandle());
+  if (quiet_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {
     if (isVisible()) requestFloatingState(*windowHandle());
   });

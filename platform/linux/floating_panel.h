@@ -63,6 +63,8 @@ class PanelWindow : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
+  void orderFront();
+  void takeKeyboard();
   void applyPlacement();
   void askForMenu();  ///< as the Menu key does, which the toolkit itself knows
 
@@ -70,6 +72,7 @@ class PanelWindow : public QWidget {
   Placement placement_;
   std::optional<QPoint> grip_;  ///< where the background was pressed
   QTimer settling_;             ///< runs while moves answer this program's own requests
+  bool quiet_ = false;          ///< it is being mapped, and must not get the keyboard by that
   bool frameKnown_ = false;
   bool quitting_ = false;
 };

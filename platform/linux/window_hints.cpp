@@ -5,6 +5,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "platform/linux/x11_display.h"
 
@@ -42,6 +43,37 @@ void setProperty(xcb_connection_t* to, const QWindow& window, const char* name, 
                       x11Atom(*to, name), type, 32, count, values);
 }
 
+std::vector<std::uint32_t> property(xcb_connection_t* to, const QWindow& window, const char* name) {
+  constexpr std::uint32_t MORE_THAN_ANY = 64;
+  const auto asked =
+      xcb_get_property(to, 0, static_cast<xcb_window_t>(window.winId()), x11Atom(*to, name),
+                       XCB_GET_PROPERTY_TYPE_ANY, 0, MORE_THAN_ANY);
+  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(to, asked, nullptr));
+  if (!reply || reply->format != 32) return {};
+  const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  return {values, values + reply->value_len};
+}
+
+/// Of the nine numbers of WM_HINTS (ICCCM 4.1.2.4) the first says which of the others count, and
+/// the second whether the window takes the keyboard.
+void setInputHint(xcb_connection_t* to, const QWindow& window, bool takes) {
+  constexpr std::uint32_t INPUT_COUNTS = 1;
+  auto hints = property(to, window, "WM_HINTS");
+  hints.resize(9);
+  hints[0] |= INPUT_COUNTS;
+  hints[1] = takes ? 1 : 0;
+  setProperty(to, window, "WM_HINTS", XCB_ATOM_WM_HINTS, 9, hints.data());
+}
+
+void setTakeFocusProtocol(xcb_connection_t* to, const QWindow& window, bool takes) {
+  const xcb_atom_t takeFocus = x11Atom(*to, "WM_TAKE_FOCUS");
+  auto protocols = property(to, window, "WM_PROTOCOLS");
+  std::erase(protocols, takeFocus);
+  if (takes) protocols.push_back(takeFocus);
+  setProperty(to, window, "WM_PROTOCOLS", XCB_ATOM_ATOM,
+              static_cast<std::uint32_t>(protocols.size()), protocols.data());
+}
+
 }  // namespace
 
 void setFloatingHints(const QWindow& window) {
@@ -59,6 +91,14 @@ void requestFloatingState(const QWindow& window) {
   tellRoot(to, window, "_NET_WM_STATE", {ADD_STATE, above, sticky, FROM_APPLICATION, 0});
   tellRoot(to, window, "_NET_WM_STATE", {ADD_STATE, skipTaskBar, skipPager, FROM_APPLICATION, 0});
   tellRoot(to, window, "_NET_WM_DESKTOP", {ALL_DESKTOPS, FROM_APPLICATION, 0, 0, 0});
+}
+
+void setTakesKeyboard(const QWindow& window, bool takes) {
+  xcb_connection_t* const to = x11Display();
+  if (to == nullptr) return;
+  setInputHint(to, window, takes);
+  setTakeFocusProtocol(to, window, takes);
+  xcb_flush(to);
 }
 
 void requestActivation(const QWindow& window) {

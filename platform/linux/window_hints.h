@@ -15,6 +15,11 @@ void setFloatingHints(const QWindow& window);
 /// withdrawn, perhaps only after the window has been given them for the next time.
 void requestFloatingState(const QWindow& window);
 
+/// Whether the window takes the keyboard that it is given. To one that is mapped while it does not,
+/// a Wayland compositor that gives the keyboard to every new window gives none; the X11 way of
+/// saying so, a time of last input, is unknown there.
+void setTakesKeyboard(const QWindow& window, bool takes);
+
 /// Asks that the window gets the keyboard. Speaks as a pager does, because the user's click went to
 /// the tray, and window managers refuse applications whose own windows saw no recent input.
 void requestActivation(const QWindow& window);

@@ -4,13 +4,13 @@
 import unittest
 
 import desk
+from desk import screen
 from desk.story import Story
 
 SESSION_ENDS = 25  # seconds; ten minutes of the fast clock are ten
 
 
 class OnWayland(Story):
-    fast = True
     secret_store = False  # the session has none
 
     def start_signed_in(self):
@@ -18,6 +18,10 @@ class OnWayland(Story):
         program.sign_in_panel.sign_in()
         program.sign_in_panel.wait_until_gone()
         return program
+
+
+class WorkOnWayland(OnWayland):
+    fast = True
 
     def test_makes_a_case_note_of_work_in_native_windows(self):
         program = self.start_signed_in()
@@ -48,19 +52,36 @@ class OnWayland(Story):
         desk.mousepad(letter).window().focus()
         desk.wait_until(lambda: 'matches=["Amara Osei"]' in self.home.text("watch.log"), what="a native program")
 
-    def test_floats_its_widget_through_xwayland_and_takes_the_focus_only_when_asked(self):
+
+class TheWidgetOnWayland(OnWayland):
+    fast = False
+
+    def test_floats_through_xwayland_and_leaves_the_keyboard_where_it_is(self):
         program = self.start_signed_in()
         work = desk.zenity("the user's work").window()
-        work.focus()
-        program.choose("Hide floating widget")
-        program.widget.wait_until_hidden()
-        program.choose("Show floating widget")
-        window = program.widget.window
-        desk.wait_until(lambda: window.is_floating, what="the widget floating")
-        self.assertTrue(window.is_of_x)
-        self.assertLess(window.geometry.width, 400)
-        program.choose("Log work now (call, visit…)")
-        desk.wait_until(lambda: program.widget.window.is_active, what="the widget being active")
+        for _ in range(3):
+            program.choose("Hide floating widget")
+            program.widget.wait_until_hidden()
+            work.focus()
+            program.choose("Show floating widget")
+            window = program.widget.window
+            desk.wait_until(lambda w=window: w.is_floating, what="the widget floating")
+            self.assertTrue(window.is_of_x)
+            self.assertLess(window.geometry.width, 400)
+            self.assertTrue(work.is_active)
+
+    def test_takes_the_keyboard_when_asked(self):
+        program = self.start_signed_in()
+        work = desk.zenity("the user's work").window()
+        for text in ("shown before", "hidden before"):
+            work.focus()
+            program.choose("Log work now (call, visit…)")
+            desk.wait_until(lambda: program.widget.window.is_active, what="the widget being active")
+            screen.type_text(text)
+            program.widget.note.wait_for_text(text)
+            program.widget.note.write("")
+            program.choose("Hide floating widget")
+            program.widget.wait_until_hidden()
 
 
 if __name__ == "__main__":
