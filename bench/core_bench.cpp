@@ -8,10 +8,14 @@
 namespace notewick {
 namespace {
 
+/// Names of several languages that begin with many different letters.
 std::vector<Participant> participants(std::size_t count) {
-  const std::vector<std::string> first = {"Tobias", "Lena", "Zoë",   "Anaïs",
-                                          "Jürgen", "Mai",  "Nguyễn"};
-  const std::vector<std::string> last = {"Hargreave", "O'Keefe", "Müller", "Nakamura", "Fjällräv"};
+  const std::vector<std::string> first = {"Amara", "Bogdan", "Chloë",  "Dilan",  "Émile", "Fatima",
+                                          "Grace", "Hannah", "Inés",   "Jürgen", "Kenji", "Lena",
+                                          "Mai",   "Nguyễn", "Ömer",   "Petra",  "Quinn", "Rosa",
+                                          "Sofia", "Tobias", "Ulrike", "Václav", "Wanda", "Yusuf"};
+  const std::vector<std::string> last = {"Hargreave", "O'Keefe", "Müller",  "Nakamura", "Fjällräv",
+                                         "Şahin",     "Baker",   "Åkesson", "Zielińska"};
   std::vector<Participant> list;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string number = std::to_string(i);
@@ -20,20 +24,23 @@ std::vector<Participant> participants(std::size_t count) {
   return list;
 }
 
+constexpr std::size_t LENGTH = 300;
+
 /// A text of 300 characters as a sample joins it from titles, naming one participant.
 std::string sampleText() {
   std::string text;
   while (text.size() < 250) text += "RE: support hours next week - Inbox | ";
-  text += "Lena1 O'Keefe1 plan review.docx";
-  text.resize(300, '.');
+  text += "Bogdan1 O'Keefe1 plan review.docx";
+  text.resize(LENGTH, '.');
   return text;
 }
 
-/// The same length with every third word accented.
+/// 300 characters, one in six of them accented.
 std::string accentedText() {
+  const std::string word = "Überprüfung ";
   std::string text;
-  for (int i = 0; i < 27; ++i) text += "Überprüfung ";
-  return text.substr(0, 300);
+  for (std::size_t i = 0; i < LENGTH / 12; ++i) text += word;
+  return text;
 }
 
 void match(benchmark::State& state, const std::string& text) {

@@ -27,6 +27,7 @@ void NameMatcher::addCandidate(std::string_view candidate, std::size_t participa
     if (next == 0) {
       next = static_cast<std::uint32_t>(states_.size());
       states_[state].edges.push_back({byte, next});
+      if (state == 0) roots_[byte] = next;
       const std::uint32_t depth = states_[state].depth + 1;
       states_.emplace_back().depth = depth;
     }
@@ -50,6 +51,7 @@ void NameMatcher::linkFallbacks() {
 }
 
 std::uint32_t NameMatcher::child(std::uint32_t state, unsigned char byte) const {
+  if (state == 0) return roots_[byte];
   for (const Edge& edge : states_[state].edges) {
     if (edge.byte == byte) return edge.target;
   }

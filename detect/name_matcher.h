@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -48,6 +49,7 @@ class NameMatcher {
   [[nodiscard]] std::uint32_t step(std::uint32_t state, unsigned char byte) const;
 
   std::vector<State> states_ = std::vector<State>(1);
+  std::array<std::uint32_t, 256> roots_{};  ///< the edges of the first state, by byte
   std::size_t participantCount_ = 0;
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace notewick {
 namespace {
@@ -11,6 +12,7 @@ namespace {
 constexpr utf8proc_int32_t REPLACEMENT = 0xFFFD;
 constexpr utf8proc_int32_t CAPITAL_I_WITH_DOT_ABOVE = 0x0130;
 constexpr utf8proc_int32_t COMBINING_DOT_ABOVE = 0x0307;
+constexpr utf8proc_int32_t FIRST_COMBINING_MARK = 0x0300;
 
 const utf8proc_uint8_t* unsignedBytes(std::string_view text) {
   return reinterpret_cast<const utf8proc_uint8_t*>(text.data());
@@ -34,10 +36,19 @@ std::size_t illFormedLength(std::string_view text) {
   return std::min(length, text.size());
 }
 
+bool isAscii(utf8proc_int32_t codePoint) {
+  return codePoint < 0x80;
+}
+
 /// Calls `visit` with each code point of `text` in turn.
 template <class Visit>
 void forEachCodePoint(std::string_view text, Visit visit) {
   while (!text.empty()) {
+    if (const auto byte = static_cast<unsigned char>(text[0]); isAscii(byte)) {
+      visit(byte);
+      text.remove_prefix(1);
+      continue;
+    }
     utf8proc_int32_t codePoint;
     const auto length = utf8proc_iterate(unsignedBytes(text),
                                          static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
@@ -47,16 +58,23 @@ void forEachCodePoint(std::string_view text, Visit visit) {
 }
 
 void append(std::string& text, utf8proc_int32_t codePoint) {
+  if (isAscii(codePoint)) return text.push_back(static_cast<char>(codePoint));
   std::array<utf8proc_uint8_t, 4> bytes;
   const auto length = utf8proc_encode_char(codePoint, bytes.data());
   text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
 }
 
+std::size_t encodedLength(utf8proc_int32_t codePoint) {
+  return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
+}
+
 bool isAscii(std::string_view text) {
-  for (const char byte : text) {
-    if (static_cast<unsigned char>(byte) >= 0x80) return false;
-  }
-  return true;
+  return std::ranges::all_of(text, [](unsigned char byte) { return isAscii(byte); });
+}
+
+utf8proc_int32_t lowerCase(utf8proc_int32_t codePoint) {
+  if (!isAscii(codePoint)) return utf8proc_tolower(codePoint);
+  return codePoint >= 'A' && codePoint <= 'Z' ? codePoint - 'A' + 'a' : codePoint;
 }
 
 using CodePoints = std::vector<utf8proc_int32_t>;
@@ -66,7 +84,7 @@ auto combiningClass(utf8proc_int32_t codePoint) {
 }
 
 bool isStarter(utf8proc_int32_t codePoint) {
-  return combiningClass(codePoint) == 0;
+  return codePoint < FIRST_COMBINING_MARK || combiningClass(codePoint) == 0;
 }
 
 // The library's own way to sort marks takes the square of their number.
@@ -83,6 +101,7 @@ CodePoints decomposed(std::string_view valid) {
   CodePoints codePoints;
   codePoints.reserve(valid.size());
   forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
+    if (isAscii(codePoint)) return codePoints.push_back(codePoint);
     std::array<utf8proc_int32_t, 8> parts;
     int boundaryClass = 0;
     const auto count = utf8proc_decompose_char(codePoint, parts.data(), parts.size(),
@@ -100,20 +119,32 @@ std::string encoded(const CodePoints& codePoints) {
   return text;
 }
 
+/// The boundaries of grapheme clusters, asked for one code point after the other.
+class ClusterBreaks {
+ public:
+  /// Whether a cluster begins with this code point.
+  bool before(utf8proc_int32_t codePoint) {
+    const auto previous = std::exchange(previous_, codePoint);
+    if (isAscii(previous) && isAscii(codePoint)) {
+      state_ = 0;
+      return previous != '\r' || codePoint != '\n';
+    }
+    return utf8proc_grapheme_break_stateful(previous, codePoint, &state_);
+  }
+
+ private:
+  utf8proc_int32_t previous_ = '\n';  // after which every cluster begins
+  utf8proc_int32_t state_ = 0;
+};
+
 std::vector<bool> clusterBoundaries(std::string_view valid) {
   std::vector<bool> boundaries(valid.size() + 1, false);
+  ClusterBreaks breaks;
   std::size_t place = 0;
-  utf8proc_int32_t previous = 0;
-  utf8proc_int32_t state = 0;
-  while (place < valid.size()) {
-    utf8proc_int32_t codePoint;
-    const auto rest = valid.substr(place);
-    const auto length = utf8proc_iterate(unsignedBytes(rest),
-                                         static_cast<utf8proc_ssize_t>(rest.size()), &codePoint);
-    boundaries[place] = place == 0 || utf8proc_grapheme_break_stateful(previous, codePoint, &state);
-    previous = codePoint;
-    place += static_cast<std::size_t>(length);
-  }
+  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
+    boundaries[place] = breaks.before(codePoint);
+    place += encodedLength(codePoint);
+  });
   boundaries[place] = true;
   return boundaries;
 }
@@ -158,7 +189,7 @@ std::string lowerCased(std::string_view text) {
   std::string lower;
   lower.reserve(text.size());
   forEachCodePoint(text, [&](utf8proc_int32_t codePoint) {
-    append(lower, utf8proc_tolower(codePoint));
+    append(lower, lowerCase(codePoint));
     if (codePoint == CAPITAL_I_WITH_DOT_ABOVE) append(lower, COMBINING_DOT_ABOVE);
   });
   return lower;
