@@ -3,7 +3,7 @@
 
 A note counts as confirmed as soon as the program has emptied the form for it, which comes before the words
 "Sent — finish it on VELK"; and so does every note in the captures log. Each kill is a SIGKILL at a random
-instant: while the program starts, while notes are written, or a few milliseconds after one was sent.
+instant: while the program starts, while notes are written, or just as one is on its way into the files.
 NOTEWICK_STORM_SEED repeats a storm's choices; the instants are the machine's.
 """
 
@@ -137,7 +137,13 @@ class AStormOfKills(Story):
             instant = self.random.uniform(0.3, 2.0)
         else:
             instant = self.random.uniform(*FILES_ARE_WRITTEN)
-        killer = threading.Thread(target=lambda: (sent.wait(30), time.sleep(instant), program.kill()))
+
+        def kill():
+            sent.wait(30)
+            time.sleep(instant)
+            program.kill()
+
+        killer = threading.Thread(target=kill, daemon=True)
         killer.start()
         self.write_until_killed(program, sent.set)
         killer.join()
@@ -183,8 +189,8 @@ class AStormOfKills(Story):
             f"{CAUGHT_AT_THE_START - len(self.home.list('pending.json'))} pieces of caught work confirmed"
         )
         self.assertEqual(self.promised() - set(delivered), set())
-        self.assertGreaterEqual(len(self.confirmed), KILLS // 5, "a storm over a sea")
-        self.assertGreaterEqual(self.kills_with_notes_waiting, KILLS // 5, "a storm over a sea")
+        self.assertGreaterEqual(len(self.confirmed), KILLS // 5, "too calm for a storm")
+        self.assertGreaterEqual(self.kills_with_notes_waiting, KILLS // 5, "too calm for a storm")
 
 
 if __name__ == "__main__":

@@ -130,6 +130,23 @@ class TheForm(WidgetStory):
         [note] = self.service.notes()
         self.assertEqual((note["participantName"], note["durationMinutes"]), ("Tobias Hargreave", 30))
 
+    def test_is_filled_and_sent_with_the_mouse(self):
+        program = self.start_signed_in()
+        self.wait_for_notification("VELK Notewick", "Watching for work on 12 participants.")
+        desk.notifications.clear()  # they may lie over the widget
+        panel = program.widget.panel
+        self.click(program.widget.note)
+        self.wait_until_active(program.widget.window)
+        screen.type_text("Called about rent")
+        self.click(panel.find("90", "radio button"))
+        self.click(panel.find("Send to VELK", "push button"))
+        self.service.wait_for_notes("Called about rent")
+        self.assertEqual(self.service.notes()[0]["durationMinutes"], 90)
+
+    def click(self, control):
+        x, y, width, height = control.geometry
+        screen.click(x + width // 2, y + height // 2)
+
     def test_says_what_is_missing(self):
         program = self.start_signed_in()
         widget = program.widget

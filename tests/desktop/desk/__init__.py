@@ -7,6 +7,8 @@
     panel.find("Send").click()
     assert desk.notifications.wait_for("Captured — Tobias Hargreave").app == "Notewick"
 
+Tests of the product beside the local service begin with desk.story.Story.
+
 It needs a session around it: tests/desktop/session, or tests/desktop/sway-session for Wayland.
 Everything that waits gives up after a limit, with a message that says for what it waited.
 """
