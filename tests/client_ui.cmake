@@ -21,3 +21,11 @@ notewick_test(client_ui_tests
     ui/quick_widget_controller_test.cpp
     ui/status_menu_test.cpp
   LINK notewick_test_support)
+
+# The whole program through one day of a caseworker.
+notewick_test(simulated_day
+  SOURCES
+    app/simulated_day.cpp
+    app/simulated_day_afternoon.cpp
+    app/simulated_day_test.cpp
+  LINK notewick_test_support)
