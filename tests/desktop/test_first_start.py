@@ -79,7 +79,8 @@ class WhatIsWritten(Story):
         names = {path.name for path in written}
         self.assertLessEqual({"outbox.json", "participants.json", "Notewick.ini"}, names)
         self.assertTrue(any(name.startswith("captures-") for name in names))
-        self.assertEqual({path.name: stat.S_IMODE(path.stat().st_mode) for path in written}, dict.fromkeys(names, 0o600))
+        modes = {path.name: stat.S_IMODE(path.stat().st_mode) for path in written}
+        self.assertEqual(modes, dict.fromkeys(names, 0o600))
 
     def test_keeps_the_token_in_the_secret_store_alone(self):
         program = self.start_signed_in()
