@@ -7,8 +7,10 @@ notewick_test(client_ui_tests
     client/service_answers_test.cpp
     client/uri_test.cpp
     client/velk_client_sign_in_test.cpp
+    client/velk_client_sign_out_test.cpp
     client/velk_client_test.cpp
     client/velk_error_test.cpp
+    outbox/delegate_outbox_failure_test.cpp
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
     support/client_world.cpp
@@ -19,6 +21,7 @@ notewick_test(client_ui_tests
     ui/login_controller_test.cpp
     ui/login_item_test.cpp
     ui/quick_widget_controller_test.cpp
+    ui/quick_widget_sending_test.cpp
     ui/status_menu_test.cpp
   LINK notewick_test_support)
 

@@ -12,7 +12,6 @@ namespace {
 
 using nlohmann::json;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::IsEmpty;
 using testing::SizeIs;
 

@@ -84,6 +84,21 @@ TEST_F(SigningInTest, ASignInAfterTheEndOfTheProgramTellsNobody) {
   EXPECT_THAT(service.trail(), ElementsAre("POST /api/desktop/auth/login"));
 }
 
+TEST_F(SigningInTest, ALateRefusalOfTheOldSessionDoesNotEndANewOne) {
+  hasANoteWaiting();
+  signIn();
+  service.backend.revokeTokens();
+  service.holdsAnswers();
+  launch();
+  ASSERT_EQ(service.heldAnswers(), 2u) << "the list's refresh and the note's";
+  service.releases(0);
+  signInWithPanel();
+  service.releasesAll();
+  service.releasesAll();
+  EXPECT_TRUE(VELKClient::shared().isSignedIn());
+  EXPECT_EQ(views.signIn, nullptr);
+}
+
 // --- A locked store ------------------------------------------------------------------------------
 
 class LockedStoreTest : public SigningInTest {
@@ -120,6 +135,15 @@ TEST_F(LockedStoreTest, ClicksDoNotAskAgainWhileTheQuestionIsOpen) {
   statusItem().choose("Retry now");
   advance(3600);
   EXPECT_EQ(secrets.unlockRequests, 1u);
+}
+
+TEST_F(LockedStoreTest, ACaughtItemWithoutParticipantsOpensNoPanel) {
+  app().participants.clear();
+  app().pendings = {{"P", "Zoe Abel", "2024-05-01", Date(0), Date(60), 3, {}}};
+  app().rebuildMenu();
+  statusItem().choose("Log: Zoe Abel (~3 min, 2024-05-01)");
+  EXPECT_EQ(views.signIn, nullptr);
+  EXPECT_EQ(secrets.questions(), 1u);
 }
 
 TEST_F(LockedStoreTest, OpenedItRefreshesSilentlySendsAndRebuilds) {
@@ -215,6 +239,35 @@ TEST_F(SigningInTest, AStoreThatLocksLaterIsAskedForOnAClick) {
   EXPECT_THAT(watchLogLines(),
               testing::Contains(testing::EndsWith("The password store is locked")));
   EXPECT_THAT(app().participants, SizeIs(2));
+}
+
+TEST_F(SigningInTest, WithoutParticipantsTheCommandsThatNeedThemAskForTheStore) {
+  for (const std::string command :
+       {"Log: Zoe Abel (~3 min, 2024-05-01)", "Log work now (call, visit…)"}) {
+    signIn();
+    restart();
+    app().participants.clear();
+    app().pendings = {{"P", "Zoe Abel", "2024-05-01", Date(0), Date(60), 3, {}}};
+    app().rebuildMenu();
+    secrets.locked = true;
+    const auto before = secrets.unlockRequests;
+    statusItem().choose(command);
+    EXPECT_EQ(secrets.unlockRequests, before + 1) << command;
+    EXPECT_EQ(views.signIn, nullptr) << command;
+    secrets.userAnswers(true);
+  }
+}
+
+TEST_F(SigningInTest, SigningOutOfALockedStoreAsksForItToo) {
+  signIn();
+  launch();
+  secrets.locked = true;
+  statusItem().choose("Sign out of VELK");
+  EXPECT_EQ(secrets.unlockRequests, 1u);
+  EXPECT_TRUE(signInPanel().visible);
+  secrets.userAnswers(true);
+  EXPECT_EQ(secrets.refreshToken(), std::nullopt);
+  EXPECT_EQ(statusItem().lines()[0], "Sign in to VELK…");
 }
 
 TEST_F(SigningInTest, RetryNowAsksForALockedStoreAsWell) {
