@@ -29,6 +29,11 @@ NoteField::NoteField() {
   setViewportMargins(edge, edge + points(TALLER_INSET), edge, edge + points(TALLER_INSET));
 }
 
+QString NoteField::text() const {
+  QString text = document()->toRawText();
+  return text.replace(QChar::ParagraphSeparator, '\n').replace(QChar::LineSeparator, '\n');
+}
+
 bool NoteField::event(QEvent* event) {
   if (event->type() != QEvent::Paint) return QPlainTextEdit::event(event);
   QPainter(this).fillRect(rect(), palette().base());

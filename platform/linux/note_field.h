@@ -10,6 +10,10 @@ class NoteField : public QPlainTextEdit {
  public:
   NoteField();
 
+  /// The text as it was written. The toolkit's own plain text has other blanks where the user wrote
+  /// ones that do not break.
+  [[nodiscard]] QString text() const;
+
  protected:
   bool event(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;

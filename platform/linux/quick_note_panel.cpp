@@ -151,22 +151,23 @@ void QtQuickNotePanel::tell(const Told& what) const {
 
 void QtQuickNotePanel::setParticipants(const std::vector<std::string>& titles,
                                        std::optional<std::size_t> selected) {
+  titles_ = titles;
   replaceItems(*participants_, titles);
   participants_->setCurrentIndex(selected ? static_cast<int>(*selected) : -1);
 }
 
 std::optional<std::string> QtQuickNotePanel::selectedParticipant() const {
   if (participants_->currentIndex() < 0) return std::nullopt;
-  return participants_->currentText().toStdString();
+  return titles_[static_cast<std::size_t>(participants_->currentIndex())];
 }
 
 std::string QtQuickNotePanel::noteText() const {
-  return note_->toPlainText().toStdString();
+  return note_->text().toStdString();
 }
 
 void QtQuickNotePanel::setNoteText(const std::string& text) {
   const QString wanted = fromUtf8(text);
-  if (wanted == note_->toPlainText()) return;
+  if (wanted == note_->text()) return;
   const QSignalBlocker silent(note_);
   note_->setPlainText(wanted);
 }

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/linux/floating_panel.h"
 #include "platform/quick_note_panel.h"
@@ -67,6 +69,7 @@ class QtQuickNotePanel final : public QuickNotePanel {
   std::weak_ptr<QuickNotePanelDelegate> delegate_;
   PanelWindow window_;
   std::optional<QRect> savedFrame_;
+  std::vector<std::string> titles_;  ///< the chooser's, to the byte
   QTimer saveSoon_;
   QComboBox* participants_ = nullptr;
   NoteField* note_ = nullptr;

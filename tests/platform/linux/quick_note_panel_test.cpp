@@ -119,6 +119,17 @@ TEST_F(QuickNotePanelTest, TellsOfTextThatTheUserTypes) {
   EXPECT_EQ(panel_.noteText(), "ok");
 }
 
+TEST_F(QuickNotePanelTest, KeepsBlanksThatDoNotBreak) {
+  note().insertPlainText(QStringLiteral("10\u00A0km\u2028to\u202FLena\nand back"));
+  EXPECT_EQ(panel_.noteText(), "10\u00A0km\nto\u202FLena\nand back");
+}
+
+TEST_F(QuickNotePanelTest, TellsTheChosenTitleToTheByte) {
+  const std::string marked = "\uFEFFLena O'Keefe";
+  panel_.setParticipants({"Bob", marked}, 1);
+  EXPECT_EQ(panel_.selectedParticipant(), marked);
+}
+
 TEST_F(QuickNotePanelTest, TellsNothingOfWhatTheProgramSets) {
   panel_.setNoteText("Called Zoë");
   panel_.setNoteText("");
