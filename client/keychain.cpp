@@ -39,7 +39,7 @@ bool Keychain::isLocked() const {
 }
 
 bool Keychain::wantsUnlock() const {
-  return isLocked() || (waiting_ == Waiting::save && !refused_);
+  return isLocked() || (waiting_ != Waiting::nothing && !refused_);
 }
 
 void Keychain::requestUnlock(std::function<void(bool opened)> answered) {

@@ -27,8 +27,8 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   /// Whether there is a token, in reach or not.
   [[nodiscard]] bool holdsToken() const { return keychainLoad().has_value() || isLocked(); }
 
-  /// Whether opening the store would help: the token is out of reach, or waits to be saved. False
-  /// once the user has refused.
+  /// Whether opening the store would help: the token is out of reach, or waits to be saved or to be
+  /// removed. False once the user has refused.
   [[nodiscard]] bool wantsUnlock() const;
 
   /// Asks the user to open the store, unless that question is on screen already. `answered` is

@@ -88,8 +88,8 @@ Result<json> VELKClient::classify(Answer answer) {
 
 void VELKClient::fetchParticipants(Completion<std::vector<Participant>> completion) {
   authed({"/api/desktop/participants", "GET", std::nullopt},
-         [this, signOuts = signOuts_, completion = std::move(completion)](Result<json> map) {
-           if (map && signOuts != signOuts_) return completion(tl::unexpected(overtaken()));
+         [this, userChanges = userChanges_, completion = std::move(completion)](Result<json> map) {
+           if (map && userChanges != userChanges_) return completion(tl::unexpected(overtaken()));
            completion(std::move(map).and_then(participantsIn));
          });
 }

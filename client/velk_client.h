@@ -36,7 +36,8 @@ class VELKClient {
   explicit VELKClient(const Ports& ports);
 
   /// Trades e-mail and password, sent as they stand, for tokens. Failures are `network` where no
-  /// answer came, else `api`.
+  /// answer came, else `api`. What calls under way still bring of an earlier session is not taken,
+  /// as after `signOut`.
   void login(const std::string& email, const std::string& password, Completion<void> completion);
 
   /// Forgets tokens and user, as the user wished; sends nothing. Tokens and participants that a
@@ -93,7 +94,7 @@ class VELKClient {
   std::shared_ptr<Keychain> keychain_;
   std::optional<std::string> accessToken_;
   std::optional<Date> accessTokenExpiry_;
-  std::uint64_t signOuts_ = 0;  ///< how often the user signed out
+  std::uint64_t userChanges_ = 0;  ///< how often the user signed in or out
   std::unique_ptr<HttpSession> session_;
 };
 

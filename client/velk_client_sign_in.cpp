@@ -60,6 +60,7 @@ Result<void> VELKClient::loginAnswered(const Answer& answer) {
     return tl::unexpected(
         VELKError::api(failureText(answer.map, "Sign-in failed", answer.statusCode)));
   }
+  ++userChanges_;
   storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
   const auto user = answer.map.find("user");
   if (user != answer.map.end() && user->is_object()) setUserEmail(textAt(*user, "email"));
@@ -67,7 +68,7 @@ Result<void> VELKClient::loginAnswered(const Answer& answer) {
 }
 
 void VELKClient::signOut() {
-  ++signOuts_;
+  ++userChanges_;
   forgetSession();
 }
 
@@ -95,11 +96,11 @@ void VELKClient::ensureAccessToken(Completion<std::string> completion) {
 
 void VELKClient::refresh(const std::string& refreshToken, Completion<std::string> completion) {
   const Call call{"/api/desktop/auth/refresh", "POST", json{{"refreshToken", refreshToken}}};
-  run(makeRequest(call),
-      [this, signOuts = signOuts_, completion = std::move(completion)](Result<Answer> answer) {
-        if (signOuts != signOuts_) return completion(tl::unexpected(overtaken()));
-        completion(answer.and_then([this](const Answer& got) { return refreshAnswered(got); }));
-      });
+  run(makeRequest(call), [this, userChanges = userChanges_,
+                          completion = std::move(completion)](Result<Answer> answer) {
+    if (userChanges != userChanges_) return completion(tl::unexpected(overtaken()));
+    completion(answer.and_then([this](const Answer& got) { return refreshAnswered(got); }));
+  });
 }
 
 Result<std::string> VELKClient::refreshAnswered(const Answer& answer) {

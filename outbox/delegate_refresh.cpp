@@ -49,6 +49,7 @@ void AppDelegate::menuSignOut() {
   if (widget) widget->orderOut();
   rebuildMenu();
   showLogin();
+  askToUnlockIfLocked();
 }
 
 void AppDelegate::setParticipants(std::vector<Participant> list) {

@@ -36,6 +36,7 @@ void AppDelegate::logNow() {
   } else if (!VELKClient::shared().isSignedIn()) {
     showLogin();
   } else {
+    askToUnlockIfLocked();
     refreshParticipants(false);
   }
 }

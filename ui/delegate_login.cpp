@@ -7,6 +7,7 @@ namespace notewick {
 
 void AppDelegate::showLogin() {
   auto controller = LoginController::current();
+  if (!controller && VELKClient::shared().keychain().isLocked()) return askToUnlock();
   if (!controller) {
     controller = LoginController::create([weakSelf = weak_from_this()] {
       if (const auto self = weakSelf.lock()) self->signedIn();
@@ -16,9 +17,7 @@ void AppDelegate::showLogin() {
 }
 
 void AppDelegate::menuSignIn() {
-  Keychain& keychain = VELKClient::shared().keychain();
-  keychain.forgetRefusal();
-  if (!LoginController::current() && keychain.isLocked()) return askToUnlock();
+  VELKClient::shared().keychain().forgetRefusal();
   showLogin();
 }
 

@@ -93,7 +93,8 @@ TEST_F(SigningInTest, ALateRefusalOfTheOldSessionDoesNotEndANewOne) {
   ASSERT_EQ(service.heldAnswers(), 2u) << "the list's refresh and the note's";
   service.releases(0);
   signInWithPanel();
-  service.releasesAll();
+  service.releases(1);
+  ASSERT_EQ(views.signIn, nullptr) << "signed in anew";
   service.releasesAll();
   EXPECT_TRUE(VELKClient::shared().isSignedIn());
   EXPECT_EQ(views.signIn, nullptr);
