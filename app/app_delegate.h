@@ -85,6 +85,7 @@ class AppDelegate : public ApplicationDelegate,
   void loadRecords();
   void startTimers();
   void resumeSignIn();
+  void askToSignIn();
   void askToUnlock();
   void askToUnlockIfLocked();
   void followTrust(bool trusted);

@@ -33,7 +33,7 @@ void AppDelegate::participantsArrived(Result<std::vector<Participant>> result, b
 
 void AppDelegate::handleApiFailure(const VELKError& error, const std::string& context) {
   if (error.needsSignIn()) {
-    showLogin();
+    askToSignIn();
   } else {
     const std::string text = context + ": " + error.message();
     watchLog("api-error: " + text);

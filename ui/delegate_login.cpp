@@ -16,6 +16,11 @@ void AppDelegate::showLogin() {
   controller->show();
 }
 
+void AppDelegate::askToSignIn() {
+  if (const auto open = LoginController::current()) return open->remind();
+  showLogin();
+}
+
 void AppDelegate::menuSignIn() {
   VELKClient::shared().keychain().forgetRefusal();
   showLogin();
