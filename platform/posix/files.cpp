@@ -62,7 +62,7 @@ std::optional<std::string> PosixFiles::read(const std::string& path) {
 
 std::optional<std::uint64_t> PosixFiles::size(const std::string& path) {
   struct stat status {};
-  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
   return static_cast<std::uint64_t>(status.st_size);
 }
 

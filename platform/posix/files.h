@@ -7,8 +7,9 @@ namespace notewick {
 /// Files through the POSIX calls alone, the same on every system that has them.
 ///
 /// Only regular files are read and written: a device, a socket or a pipe under the name of a file
-/// is a failure, and never waited for. A symbolic link that the user put there is followed, except
-/// by `replaceAtomically`, which puts the file in the link's place.
+/// is a failure, and never waited for; it is there, though, with a size: a log that the user linked
+/// to /dev/null stays off. A symbolic link that the user put there is followed, except by
+/// `replaceAtomically`, which puts the file in the link's place.
 ///
 /// What is promised of `replaceInPlace`:
 /// - Space is reserved by writing blanks behind the old text, which any file system understands and

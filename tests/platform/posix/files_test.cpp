@@ -147,6 +147,13 @@ TEST_F(PosixFilesTest, APipeUnderTheNameOfAFileIsAFailureAndNeverWaitedFor) {
   EXPECT_FALSE(files_.replaceInPlace(path("pipe"), "x"));
 }
 
+TEST_F(PosixFilesTest, ADeviceUnderTheNameOfAFileIsThereAndTakesNothing) {
+  fs::create_symlink("/dev/null", path("log"));
+  EXPECT_EQ(files_.size(path("log")), 0U);
+  EXPECT_FALSE(files_.append(path("log"), "x"));
+  EXPECT_TRUE(fs::is_symlink(path("log")));
+}
+
 TEST_F(PosixFilesTest, ReplacesInPlaceByALongerAndByAShorterText) {
   contains("list", "[1]");
   const ino_t before = inode(path("list"));
