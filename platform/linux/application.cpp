@@ -1,5 +1,6 @@
 #include "platform/linux/application.h"
 
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -39,7 +40,9 @@ void requireDisplay() {
 std::unique_ptr<QApplication> startToolkit(int& argc, char** argv) {
   requireDisplay();
   const PreferringXWayland platform;
-  return std::make_unique<QApplication>(argc, argv);
+  auto application = std::make_unique<QApplication>(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  return application;
 }
 
 }  // namespace

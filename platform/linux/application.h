@@ -10,8 +10,9 @@ namespace notewick {
 /// The toolkit's application object. Closing the last window does not end the program; SIGTERM,
 /// SIGINT and SIGHUP do, in order. Its windows run through XWayland unless QT_QPA_PLATFORM says
 /// otherwise: native Wayland windows can neither stay on top nor keep their place. It has no
-/// display name, which the toolkit would add to the titles of windows. Making it without a display
-/// ends the program with a line on standard error and status 1.
+/// display name, which the toolkit would add to the titles of windows. The toolkit sets the whole C
+/// locale; numbers go back to "C", for the JSON reader stops at a decimal point of several bytes.
+/// Making it without a display ends the program with a line on standard error and status 1.
 class QtApplication final : public Application {
  public:
   /// `argc` and `argv` must stay alive as long as the object.

@@ -1,5 +1,6 @@
 // A program that does nothing but run the application object and print what it is told.
 #include <QWidget>
+#include <clocale>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -19,7 +20,8 @@ class Delegate : public notewick::ApplicationDelegate {
   void applicationDidFinishLaunching() override {
     const char* const platform = std::getenv("QT_QPA_PLATFORM");
     print(std::string("launched on ") + qPrintable(QGuiApplication::platformName()) +
-          (platform != nullptr ? ", for children too" : ""));
+          (platform != nullptr ? ", for children too" : "") +
+          (std::string_view(std::setlocale(LC_NUMERIC, nullptr)) != "C" ? ", numbers local" : ""));
     QWidget window;
     window.show();
     window.close();

@@ -124,6 +124,11 @@ TEST_F(QtApplicationTest, LeavesTheChoiceOfThePlatformToTheUser) {
             "launched on offscreen, for children too");
 }
 
+TEST_F(QtApplicationTest, NumbersAreReadTheSameWhateverTheLocale) {
+  EXPECT_EQ(start({"LC_ALL=C.UTF-8", "QT_QPA_PLATFORM=offscreen"}).readLine(),
+            "launched on offscreen, for children too");
+}
+
 TEST_F(QtApplicationTest, WithoutADisplayItEndsAndSaysWhy) {
   ChildProcess program(
       {"sh", "-c", "unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY; exec \"$0\" 2>&1", program_});
