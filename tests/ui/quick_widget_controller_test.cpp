@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/ui/widget_world.h"
 
 namespace notewick {
@@ -43,6 +45,15 @@ TEST_F(WidgetTest, NamesAreSortedByTheirComposedForm) {
   shows({"e\u0301mile Roux", "f Roux", "\u00e9lan Roux", "e Roux"});
   EXPECT_THAT(widget().participants,
               ElementsAre("e Roux", "f Roux", "\u00e9lan Roux", "e\u0301mile Roux"));
+}
+
+TEST(SortedByName, KeepsTheGivenOrderOfManyEqualNames) {
+  std::vector<Participant> given;
+  for (int number = 0; number < 200; ++number)
+    given.push_back({std::to_string(number), number % 3 == 0 ? "Al" : "Lena", "O'Keefe"});
+  auto expected = given;
+  std::ranges::stable_partition(expected, [](const auto& one) { return one.firstName == "Al"; });
+  EXPECT_EQ(sortedByName(given), expected);
 }
 
 TEST(SortedByName, KeepsTheGivenOrderOfEqualNames) {

@@ -50,6 +50,13 @@ TEST_F(WidgetTest, TheCaughtItemLeavesAlsoWhenTheQueueingRefreshedTheWidget) {
   EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove P"));
 }
 
+TEST_F(WidgetTest, AConfirmedItemThatTheListNeverShowedLeavesToo) {
+  controller->present(pendingOf("P", "Lena O'Keefe", "2024-05-01"));
+  sends("Phoned");
+  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-02");
+  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove P"));
+}
+
 TEST_F(WidgetTest, ACaughtItemThatDisappearedIsForgotten) {
   catches({pendingOf("P", "Lena O'Keefe", "2024-05-01")});
   widget().clickLog(0);
@@ -179,6 +186,14 @@ TEST_F(WidgetTest, QueuedNotesReplaceAFlashWhoseTimerThenEmptiesTheLine) {
   EXPECT_EQ(widget().status, "");
   queues(2);
   EXPECT_EQ(widget().status, "2 queued — will retry");
+}
+
+TEST_F(WidgetTest, AfterAFlashTheCountGoesWithTheLastNote) {
+  widget().pressSend();
+  advance(4);
+  queues(1);
+  queues(0);
+  EXPECT_EQ(widget().status, "");
 }
 
 TEST_F(WidgetTest, AFlashOfAWidgetThatIsGoneDoesNothing) {
