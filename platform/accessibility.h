@@ -5,7 +5,7 @@ namespace notewick {
 /// How the user gives a program leave to read window titles.
 enum class TrustRemedy {
   settingsPage,  ///< in a list on a page of the system's settings
-  prompt,        ///< by answering the question that `requestTrust` asks
+  prompt,        ///< by answering the question that `isTrustedWithPrompt` asks
 };
 
 /// Whether this program may read the window titles of others. Main thread.
