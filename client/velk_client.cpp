@@ -15,20 +15,17 @@ constexpr double SESSION_TIMEOUT = 90.0;
 constexpr double REQUEST_TIMEOUT = 60.0;
 constexpr const char* AUTHORISATION_EXPIRED = "Authorisation expired — will retry";
 
-std::unique_ptr<VELKClient>& sharedClient() {
-  static std::unique_ptr<VELKClient> client;
-  return client;
-}
+std::unique_ptr<VELKClient> sharedClient;
 
 }  // namespace
 
 VELKClient& VELKClient::shared() {
-  if (!sharedClient()) sharedClient() = std::make_unique<VELKClient>(ports());
-  return *sharedClient();
+  if (!sharedClient) sharedClient = std::make_unique<VELKClient>(ports());
+  return *sharedClient;
 }
 
 void VELKClient::releaseShared() {
-  sharedClient().reset();
+  sharedClient.reset();
 }
 
 VELKClient::VELKClient(const Ports& world)

@@ -1,7 +1,7 @@
 # The libraries of the core for macOS: built from source for both kinds of processors and linked
 # statically, so that the bundle needs nothing installed. Each is pinned by its contents: a commit
 # where the source comes from a repository, a hash where it comes from a release file. Their own
-# build descriptions are left aside; two are headers and the third is one file.
+# build descriptions are left aside: all are headers but one, which is one file.
 include(FetchContent)
 
 FetchContent_Declare(utf8proc_source  # v2.9.0
@@ -32,3 +32,16 @@ add_library(tl::expected ALIAS notewick_expected)
 add_library(notewick_json INTERFACE)
 target_include_directories(notewick_json SYSTEM INTERFACE ${json_source_SOURCE_DIR}/include)
 add_library(nlohmann_json::nlohmann_json ALIAS notewick_json)
+
+if(BUILD_TESTING)  # for the local service; its interface changes from release to release
+  FetchContent_Declare(httplib_source  # v0.11.4
+    URL https://github.com/yhirose/cpp-httplib/archive/refs/tags/v0.11.4.zip
+    URL_HASH SHA256=9d884bee50ded17de3a51d673bb9c2d7d11f101c595b0891830ba9d02e0cc368
+    DOWNLOAD_EXTRACT_TIMESTAMP ON
+    SOURCE_SUBDIR without-its-own-build)
+  FetchContent_MakeAvailable(httplib_source)
+  add_library(notewick_httplib INTERFACE)
+  target_include_directories(notewick_httplib SYSTEM INTERFACE ${httplib_source_SOURCE_DIR})
+  target_compile_definitions(notewick_httplib INTERFACE CPPHTTPLIB_OPENSSL_SUPPORT)
+  add_library(PkgConfig::cpp_httplib ALIAS notewick_httplib)
+endif()

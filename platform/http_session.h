@@ -18,7 +18,7 @@ struct HttpRequest {
   std::string url;
   std::vector<std::pair<std::string, std::string>> headers;
   std::optional<std::string> body;
-  double timeout;  ///< seconds without progress after which the request fails; no total limit
+  double timeout;  ///< seconds without progress, waiting for a turn included; no total limit
 };
 
 struct HttpResponse {
@@ -40,10 +40,10 @@ class HttpSession {
  public:
   virtual ~HttpSession() = default;
 
-  /// Starts the request at once; several may be under way together. `completion` is called exactly
-  /// once, on the main thread, in a later turn, never inside this call. Sends exactly the headers
-  /// given, besides what the protocol itself demands. Destroying the session drops the completions
-  /// that have not run.
+  /// Starts the request as soon as the system's stack has room for it; several are under way
+  /// together. `completion` is called exactly once, on the main thread, in a later turn, never
+  /// inside this call. Sends exactly the headers given, besides what the protocol itself demands.
+  /// Destroying the session drops the completions that have not run.
   virtual void send(HttpRequest request, HttpCompletion completion) = 0;
 };
 

@@ -23,7 +23,8 @@ notewick_test(client_ui_tests
     ui/quick_widget_controller_test.cpp
     ui/quick_widget_sending_test.cpp
     ui/status_menu_test.cpp
-  LINK notewick_test_support)
+  LINK notewick_test_support
+  LARGE_HEADERS <nlohmann/json.hpp>)
 
 # The whole program through one day of a caseworker.
 notewick_test(simulated_day

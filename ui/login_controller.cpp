@@ -8,6 +8,8 @@
 namespace notewick {
 namespace {
 
+std::shared_ptr<LoginController> shownController;
+
 SignInTexts texts() {
   return {"Sign in to VELK",
           "Sign in with your VELK account",
@@ -39,8 +41,7 @@ std::shared_ptr<LoginController> LoginController::create(std::function<void()> o
 }
 
 std::shared_ptr<LoginController>& LoginController::current() {
-  static std::shared_ptr<LoginController> controller;
-  return controller;
+  return shownController;
 }
 
 LoginController::LoginController(std::function<void()> onSignedIn)

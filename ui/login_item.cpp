@@ -73,7 +73,7 @@ std::string autostartEntryText(const std::string& executablePath) {
          "Exec=" +
          quotedForExec(executablePath) +
          "\n"
-         "Icon=notewick\n"
+         "Icon=tools.velk.notewick\n"
          "Terminal=false\n";
 }
 

@@ -11,7 +11,7 @@ AnnouncingLabel::AnnouncingLabel(double size, Tint tint) : Label("", size, tint)
 
 void AnnouncingLabel::announce(const std::string& content) {
   const QString wanted = fromUtf8(content);
-  if (wanted == text()) return;
+  if (wanted == accessibleName()) return;
   hide();
   display(content);
   setAccessibleName(wanted);

@@ -1,5 +1,8 @@
 #include "platform/linux/application.h"
 
+#include <wayland-client.h>
+#include <xcb/xcb.h>
+
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -10,42 +13,86 @@
 namespace notewick {
 namespace {
 
-/// Chooses XWayland while the toolkit starts, and not for the programs that are started later.
-class PreferringXWayland {
- public:
-  PreferringXWayland()
-      : applies_(qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
-                 !qEnvironmentVariableIsEmpty("DISPLAY")) {
-    if (applies_) qputenv("QT_QPA_PLATFORM", "xcb");
-  }
-  PreferringXWayland(const PreferringXWayland&) = delete;
-  PreferringXWayland& operator=(const PreferringXWayland&) = delete;
-  ~PreferringXWayland() {
-    if (applies_) qunsetenv("QT_QPA_PLATFORM");
-  }
+bool isSet(const char* variable) {
+  return !qEnvironmentVariableIsEmpty(variable);
+}
 
- private:
-  bool applies_;
-};
+bool xServerAnswers() {
+  const std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> connection(
+      xcb_connect(nullptr, nullptr), xcb_disconnect);
+  return xcb_connection_has_error(connection.get()) == 0;
+}
 
-// The toolkit would end with a core dump.
-void requireDisplay() {
-  for (const char* const name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-    if (!qEnvironmentVariableIsEmpty(name)) return;
-  }
-  std::fputs("Notewick needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set.\n", stderr);
+bool compositorAnswers() {
+  const std::unique_ptr<wl_display, void (*)(wl_display*)> display(
+      wl_display_connect(std::getenv("WAYLAND_DISPLAY")), wl_display_disconnect);
+  return display != nullptr;
+}
+
+/// The way to the desktop: XWayland goes before Wayland.
+const char* choosePlatform() {
+  if (isSet("DISPLAY") && xServerAnswers()) return "xcb";
+  if (isSet("WAYLAND_DISPLAY") && compositorAnswers()) return "wayland";
+  std::fputs("Notewick needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY leads to one.\n",
+             stderr);
   std::exit(EXIT_FAILURE);
 }
 
+/// Makes the choice while the toolkit starts, and not for the programs that are started later. One
+/// that the user made stands.
+class PlatformChoice {
+ public:
+  PlatformChoice() : isOurs_(!isSet("QT_QPA_PLATFORM")) {
+    if (isOurs_) qputenv("QT_QPA_PLATFORM", choosePlatform());
+  }
+  PlatformChoice(const PlatformChoice&) = delete;
+  PlatformChoice& operator=(const PlatformChoice&) = delete;
+  ~PlatformChoice() {
+    if (isOurs_) qunsetenv("QT_QPA_PLATFORM");
+  }
+
+ private:
+  bool isOurs_;
+};
+
+/// Ends the process, without the toolkit's core dump, where the toolkit cannot start: its part for
+/// the platform may not be installed, or lead nowhere.
+class StartFailures {
+ public:
+  StartFailures() { others_ = qInstallMessageHandler(tell); }
+  StartFailures(const StartFailures&) = delete;
+  StartFailures& operator=(const StartFailures&) = delete;
+  ~StartFailures() { qInstallMessageHandler(others_); }
+
+ private:
+  static void tell(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    others_(type, context, message);
+    if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
+  }
+
+  inline static QtMessageHandler others_ = nullptr;
+};
+
 std::unique_ptr<QApplication> startToolkit(int& argc, char** argv) {
-  requireDisplay();
-  const PreferringXWayland platform;
+  const StartFailures failures;
+  const PlatformChoice platform;
   auto application = std::make_unique<QApplication>(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   return application;
 }
 
 }  // namespace
+
+QtApplication::UntimelyExit::UntimelyExit() {
+  isAlive_ = true;
+  std::atexit([] {
+    if (isAlive_) std::_Exit(EXIT_FAILURE);
+  });
+}
+
+QtApplication::UntimelyExit::~UntimelyExit() {
+  isAlive_ = false;
+}
 
 QtApplication::QtApplication(int& argc, char** argv) : application_(startToolkit(argc, argv)) {
   QApplication::setQuitOnLastWindowClosed(false);

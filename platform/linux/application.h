@@ -12,7 +12,8 @@ namespace notewick {
 /// otherwise: native Wayland windows can neither stay on top nor keep their place. It has no
 /// display name, which the toolkit would add to the titles of windows. The toolkit sets the whole C
 /// locale; numbers go back to "C", for the JSON reader stops at a decimal point of several bytes.
-/// Making it without a display ends the program with a line on standard error and status 1.
+/// Making it without a display ends the program with a line on standard error and status 1, and so
+/// does losing the display later.
 class QtApplication final : public Application {
  public:
   /// `argc` and `argv` must stay alive as long as the object.
@@ -24,6 +25,21 @@ class QtApplication final : public Application {
   int run(std::weak_ptr<ApplicationDelegate> delegate) override;
 
  private:
+  /// When the X server is gone the toolkit calls exit. What the program holds in variables of
+  /// namespaces would then be destroyed while the toolkit is half gone, and crash; so the process
+  /// ends at once while this object lives.
+  class UntimelyExit {
+   public:
+    UntimelyExit();
+    ~UntimelyExit();
+    UntimelyExit(const UntimelyExit&) = delete;
+    UntimelyExit& operator=(const UntimelyExit&) = delete;
+
+   private:
+    inline static bool isAlive_ = false;
+  };
+
+  UntimelyExit untimelyExit_;
   std::unique_ptr<QApplication> application_;
 };
 

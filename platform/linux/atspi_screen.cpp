@@ -20,6 +20,9 @@ std::optional<ScreenSnapshot> ownSnapshot() {
   return ScreenSnapshot{QGuiApplication::applicationDisplayName().toStdString(), title, {title}};
 }
 
+/// How long a program may be silent and still count as the active one.
+constexpr std::chrono::minutes patienceWithSilence{2};
+
 std::optional<std::string> textOf(const std::optional<QString>& name) {
   return name ? std::optional(name->toStdString()) : std::nullopt;
 }
@@ -54,8 +57,8 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::look(const QDBusConnection& bu
     applications.erase(activated);
   }
   if (auto sighting = lookAt(bus, applications, deadline)) return sighting;
-  const bool isStillRight =
-      last_ && last_->application == activated_ && reader_.isSilent(activated_);
+  const bool isStillRight = last_ && last_->application == activated_ &&
+                            reader_.isSilent(activated_) && !last_->patience.isOver();
   return isStillRight ? last_ : std::nullopt;
 }
 
@@ -82,8 +85,9 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::read(const QDBusConnection& bu
   auto names = reader_.names(bus, windows, deadline);
   if (reader_.isSilent(active.application)) return std::nullopt;
 
-  Sighting sighting{active.application, active.path.path(), {}};
+  Sighting sighting{active.application, active.path.path(), {}, Deadline(patienceWithSilence)};
   sighting.snapshot.name = textOf(names.back());
+  if (sighting.snapshot.name == "") sighting.snapshot.name.reset();
   names.pop_back();
   sighting.snapshot.focusedTitle = textOf(names.front());
   for (const auto& name : names) {

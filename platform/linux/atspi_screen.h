@@ -16,7 +16,8 @@ namespace notewick {
 /// What is on screen where only the programs themselves tell: through the accessibility bus. Knows
 /// only programs that have joined it. A sample asks the application whose window was activated
 /// last, and only if that is not active any more all others. When the active application does not
-/// answer, its last answer, kept current by its events, stands for as long as no other is active.
+/// answer, its last answer, kept current by its events, stands for two minutes at most and while no
+/// other is active: the user may long be in a program that never joined the bus.
 /// The order of windows behind the active one is the program's own.
 class AtspiScreen final : public QObject, public Screen {
  public:
@@ -29,6 +30,7 @@ class AtspiScreen final : public QObject, public Screen {
     QString application;
     QString window;
     ScreenSnapshot snapshot;
+    Deadline patience;  ///< until when it stands without a new answer
   };
 
   [[nodiscard]] std::optional<Sighting> look(const QDBusConnection& bus, const Deadline& deadline);

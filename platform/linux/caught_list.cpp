@@ -11,16 +11,17 @@ namespace {
 
 constexpr double ROW_SPACING = 4;
 constexpr double BUTTON_SPACING = 6;
-constexpr double TEXT_WIDTH = 190;
 
 }  // namespace
 
-CaughtList::CaughtList(std::string logTitle, std::string skipTitle, Pressed log, Pressed skip)
+CaughtList::CaughtList(double width, std::string logTitle, std::string skipTitle, Pressed log,
+                       Pressed skip)
     : logTitle_(std::move(logTitle)),
       skipTitle_(std::move(skipTitle)),
       log_(std::move(log)),
       skip_(std::move(skip)),
       stack_(new QVBoxLayout(this)) {
+  setFixedWidth(points(width));
   stack_->setContentsMargins(0, 0, 0, 0);
   stack_->setSpacing(points(ROW_SPACING));
 }
@@ -61,6 +62,7 @@ void CaughtList::clear() {
   rows_.clear();
   while (QLayoutItem* const item = stack_->takeAt(0)) {
     item->widget()->hide();
+    item->widget()->setEnabled(false);  // ends a press
     item->widget()->deleteLater();
     delete item;
   }
@@ -72,11 +74,12 @@ void CaughtList::addRow(const CaughtRow& content) {
   auto* const line = new QHBoxLayout(row);
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(points(BUTTON_SPACING));
-  line->addWidget(new ElidedLabel(content.text, 11, Tint::primary, TEXT_WIDTH));
   line->addStretch();
   QPushButton* const log = addButton(*row, logTitle_, content.logLabel, [this, tag] { log_(tag); });
   QPushButton* const skip =
       addButton(*row, skipTitle_, content.skipLabel, [this, tag] { skip_(tag); });
+  const int room = maximumWidth() - line->sizeHint().width() - line->spacing();
+  line->insertWidget(0, new ElidedLabel(content.text, 11, Tint::primary, room));
   addLine(*row);
   rows_.push_back({log, skip});
 }

@@ -13,15 +13,17 @@ class QPushButton;
 
 namespace notewick {
 
-/// The rows of caught work, each a text and two buttons, and the line below them. Rows are made
-/// anew whenever one of them changes, so that a press that began on one row never counts for
+/// The rows of caught work, each a text and two buttons, and the line below them. A text has the
+/// room that the buttons leave: fonts differ too much in width for a limit of its own. Rows are
+/// made anew whenever one of them changes, so that a press that began on one row never counts for
 /// another that took its place. A row that had the focus keeps it wherever it stands afterwards;
 /// when it is gone the focus goes to the row now at its place, or to the last one.
 class CaughtList : public QWidget {
  public:
   using Pressed = std::function<void(std::size_t tag)>;
 
-  CaughtList(std::string logTitle, std::string skipTitle, Pressed log, Pressed skip);
+  /// `width` is in points.
+  CaughtList(double width, std::string logTitle, std::string skipTitle, Pressed log, Pressed skip);
 
   /// False when a button with the focus has gone and there is no row left to take it.
   [[nodiscard]] bool setRows(const std::vector<CaughtRow>& rows,

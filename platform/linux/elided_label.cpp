@@ -5,12 +5,12 @@
 
 namespace notewick {
 
-ElidedLabel::ElidedLabel(const std::string& content, double size, Tint tint, double maximumWidth)
+ElidedLabel::ElidedLabel(const std::string& content, double size, Tint tint, int maximumWidth)
     : Label(content, size, tint) {
   const QString whole = text();
   setAccessibleName(whole);
-  setMaximumWidth(points(maximumWidth));
-  setText(QFontMetrics(font()).elidedText(whole, Qt::ElideRight, points(maximumWidth)));
+  setMaximumWidth(maximumWidth);
+  setText(QFontMetrics(font()).elidedText(whole, Qt::ElideRight, maximumWidth));
   if (text() != whole) setToolTip(Qt::convertFromPlainText(whole));
 }
 

@@ -5,7 +5,8 @@
 namespace notewick {
 namespace {
 
-// The stack reports some statuses as errors of its own; their answers are complete all the same.
+// An informational status is no answer yet (RFC 9110, section 15.2), but the stack ends there. It
+// reports some statuses as errors of its own; their answers are complete all the same.
 // (After a 307 or 308 it prepares to send the body again even though it does not follow.)
 bool isAnswered(const QNetworkReply& reply, int status) {
   switch (reply.error()) {
@@ -25,7 +26,7 @@ bool isAnswered(const QNetworkReply& reply, int status) {
     case QNetworkReply::OperationNotImplementedError:
     case QNetworkReply::ServiceUnavailableError:
     case QNetworkReply::UnknownServerError:
-      return status != 0;
+      return status >= 200;
     default:
       return false;
   }
@@ -57,6 +58,7 @@ const char* descriptionOf(const QNetworkReply& reply) {
       return "The request timed out.";
     case QNetworkReply::SslHandshakeFailedError:
       return "A secure connection could not be made.";
+    case QNetworkReply::NoError:
     case QNetworkReply::ProtocolFailure:
     case QNetworkReply::ProtocolUnknownError:
       return "The server's answer could not be understood.";

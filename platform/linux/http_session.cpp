@@ -3,6 +3,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
+#include <QTimer>
 #include <QUrl>
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,8 @@
 
 namespace notewick {
 namespace {
+
+constexpr std::size_t MOST_UNDER_WAY = 6;
 
 QSslConfiguration systemAndUserAuthorities() {
   QSslConfiguration trust = QSslConfiguration::defaultConfiguration();
@@ -57,62 +60,78 @@ QtHttpSession::QtHttpSession(const HttpSessionConfiguration& configuration)
 QtHttpSession::~QtHttpSession() = default;
 
 void QtHttpSession::send(HttpRequest request, HttpCompletion completion) {
-  QNetworkReply* const reply = start(request);
-  if (reply == nullptr) {
+  const auto address = webAddress(request.url);
+  if (!address) {
     complete(std::move(completion), tl::unexpected(TransportError{"The address is not valid."}));
     return;
   }
+  const auto number = ++lastNumber_;
+  QTimer::singleShot(timeoutOf(request), &pending_, [this, number] { giveUpIfWaiting(number); });
+  waiting_.push_back({number, *address, std::move(request), std::move(completion)});
+  startWaiting();
+}
+
+void QtHttpSession::startWaiting() {
+  while (!waiting_.empty() && networks_.size() < MOST_UNDER_WAY) {
+    Waiting next = std::move(waiting_.front());
+    waiting_.pop_front();
+    start(std::move(next));
+  }
+}
+
+void QtHttpSession::start(Waiting next) {
+  auto& network = networks_.emplace_back(std::make_unique<QNetworkAccessManager>());
+  network->setProxy(QNetworkProxy::NoProxy);
+  const HttpRequest& request = next.request;
+  UploadOnce* const body = request.body ? new UploadOnce(*request.body) : nullptr;
+  QNetworkReply* const reply =
+      network->sendCustomRequest(prepared(next), QByteArray::fromStdString(request.method), body);
+  if (body != nullptr) body->setParent(reply);
   refuseLargeAnswer(*reply);
   QObject::connect(
       reply, &QNetworkReply::finished, &pending_,
-      [this, reply, completion = std::move(completion)] { finished(*reply, completion); });
+      [this, reply, completion = std::move(next.completion)] { finished(*reply, completion); });
+}
+
+std::chrono::milliseconds QtHttpSession::timeoutOf(const HttpRequest& request) const {
+  const double seconds = request.timeout > 0 ? request.timeout : configuration_.requestTimeout;
+  return std::chrono::milliseconds(std::lround(seconds * 1000));
+}
+
+QNetworkRequest QtHttpSession::prepared(const Waiting& next) {
+  if (!trust_) trust_ = systemAndUserAuthorities();
+  QNetworkRequest request(next.address);
+  request.setSslConfiguration(*trust_);
+  request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                       QNetworkRequest::ManualRedirectPolicy);
+  request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+  request.setTransferTimeout(static_cast<int>(timeoutOf(next.request).count()));
+  keepNothing(request);
+  setHeaders(request, next.request);
+  return request;
 }
 
 void QtHttpSession::finished(QNetworkReply& reply, HttpCompletion completion) {
-  const bool givenUp = reply.error() == QNetworkReply::OperationCanceledError;
-  if (givenUp && reply.manager() == network_.get()) retired_.push_back(std::move(network_));
-  reply.deleteLater();
-  complete(std::move(completion), answerOf(reply));
+  const Outcome outcome = answerOf(reply);
+  const auto later = [this, network = reply.manager(), outcome,
+                      completion = std::move(completion)] {
+    std::erase_if(networks_, [&](const auto& one) { return one.get() == network; });
+    startWaiting();
+    completion(outcome);
+  };
+  QMetaObject::invokeMethod(&pending_, later, Qt::QueuedConnection);
 }
 
-QNetworkReply* QtHttpSession::start(const HttpRequest& request) {
-  const auto url = webAddress(request.url);
-  if (!url) return nullptr;
-  if (!network_) makeNetwork();
-  QNetworkRequest prepared(*url);
-  prepared.setSslConfiguration(trust_);
-  prepared.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                        QNetworkRequest::ManualRedirectPolicy);
-  prepared.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-  const double timeout = request.timeout > 0 ? request.timeout : configuration_.requestTimeout;
-  prepared.setTransferTimeout(static_cast<int>(std::lround(timeout * 1000)));
-  keepNothing(prepared);
-  setHeaders(prepared, request);
-  UploadOnce* const body = request.body ? new UploadOnce(*request.body) : nullptr;
-  QNetworkReply* const reply =
-      network_->sendCustomRequest(prepared, QByteArray::fromStdString(request.method), body);
-  if (body != nullptr) body->setParent(reply);
-  return reply;
+void QtHttpSession::giveUpIfWaiting(std::uint64_t number) {
+  const auto late = std::ranges::find(waiting_, number, &Waiting::number);
+  if (late == waiting_.end()) return;
+  complete(std::move(late->completion), tl::unexpected(TransportError{"The request timed out."}));
+  waiting_.erase(late);
 }
 
-void QtHttpSession::makeNetwork() {
-  network_ = std::make_unique<QNetworkAccessManager>();
-  network_->setProxy(QNetworkProxy::NoProxy);
-  trust_ = systemAndUserAuthorities();
-}
-
-void QtHttpSession::destroyIdleNetworks() {
-  std::erase_if(retired_, [](const auto& network) {
-    const auto replies = network->template findChildren<QNetworkReply*>();
-    return std::ranges::all_of(replies, &QNetworkReply::isFinished);
-  });
-}
-
-void QtHttpSession::complete(HttpCompletion completion,
-                             tl::expected<HttpResponse, TransportError> result) {
-  const auto later = [this, completion = std::move(completion), result = std::move(result)] {
-    destroyIdleNetworks();
-    completion(result);
+void QtHttpSession::complete(HttpCompletion completion, Outcome outcome) {
+  const auto later = [completion = std::move(completion), outcome = std::move(outcome)] {
+    completion(outcome);
   };
   QMetaObject::invokeMethod(&pending_, later, Qt::QueuedConnection);
 }

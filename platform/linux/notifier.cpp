@@ -18,14 +18,16 @@ QString escaped(const std::string& body) {
 }  // namespace
 
 void DBusNotifier::show(const std::string& title, const std::string& body) {
-  const QVariantMap hints{{"sound-name", "message-new-instant"}, {"desktop-entry", "notewick"}};
+  const QVariantMap hints{{"sound-name", "message-new-instant"},
+                          {"desktop-entry", "tools.velk.notewick"}};
   constexpr uint nothingToReplace = 0;
   constexpr int serverDecidesHowLong = -1;
   QDBusMessage notify = QDBusMessage::createMethodCall("org.freedesktop.Notifications",
                                                        "/org/freedesktop/Notifications",
                                                        "org.freedesktop.Notifications", "Notify");
-  notify << "VELK Notewick" << nothingToReplace << "notewick" << QString::fromStdString(title)
-         << escaped(body) << QStringList() << hints << serverDecidesHowLong;
+  notify << "VELK Notewick" << nothingToReplace << "tools.velk.notewick"
+         << QString::fromStdString(title) << escaped(body) << QStringList() << hints
+         << serverDecidesHowLong;
   QDBusConnection::sessionBus().asyncCall(notify);
 }
 

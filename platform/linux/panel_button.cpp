@@ -8,6 +8,7 @@ PanelButton::PanelButton(const std::string& title, const std::string& accessible
     : QPushButton(buttonText(title)), size_(size) {
   setAccessibleName(fromUtf8(accessibleName));
   setFont(panelFont(size == Size::regular ? 13 : 11));
+  setFocusPolicy(Qt::TabFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

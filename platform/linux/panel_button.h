@@ -5,7 +5,8 @@
 
 namespace notewick {
 
-/// A push button of the panels, with room around its title.
+/// A push button of the panels, with room around its title. A click leaves the keyboard in the
+/// field where the user types.
 class PanelButton : public QPushButton {
  public:
   enum class Size { regular, small };

@@ -14,6 +14,7 @@ constexpr double PURE_CONTRAST = 20.0;
 constexpr double SECONDARY_CONTRAST = 7.0;
 constexpr double TEXT_CONTRAST = 4.5;
 constexpr double OUTLINE_CONTRAST = 3.0;
+constexpr QChar WORD_JOINER(0x2060);
 const QColor RED(0xff, 0x3b, 0x30);
 
 double pointScale() {
@@ -119,8 +120,9 @@ void Label::wrapAt(double width) {
 }
 
 void Label::display(const std::string& content) {
-  setText(fromUtf8(content));
-  if (wordWrap()) fitHeight();
+  if (!wordWrap()) return setText(fromUtf8(content));
+  setText(fromUtf8(content).replace(QLatin1String("://"), QString("://") + WORD_JOINER));
+  fitHeight();
 }
 
 void Label::fitHeight() {

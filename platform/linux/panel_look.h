@@ -45,7 +45,8 @@ class Label : public QLabel {
  public:
   Label(const std::string& content, double size, Tint tint, QFont::Weight weight = QFont::Normal);
 
-  /// Wraps the text at this width, in points, and takes the height that it needs.
+  /// Wraps the text at this width, in points, and takes the height that it needs. No line ends
+  /// between the scheme of an address and its host.
   void wrapAt(double width);
   void display(const std::string& content);
 

@@ -1,32 +1,13 @@
 #include "platform/linux/panel_placement.h"
 
-#include <algorithm>
-#include <tuple>
+#include "platform/panel_placement.h"
 
 namespace notewick {
 namespace {
 
-int area(const QRect& rect) {
-  return rect.isEmpty() ? 0 : rect.width() * rect.height();
-}
-
-int distance(const QRect& screen, const QRect& frame) {
-  return (screen.center() - frame.center()).manhattanLength();
-}
-
-const QRect& screenOf(const QRect& frame, const QList<QRect>& screens) {
-  const auto closeness = [&frame](const QRect& screen) {
-    return std::tuple(area(screen.intersected(frame)), -distance(screen, frame));
-  };
-  return *std::max_element(screens.begin(), screens.end(),
-                           [&closeness](const auto& one, const auto& other) {
-                             return closeness(one) < closeness(other);
-                           });
-}
-
-QPoint pulledOnto(const QRect& screen, const QRect& frame) {
-  return {std::max(screen.left(), std::min(frame.left(), screen.right() + 1 - frame.width())),
-          std::max(screen.top(), std::min(frame.top(), screen.bottom() + 1 - frame.height()))};
+Frame frameOf(const QRect& rect) {
+  return {static_cast<double>(rect.x()), static_cast<double>(rect.y()),
+          static_cast<double>(rect.width()), static_cast<double>(rect.height())};
 }
 
 }  // namespace
@@ -42,12 +23,10 @@ QPoint centred(const QRect& available, QSize frame) {
 }
 
 QPoint standingWhere(const QRect& kept, QSize frame, const QList<QRect>& screens) {
-  if (screens.isEmpty()) return kept.topLeft();
-  const QRect& screen = screenOf(kept, screens);
-  QRect standing(kept.topLeft(), frame);
-  if (kept.center().x() > screen.center().x()) standing.moveRight(kept.right());
-  if (kept.center().y() > screen.center().y()) standing.moveBottom(kept.bottom());
-  return pulledOnto(screen, standing);
+  std::vector<Frame> frames;
+  for (const QRect& screen : screens) frames.push_back(frameOf(screen));
+  const Frame standing = standingWhere(frameOf(kept), frame.width(), frame.height(), frames);
+  return QPointF(standing.x, standing.y).toPoint();
 }
 
 }  // namespace notewick

@@ -1,6 +1,5 @@
 #include "platform/linux/quick_note_panel.h"
 
-#include <QComboBox>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
@@ -10,6 +9,7 @@
 
 #include "platform/linux/announcing_label.h"
 #include "platform/linux/caught_list.h"
+#include "platform/linux/chooser.h"
 #include "platform/linux/note_field.h"
 #include "platform/linux/panel_button.h"
 #include "platform/linux/panel_placement.h"
@@ -69,12 +69,17 @@ QtQuickNotePanel::~QtQuickNotePanel() {
   if (saveSoon_.isActive()) saveFrame();
 }
 
+void QtQuickNotePanel::makeKeyAndOrderFront() {
+  focusNote();
+  window_.makeKeyAndOrderFront();
+}
+
 void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
   auto* const stack = new QVBoxLayout(&window_);
   stack->setSpacing(points(SPACING));
   stack->setContentsMargins(points(INSET), points(INSET), points(INSET), points(INSET));
 
-  participants_ = new QComboBox;
+  participants_ = new Chooser;
   participants_->setAccessibleName(fromUtf8(texts.participantLabel));
   // The toolkit calls a chooser after its current item; what it is for, a label that is its buddy
   // tells.
@@ -137,10 +142,9 @@ QWidget* QtQuickNotePanel::sendRow(const QuickNoteTexts& texts) {
 
 QWidget* QtQuickNotePanel::caughtList(const QuickNoteTexts& texts) {
   caught_ = new CaughtList(
-      texts.log, texts.skip,
+      WIDTH, texts.log, texts.skip,
       [this](std::size_t tag) { tell([tag](auto& told) { told.caughtLog(tag); }); },
       [this](std::size_t tag) { tell([tag](auto& told) { told.caughtSkip(tag); }); });
-  caught_->setFixedWidth(points(WIDTH));
   caught_->hide();
   return caught_;
 }

@@ -11,13 +11,13 @@
 #include "platform/linux/floating_panel.h"
 #include "platform/quick_note_panel.h"
 
-class QComboBox;
 class QLabel;
 
 namespace notewick {
 
 class AnnouncingLabel;
 class CaughtList;
+class Chooser;
 class Label;
 class NoteField;
 class SegmentedControl;
@@ -33,7 +33,8 @@ class QtQuickNotePanel final : public QuickNotePanel {
   ~QtQuickNotePanel() override;
 
   void orderFrontRegardless() override { window_.orderFrontRegardless(); }
-  void makeKeyAndOrderFront() override { window_.makeKeyAndOrderFront(); }
+  /// The keyboard goes to the note, whatever had it the last time: what is typed next is a note.
+  void makeKeyAndOrderFront() override;
   void orderOut() override { window_.orderOut(); }
 
   void setParticipants(const std::vector<std::string>& titles,
@@ -71,7 +72,7 @@ class QtQuickNotePanel final : public QuickNotePanel {
   std::optional<QRect> savedFrame_;
   std::vector<std::string> titles_;  ///< the chooser's, to the byte
   QTimer saveSoon_;
-  QComboBox* participants_ = nullptr;
+  Chooser* participants_ = nullptr;
   NoteField* note_ = nullptr;
   Label* placeholder_ = nullptr;
   SegmentedControl* minutes_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include "platform/linux/accessibility.h"
 #include "platform/linux/atspi_screen.h"
+#include "platform/linux/session_lock.h"
 #include "platform/linux/toplevel_screen.h"
 #include "platform/linux/wayland_connection.h"
 #include "platform/linux/x11_screen.h"
@@ -18,6 +19,28 @@ class NoScreen final : public Screen {
  public:
   std::unique_ptr<ScreenApplication> frontmostApplication() override { return nullptr; }
 };
+
+class LockableScreen final : public Screen {
+ public:
+  explicit LockableScreen(std::unique_ptr<Screen> screen) : screen_(std::move(screen)) {}
+
+  std::unique_ptr<ScreenApplication> frontmostApplication() override {
+    return lock_.isLocked() ? nullptr : screen_->frontmostApplication();
+  }
+
+ private:
+  std::unique_ptr<Screen> screen_;
+  SessionLock lock_;
+};
+
+ScreenBody bodyOfSession() {
+  if (WaylandConnection::open()) {
+    auto body = makeToplevelBody();
+    return body ? std::move(*body) : makeAtspiBody();
+  }
+  if (auto body = makeX11Body()) return std::move(*body);
+  return makeBlindBody();
+}
 
 }  // namespace
 
@@ -45,12 +68,9 @@ ScreenBody makeBlindBody() {
 }
 
 ScreenBody chooseScreenBody() {
-  if (WaylandConnection::open()) {
-    auto body = makeToplevelBody();
-    return body ? std::move(*body) : makeAtspiBody();
-  }
-  if (auto body = makeX11Body()) return std::move(*body);
-  return makeBlindBody();
+  auto body = bodyOfSession();
+  body.screen = std::make_unique<LockableScreen>(std::move(body.screen));
+  return body;
 }
 
 }  // namespace notewick

@@ -29,7 +29,8 @@ struct ScreenBody {
 [[nodiscard]] ScreenBody makeBlindBody();
 
 /// The body for the session that the environment names. Wayland goes before X11, because the X
-/// server inside a Wayland session knows only some of the windows.
+/// server inside a Wayland session knows only some of the windows. Nothing is frontmost while the
+/// screen is locked.
 [[nodiscard]] ScreenBody chooseScreenBody();
 
 /// What is on screen on a Linux desktop. Chooses its body once, at the first use of either port.

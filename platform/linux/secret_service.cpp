@@ -27,10 +27,13 @@ SecretServiceFailure failureOf(const QDBusError& error) {
     case QDBusError::NoServer:
       return SecretServiceFailure::missing;
     default:
-      return error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner"
-                 ? SecretServiceFailure::missing
-                 : SecretServiceFailure::refused;
+      break;
   }
+  if (error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner") {
+    return SecretServiceFailure::missing;
+  }
+  const bool isLocked = error.name() == "org.freedesktop.Secret.Error.IsLocked";
+  return isLocked ? SecretServiceFailure::locked : SecretServiceFailure::refused;
 }
 
 SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int patience) {

@@ -17,6 +17,7 @@ namespace notewick {
 enum class SecretServiceFailure {
   missing,     ///< there is no such service, or no session bus
   unanswered,  ///< it did not answer in time
+  locked,      ///< what it said to be open is locked by now
   refused,     ///< it answered with an error
 };
 

@@ -59,6 +59,10 @@ WriteAnswer write(const SecretServiceConversation& service, SecretItems items, c
   return service.replaceSecret(kept, secret).and_then([&] { return removeAll(service, items); });
 }
 
+bool opensLater(SecretServiceFailure failure) {
+  return failure == SecretServiceFailure::unanswered || failure == SecretServiceFailure::locked;
+}
+
 }  // namespace
 
 SecretServiceStore::SecretServiceStore() = default;
@@ -70,8 +74,7 @@ SecretLookup SecretServiceStore::load(const SecretKey& key) {
       find(service, key).and_then([&](const SecretItems& items) { return lookUp(service, items); });
   if (lookup) return *lookup;
   noteFailure(lookup.error());
-  const bool unanswered = lookup.error() == SecretServiceFailure::unanswered;
-  return {unanswered ? SecretState::locked : SecretState::absent, ""};
+  return {opensLater(lookup.error()) ? SecretState::locked : SecretState::absent, ""};
 }
 
 SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& secret) {
@@ -81,8 +84,7 @@ SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& se
   });
   if (written) return *written;
   noteFailure(written.error());
-  const bool unanswered = written.error() == SecretServiceFailure::unanswered;
-  return unanswered ? SecretWrite::locked : SecretWrite::failed;
+  return opensLater(written.error()) ? SecretWrite::locked : SecretWrite::failed;
 }
 
 SecretWrite SecretServiceStore::remove(const SecretKey& key) {
@@ -92,14 +94,8 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
   });
   if (removed) return *removed;
   noteFailure(removed.error());
-  switch (removed.error()) {
-    case SecretServiceFailure::missing:
-      return SecretWrite::done;
-    case SecretServiceFailure::unanswered:
-      return SecretWrite::locked;
-    default:
-      return SecretWrite::failed;
-  }
+  if (removed.error() == SecretServiceFailure::missing) return SecretWrite::done;
+  return opensLater(removed.error()) ? SecretWrite::locked : SecretWrite::failed;
 }
 
 void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {

@@ -23,7 +23,7 @@ class Segment : public QAbstractButton {
     setAccessibleName(fromUtf8(content));
     setCheckable(true);
     setAutoExclusive(true);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setFont(panelFont(12));
     setFixedHeight(points(HEIGHT));

@@ -10,8 +10,9 @@ namespace notewick {
 /// A text written here is read back exactly. A text written by hand follows the file's own rules:
 /// quotes keep blanks, a backslash starts an escape, and of an unquoted text with commas in it the
 /// blanks around the commas are lost. Two programs may write at once: each writes its own changes
-/// into what it finds there, under a lock file. A failure to write is swallowed; the value may
-/// count while the program runs, or not.
+/// into what it finds there, under a lock file, which is taken away when it is not given back
+/// within two seconds. A failure to write is swallowed; the value may count while the program runs,
+/// or not. Something that is no file, or is larger than 1 MiB, holds no settings and takes none.
 class SettingsUserDefaults : public UserDefaults {
  public:
   [[nodiscard]] std::optional<std::string> string(const std::string& key) override;

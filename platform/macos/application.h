@@ -18,8 +18,8 @@ class CocoaApplication final : public Application {
 
  private:
   NSObject<NSApplicationDelegate>* events_;
-  id<NSObject>
-      activity_;  ///< keeps the system from slowing the timers of a program without windows
+  /// Keeps the system from slowing the timers of a program without windows.
+  id<NSObject> activity_;
   std::unique_ptr<SingleInstance> instance_;
 };
 

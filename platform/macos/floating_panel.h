@@ -7,10 +7,7 @@ namespace notewick {
 /// Gives the panel the size that its content view asks for, and keeps it in its place.
 void fitToContents(NSPanel* panel);
 
-/// Lets the panel, in its present size, stand where `kept` stood: the edges of `kept` nearest to an
-/// edge of the screen stay where they are, so that a panel at the bottom grows upwards, and the
-/// whole is pulled onto the screen that shows most of `kept`; one too high for it keeps its title
-/// bar there. Nothing without screens.
+/// Lets the panel, in its present size, stand where `kept` stood (platform/panel_placement.h).
 void standWhere(NSPanel* panel, NSRect kept);
 
 /// What both panels do alike, over a panel that the derived class has built. The window is not

@@ -1,46 +1,24 @@
 #include "platform/macos/floating_panel.h"
 
-#include <algorithm>
+#include <vector>
+
+#include "platform/panel_placement.h"
 
 namespace notewick {
 namespace {
 
-NSScreen* screenShowing(NSRect frame) {
-  NSScreen* best = NSScreen.mainScreen;
-  CGFloat most = 0;
-  for (NSScreen* screen in NSScreen.screens) {
-    const NSSize shown = NSIntersectionRect(screen.visibleFrame, frame).size;
-    if (shown.width * shown.height <= most) continue;
-    most = shown.width * shown.height;
-    best = screen;
-  }
-  return best;
-}
+// Turns the desktop upside down: AppKit's y grows upwards.
+Frame frameOf(NSRect rect) { return {NSMinX(rect), -NSMaxY(rect), NSWidth(rect), NSHeight(rect)}; }
 
-struct Span {
-  CGFloat low;
-  CGFloat high;
-};
-
-/// Where `length` begins if it stands where `kept` stood, inside `bounds`.
-CGFloat standing(Span kept, CGFloat length, Span bounds) {
-  const bool nearHigh = kept.low + kept.high > bounds.low + bounds.high;
-  const CGFloat wanted = nearHigh ? kept.high - length : kept.low;
-  return std::min(std::max(wanted, bounds.low), bounds.high - length);
-}
+NSPoint originOf(const Frame& frame) { return NSMakePoint(frame.x, -(frame.y + frame.height)); }
 
 }  // namespace
 
 void standWhere(NSPanel* panel, NSRect kept) {
-  NSScreen* screen = screenShowing(kept);
-  if (screen == nil) return;
-  const NSRect visible = screen.visibleFrame;
+  std::vector<Frame> screens;
+  for (NSScreen* screen in NSScreen.screens) screens.push_back(frameOf(screen.visibleFrame));
   const NSSize size = panel.frame.size;
-  const CGFloat x =
-      standing({NSMinX(kept), NSMaxX(kept)}, size.width, {NSMinX(visible), NSMaxX(visible)});
-  const CGFloat y =
-      standing({NSMinY(kept), NSMaxY(kept)}, size.height, {NSMinY(visible), NSMaxY(visible)});
-  [panel setFrameOrigin:NSMakePoint(x, y)];
+  [panel setFrameOrigin:originOf(standingWhere(frameOf(kept), size.width, size.height, screens))];
 }
 
 void fitToContents(NSPanel* panel) {

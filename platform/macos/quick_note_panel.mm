@@ -143,6 +143,7 @@ NSView* CocoaQuickNotePanel::noteBox(const QuickNoteTexts& texts) {
   note_ = static_cast<NSTextView*>(box.documentView);
   note_.richText = NO;
   note_.font = [NSFont systemFontOfSize:13];
+  note_.textColor = NSColor.textColor;
   note_.autoresizingMask = NSViewWidthSizable;
   note_.textContainerInset = NSMakeSize(4, 6);
   note_.delegate = events_;

@@ -14,6 +14,7 @@ namespace notewick {
 namespace {
 
 constexpr mode_t ownerOnlyFolder = 0700;
+constexpr std::uint64_t largestFile = 1024 * 1024 * 1024;
 
 std::string homeFromPasswordDatabase() {
   const passwd* const user = getpwuid(getuid());
@@ -30,10 +31,13 @@ bool reserve(const OpenFile& file, std::size_t size) {
   return file.write(std::string(size - file.size(), ' '), file.size());
 }
 
-std::string paddedTo(std::uint64_t size, std::string_view text) {
-  std::string padded(text);
-  if (padded.size() < size) padded.resize(size, ' ');
-  return padded;
+// A file too large to be read holds nothing that a kill could lose.
+std::string padded(std::string_view text, const OpenFile& file) {
+  std::string contents(text);
+  if (contents.size() < file.size() && file.size() <= largestFile) {
+    contents.resize(file.size(), ' ');
+  }
+  return contents;
 }
 
 }  // namespace
@@ -57,7 +61,7 @@ bool PosixFiles::createFolders(const std::string& path) {
 
 std::optional<std::string> PosixFiles::read(const std::string& path) {
   const OpenFile file(path, O_RDONLY);
-  return file.isOpen() ? file.readAll() : std::nullopt;
+  return file.isOpen() && file.size() <= largestFile ? file.readAll() : std::nullopt;
 }
 
 std::optional<std::uint64_t> PosixFiles::size(const std::string& path) {
@@ -75,7 +79,7 @@ bool PosixFiles::replaceInPlace(const std::string& path, std::string_view text) 
     if (isNew) unlink(path.c_str());
     return false;
   }
-  return file.write(paddedTo(file.size(), text), 0) && file.flush() && file.truncate(text.size());
+  return file.write(padded(text, file), 0) && file.flush() && file.truncate(text.size());
 }
 
 bool PosixFiles::replaceAtomically(const std::string& path, std::string_view text) {

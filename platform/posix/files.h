@@ -9,7 +9,8 @@ namespace notewick {
 /// Only regular files are read and written: a device, a socket or a pipe under the name of a file
 /// is a failure, and never waited for; it is there, though, with a size: a log that the user linked
 /// to /dev/null stays off. A symbolic link that the user put there is followed, except by
-/// `replaceAtomically`, which puts the file in the link's place.
+/// `replaceAtomically`, which puts the file in the link's place. A file of more than 1 GiB is not
+/// read: it is none of ours, and a file system may claim any size.
 ///
 /// What is promised of `replaceInPlace`:
 /// - Space is reserved by writing blanks behind the old text, which any file system understands and

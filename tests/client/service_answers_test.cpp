@@ -58,13 +58,12 @@ class ServiceAnswersTest : public WorldTest, public testing::WithParamInterface<
     signIn();
     service.answers(PARTICIPANTS_PATH, 503);
     launch();
-    forgetThePast();
+    quietTheWorld();
   }
 
-  void forgetThePast() {
+  void quietTheWorld() {
+    forgetThePast();
     files.put(supportFile("watch.log"), "");
-    notifier.shown.clear();
-    service.forgetRequests();
     clock.setLocal({2024, 5, 2, 9, 0, 1});
     accessibility.trusted = false;
     app().paused = true;

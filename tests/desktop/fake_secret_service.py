@@ -262,7 +262,9 @@ class Service(Exported):
     @secret_method("Service", in_signature="a{ss}", out_signature="aoao")
     def SearchItems(self, attributes):
         found = paths(i.path for i in self.store.collection.matching(attributes))
-        return (paths([]), found) if self.store.locked else (found, paths([]))
+        answer = (paths([]), found) if self.store.locked else (found, paths([]))
+        self.store.set_locked(self.store.locked or self.store.locks_after_search)
+        return answer
 
     @secret_method("Service", in_signature="ao", out_signature="aoo")
     def Unlock(self, objects):
@@ -295,6 +297,10 @@ class Control(Exported):
     @dbus.service.method(CONTROL)
     def Lock(self):
         self.store.set_locked(True)
+
+    @dbus.service.method(CONTROL)
+    def LockAfterSearch(self):
+        self.store.locks_after_search = True
 
     @dbus.service.method(CONTROL)
     def Unlock(self):
@@ -331,6 +337,7 @@ class Store:
     def __init__(self, bus, locked):
         self.bus = bus
         self.locked = locked
+        self.locks_after_search = False
         self.calls = []
         self.prompts = []
         self.numbers = 0

@@ -130,6 +130,16 @@ class TheForm(WidgetStory):
         [note] = self.service.notes()
         self.assertEqual((note["participantName"], note["durationMinutes"]), ("Tobias Hargreave", 30))
 
+    def test_is_ready_for_a_note_whenever_work_is_to_be_logged(self):
+        program = self.start_signed_in()
+        program.widget.window.focus()
+        program.widget.panel.find("15", "radio button").focus()
+        desk.xterm("the user's work").window().focus()
+        program.choose("Log work now (call, visit…)")
+        self.wait_until_active(program.widget.window)
+        screen.type_text("Called about rent")
+        program.widget.note.wait_for_text("Called about rent")
+
     def test_is_filled_and_sent_with_the_mouse(self):
         program = self.start_signed_in()
         self.wait_for_notification("VELK Notewick", "Watching for work on 12 participants.")

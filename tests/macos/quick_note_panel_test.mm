@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/macos/text.h"
+#include "tests/macos/eventually.h"
 #include "tests/macos/view_search.h"
 
 namespace notewick {
@@ -155,7 +156,7 @@ TEST_F(MacosQuickNotePanelTest, TellsWhatTheUserTypesButNotWhatTheProgramSets) {
 
 TEST_F(MacosQuickNotePanelTest, UndoesTypingButNothingOfASentNote) {
   type(@"Called Lena");
-  EXPECT_TRUE(note().undoManager.canUndo);
+  EXPECT_TRUE(eventually([this] { return note().undoManager.canUndo; }));
   panel_->setNoteText("");
   EXPECT_FALSE(note().undoManager.canUndo);
 }

@@ -64,6 +64,7 @@ TEST_F(MacosStatusItemTest, DrawsEveryItemInItsPlace) {
   for (std::size_t index = 0; index < menu_.size(); ++index) {
     NSMenuItem* native = [shown() itemAtIndex:static_cast<NSInteger>(index)];
     EXPECT_EQ(native.isSeparatorItem, menu_[index].separator);
+    if (menu_[index].separator) continue;
     EXPECT_EQ(utf8(native.title), menu_[index].title);
     EXPECT_EQ(utf8(native.keyEquivalent), menu_[index].key);
   }

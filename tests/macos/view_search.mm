@@ -5,9 +5,15 @@
 namespace notewick {
 namespace {
 
+// A stack view takes its hidden views out of the view hierarchy.
+NSArray<NSView*>* insideOf(NSView* view) {
+  if (![view isKindOfClass:NSStackView.class]) return view.subviews;
+  return static_cast<NSStackView*>(view).arrangedSubviews;
+}
+
 void collect(NSView* view, Class kind, std::vector<NSView*>& found) {
   if ([view isKindOfClass:kind]) found.push_back(view);
-  for (NSView* inner in view.subviews) collect(inner, kind, found);
+  for (NSView* inner in insideOf(view)) collect(inner, kind, found);
 }
 
 }  // namespace

@@ -25,11 +25,6 @@ class RefreshingTest : public WorldTest {
     forgetThePast();
   }
 
-  void forgetThePast() {
-    service.forgetRequests();
-    notifier.shown.clear();
-  }
-
   void reload() {
     statusItem().choose("Reload participants");
     loop.runPosted();

@@ -20,11 +20,6 @@ class OutboxTest : public WorldTest {
     forgetThePast();
   }
 
-  void forgetThePast() {
-    service.forgetRequests();
-    notifier.shown.clear();
-  }
-
   /// The user sends a note about Tobias Hargreave; nothing is answered yet.
   void sends(const std::string& what, std::int64_t minutes = 30) {
     app().enqueueNote(app().participants.at(0), what, minutes, "2024-05-01");

@@ -60,6 +60,11 @@ class World {
   void samples(int count) { advance(15.0 * count); }
   /// Time passes up to this moment of the wall clock.
   void advanceTo(const CivilTime& local);
+  /// Requests and notifications so far count no more.
+  void forgetThePast() {
+    service.forgetRequests();
+    notifier.shown.clear();
+  }
   /// The panel or item on screen; a failure of the test when there is none.
   [[nodiscard]] FakeQuickNotePanel& widget() const;
   [[nodiscard]] FakeSignInPanel& signInPanel() const;

@@ -30,7 +30,7 @@ TEST(LoginItem, TheAutostartEntryIsExactlyThis) {
             "Type=Application\n"
             "Name=VELK Notewick\n"
             "Exec=\"/opt/notewick/bin/notewick\"\n"
-            "Icon=notewick\n"
+            "Icon=tools.velk.notewick\n"
             "Terminal=false\n");
 }
 

@@ -30,7 +30,7 @@ std::optional<int> portBy(NameOf nameOf, int descriptor) {
 }  // namespace
 
 void shutConnections(int localPort, const std::function<bool(int)>& chosen) {
-  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+  for (const auto& entry : std::filesystem::directory_iterator("/dev/fd")) {
     const auto name = entry.path().filename().string();
     int descriptor = -1;
     std::from_chars(name.data(), name.data() + name.size(), descriptor);

@@ -21,7 +21,7 @@ class Pause {
   void end() const;
 
  private:
-  int ended_;
+  int ends_[2];  ///< of a pipe that nobody reads: it can be read from once all waits end
 };
 
 }  // namespace notewick::service

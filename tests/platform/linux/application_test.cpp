@@ -129,11 +129,19 @@ TEST_F(QtApplicationTest, NumbersAreReadTheSameWhateverTheLocale) {
             "launched on offscreen, for children too");
 }
 
-TEST_F(QtApplicationTest, WithoutADisplayItEndsAndSaysWhy) {
-  ChildProcess program(
-      {"sh", "-c", "unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY; exec \"$0\" 2>&1", program_});
-  EXPECT_EQ(program.readLine(),
-            "Notewick needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set.");
+TEST_F(QtApplicationTest, WithoutADesktopItEndsAndSaysWhy) {
+  for (const std::string display : {"", "DISPLAY=:4711", "WAYLAND_DISPLAY=nowhere"}) {
+    ChildProcess program({"sh", "-c",
+                          "unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY; exec env $1 \"$0\" 2>&1",
+                          program_, display});
+    EXPECT_EQ(program.readLine(),
+              "Notewick needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY leads to one.");
+    EXPECT_EQ(program.wait(), 1);
+  }
+}
+
+TEST_F(QtApplicationTest, APlatformThatTheToolkitDoesNotHaveIsNoCrash) {
+  ChildProcess& program = start({"QT_QPA_PLATFORM=nothing-of-this-kind"});
   EXPECT_EQ(program.wait(), 1);
 }
 

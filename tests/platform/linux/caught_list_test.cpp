@@ -28,7 +28,7 @@ class CaughtListTest : public testing::Test {
 
   Log log_;
   bool kept_ = false;
-  CaughtList list_{"Log", "✕",
+  CaughtList list_{296, "Log", "✕",
                    [this](std::size_t tag) { log_.push_back("log " + std::to_string(tag)); },
                    [this](std::size_t tag) { log_.push_back("skip " + std::to_string(tag)); }};
 };
@@ -45,8 +45,16 @@ TEST_F(CaughtListTest, CutsALongTextAndShowsItWholeAsToolTip) {
   set({row(LONG_NAME)});
   QLabel& label = control<QLabel>(list_, LONG_NAME);
   EXPECT_TRUE(label.text().endsWith(QStringLiteral("…")));
-  EXPECT_LE(label.sizeHint().width(), 190);
+  activate(list_);
+  EXPECT_LE(label.geometry().right(), button("Log " + LONG_NAME).x());
+  EXPECT_EQ(button("Skip " + LONG_NAME).geometry().right(), list_.rect().right());
   EXPECT_TRUE(label.toolTip().contains(QStringLiteral("Cholmondeley")));
+}
+
+TEST_F(CaughtListTest, ShowsAUsualNameWithItsDay) {
+  const std::string usual = "Lena O'Keefe · ~12m · 2024-05-02";
+  set({row(usual)});
+  EXPECT_EQ(control<QLabel>(list_, usual).text().toStdString(), usual);
 }
 
 TEST_F(CaughtListTest, ShowsAShortTextWholeWithoutToolTip) {

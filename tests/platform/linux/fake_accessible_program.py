@@ -2,7 +2,7 @@
 """A program on the accessibility bus with one active window, whose title is the first argument.
 
 On the signal USR1 the window gets the title of the second argument, the program says so, and from then on
-answers nothing any more.
+answers nothing any more. A third argument is the program's name in place of "fake".
 """
 
 import os
@@ -51,10 +51,10 @@ def join_bus():
     return bus
 
 
-def main(title, later_title):
+def main(title, later_title, name="fake"):
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     bus = join_bus()
-    root = Node(bus, ROOT, "fake", children=[WINDOW])
+    root = Node(bus, ROOT, name, children=[WINDOW])
     window = Node(bus, WINDOW, title, state=ACTIVE)
     registry = bus.get_object("org.a11y.atspi.Registry", ROOT)
     registry.Embed((bus.get_unique_name(), dbus.ObjectPath(ROOT)), dbus_interface="org.a11y.atspi.Socket")

@@ -1,4 +1,5 @@
 // What a request comes to when the connection, the server or its answer fails.
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <thread>
 
@@ -55,6 +56,15 @@ TEST_F(QtHttpSessionTest, WhatIsNoHttpIsATransportError) {
   EXPECT_EQ(outcome(get(server.url())), "The connection was lost.");
 }
 
+TEST_F(QtHttpSessionTest, AnInformationalStatusIsNoAnswer) {
+  for (const std::string status :
+       {"101 Switching Protocols", "102 Processing", "103 Early Hints"}) {
+    const RawServer server(
+        RawServer::answering("HTTP/1.1 " + status + "\r\n\r\n" + answer("200 OK", "{}")));
+    EXPECT_EQ(outcome(post(server.url(), "{}")), "The server's answer could not be understood.");
+  }
+}
+
 TEST_F(QtHttpSessionTest, AnAnswerTooLargeForAnyUseIsATransportError) {
   const RawServer server([](const RawConnection& connection) {
     (void)connection.readRequest();
@@ -63,6 +73,29 @@ TEST_F(QtHttpSessionTest, AnAnswerTooLargeForAnyUseIsATransportError) {
     for (int count = 0; count < 80; ++count) connection.write(piece);
   });
   EXPECT_EQ(outcome(get(server.url())), "The server's answer is too large.");
+}
+
+TEST_F(QtHttpSessionTest, ARequestWhoseTurnDoesNotComeInItsTimeIsNeverSent) {
+  const RawServer server([](const RawConnection& connection) {
+    (void)connection.readRequest();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    connection.write(answer("200 OK"));
+  });
+  constexpr std::size_t many = 30;
+  for (std::size_t count = 0; count < many; ++count) send(post(server.url(), "{}", 1.0));
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == many; }));
+  EXPECT_THAT(outcomes_, testing::Contains("200"));
+  EXPECT_THAT(outcomes_, testing::Contains("The request timed out."));
+  EXPECT_LT(server.connections(), many);
+}
+
+TEST_F(QtHttpSessionTest, AServerThatClosesWithoutSayingSoHoldsNothingUp) {
+  const RawServer server(RawServer::answering(answer("200 OK")));
+  constexpr std::size_t many = 300;
+  for (std::size_t count = 0; count < many; ++count) send(post(server.url(), "{}"));
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == many; }));
+  EXPECT_THAT(outcomes_, testing::Each("200"));
+  EXPECT_EQ(server.connections(), many);
 }
 
 TEST_F(QtHttpSessionTest, ARefusedConnectionIsATransportError) {
@@ -129,11 +162,13 @@ TEST_F(QtHttpSessionTest, RequestsThatWereGivenUpDoNotBlockTheNextOnes) {
     (void)connection.readRequest();
     connection.write(answer("200 OK"));
   });
+  const QDeadlineTimer threeRounds(1500);
   for (int count = 0; count < 8; ++count) {
-    send(get("https" + server.url().substr(4), 0.2));
-    send(get(server.url(), 0.2));
+    send(get("https" + server.url().substr(4), 0.5));
+    send(get(server.url(), 0.5));
   }
   EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 16; }));
+  EXPECT_FALSE(threeRounds.hasExpired());
   EXPECT_THAT(outcomes_, testing::Each("The request timed out."));
   works = true;
   EXPECT_EQ(outcome(get(server.url())), "200");

@@ -51,11 +51,12 @@ TEST(DBusNotifierTest, AsksTheServiceForANotificationWithASound) {
   EXPECT_EQ(notify.member(), "Notify");
   EXPECT_EQ(notify.signature(), "susssasa{sv}i");
   EXPECT_EQ(notify.arguments().at(0), "VELK Notewick");
-  EXPECT_EQ(notify.arguments().at(2), "notewick");
+  EXPECT_EQ(notify.arguments().at(2), "tools.velk.notewick");
   EXPECT_EQ(notify.arguments().at(3), QString::fromUtf8("Log it? — Tobias Hargreave"));
   EXPECT_EQ(notify.arguments().at(4), "12 min on screen");
   const auto hints = qdbus_cast<QVariantMap>(notify.arguments().at(6));
   EXPECT_EQ(hints.value("sound-name"), "message-new-instant");
+  EXPECT_EQ(hints.value("desktop-entry"), "tools.velk.notewick");
   EXPECT_EQ(notify.arguments().at(7), -1);
 }
 

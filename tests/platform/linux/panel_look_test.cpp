@@ -107,6 +107,13 @@ TEST(PanelLook, WrappedLabelsTakeTheHeightTheyNeed) {
   EXPECT_EQ(label.height(), oneLine);
 }
 
+TEST(PanelLook, WrappedLabelsEndNoLineBetweenSchemeAndHost) {
+  Label label("", 11, Tint::primary);
+  label.wrapAt(340);
+  label.display("Set a password at https://velk.example/login.");
+  EXPECT_EQ(label.text(), QStringLiteral("Set a password at https://\u2060velk.example/login."));
+}
+
 TEST(PanelLook, ButtonsShowAnAmpersand) {
   EXPECT_EQ(buttonText("A & B"), QStringLiteral("A && B"));
 }

@@ -228,6 +228,13 @@ TEST_F(QuickNotePanelTest, StartsInTheNote) {
   EXPECT_EQ(focused(), "What did you do?");
 }
 
+TEST_F(QuickNotePanelTest, ReturnsToTheNoteWhenItIsGivenTheKeyboard) {
+  activate(window());
+  button("15").setFocus();
+  panel_.makeKeyAndOrderFront();
+  EXPECT_EQ(focused(), "What did you do?");
+}
+
 TEST_F(QuickNotePanelTest, ShowsTheHeaderOnlyWithRows) {
   panel_.orderFrontRegardless();
   const auto shown = [this] {

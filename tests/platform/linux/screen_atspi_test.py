@@ -3,9 +3,11 @@
 import os
 import signal
 import tempfile
+import time
 import unittest
 
 import desk
+from desk.fast_time import FastTime
 from title_reader import Reader
 
 FAKE_PROGRAM = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_accessible_program.py")
@@ -83,6 +85,23 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         for sample in samples[1:]:
             self.assertEqual(sample.focused, "stopped while active")
             self.assertLess(sample.milliseconds, SLACK)
+
+    def test_the_title_of_a_stopped_program_stands_for_two_minutes(self):
+        clock = FastTime(factor=14)
+        self.reader = Reader("--body", "atspi", **clock.environment)
+        self.addCleanup(self.reader.close)
+        program = desk.start(FAKE_PROGRAM, "before", "after")
+        self.addCleanup(program.signal, signal.SIGCONT)
+        self.reader.wait_for_focus("before")
+        start = time.monotonic()
+        program.signal(signal.SIGUSR1)
+        self.reader.wait_for_focus("after")
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "the end of patience", timeout=30)
+        self.assertGreater((time.monotonic() - start) * clock.factor, 100)
+
+    def test_a_program_without_a_name_has_none(self):
+        desk.start(FAKE_PROGRAM, "Tobias Hargreave", "", "")
+        self.assertIsNone(self.reader.wait_for_focus("Tobias Hargreave").app)
 
     def test_the_title_of_a_stopped_program_ends_when_another_is_active(self):
         stopped, other = desk.zenity("stopped"), desk.zenity("other")

@@ -6,6 +6,9 @@ import subprocess
 import tempfile
 import unittest
 
+import dbus
+import dbus.lowlevel
+
 import desk
 from title_reader import Reader
 
@@ -28,6 +31,24 @@ def text_file(name):
 def window_manager_is_there():
     done = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, text=True, check=False)
     return "window id" in done.stdout
+
+
+class ScreenLocker:
+    """Tells the session bus that it hides the screen, or that it does so no more."""
+
+    def __init__(self, interface):
+        self._interface = interface
+        self._bus = dbus.bus.BusConnection(os.environ["DBUS_SESSION_BUS_ADDRESS"])
+
+    def tell(self, is_active):
+        path = "/" + self._interface.replace(".", "/")
+        signal_ = dbus.lowlevel.SignalMessage(path, self._interface, "ActiveChanged")
+        signal_.append(is_active)
+        self._bus.send_message(signal_)
+        self._bus.flush()
+
+    def die(self):
+        self._bus.close()
 
 
 class XServer:
@@ -129,6 +150,38 @@ class ScreenOnX11(unittest.TestCase):
         sample = self.reader.sample()
         self.assertEqual(sample.focused, "not answering")
         self.assertLess(sample.milliseconds, 100)
+
+    def test_nothing_is_frontmost_while_the_screen_is_locked(self):
+        desk.xterm("Tobias Hargreave")
+        self.reader.wait_for_focus("Tobias Hargreave")
+        for desktop in ("freedesktop", "gnome", "cinnamon", "mate", "xfce"):
+            locker = ScreenLocker(f"org.{desktop}.ScreenSaver")
+            locker.tell(True)
+            locked = self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "a locked screen")
+            self.assertTrue(locked.trusted)
+            locker.tell(False)
+            self.reader.wait_for_focus("Tobias Hargreave")
+            locker.die()
+
+    def test_a_locker_that_died_locks_no_longer(self):
+        desk.xterm("Tobias Hargreave")
+        self.reader.wait_for_focus("Tobias Hargreave")
+        locker = ScreenLocker("org.freedesktop.ScreenSaver")
+        locker.tell(True)
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "a locked screen")
+        locker.die()
+        self.reader.wait_for_focus("Tobias Hargreave")
+
+    def test_a_locker_that_is_gone_at_once_locks_nothing(self):
+        desk.xterm("Tobias Hargreave")
+        self.reader.wait_for_focus("Tobias Hargreave")
+        gone, there = ScreenLocker("org.freedesktop.ScreenSaver"), ScreenLocker("org.freedesktop.ScreenSaver")
+        gone.tell(True)
+        gone.die()
+        there.tell(True)
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "a locked screen")
+        there.tell(False)
+        self.reader.wait_for_focus("Tobias Hargreave")
 
     def test_nothing_is_frontmost_without_windows(self):
         sample = self.reader.sample()

@@ -187,6 +187,17 @@ TEST_F(ScriptedServiceTest, LookingNeverUnlocksAndNeverPrompts) {
   EXPECT_EQ(openPrompts(), 0U);
 }
 
+TEST_F(ScriptedServiceTest, AStoreThatLocksBetweenSearchAndUseIsLocked) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  control("LockAfterSearch");
+  EXPECT_EQ(loaded(), "locked");
+  control("Unlock");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  control("Unlock");
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+}
+
 TEST_F(ScriptedServiceTest, SessionsAreClosedAgain) {
   serviceIs();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);

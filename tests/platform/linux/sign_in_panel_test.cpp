@@ -105,6 +105,14 @@ TEST_F(SignInPanelTest, GrowsForALongErrorAndShrinksAgain) {
   EXPECT_EQ(window().size(), before);
 }
 
+TEST_F(SignInPanelTest, AClickOnTheButtonLeavesTheKeyboardInTheField) {
+  activate(window());
+  password().setFocus();
+  QTest::mouseClick(&control<QPushButton>(window(), "Sign in"), Qt::LeftButton);
+  panel_.setBusy(true);
+  EXPECT_TRUE(password().hasFocus());
+}
+
 TEST_F(SignInPanelTest, ShowsMarkupInAnErrorAsText) {
   panel_.setError("<b>bold</b> & <script>");
   EXPECT_EQ(visibleLabels(window()).back(), "<b>bold</b> & <script>");

@@ -49,14 +49,14 @@ class Reader:
     def ask_for_leave(self):
         return self._answer_to("ask")
 
-    def wait_for(self, condition, what):
+    def wait_for(self, condition, what, timeout=10):
         """Samples until the condition holds of one, and returns that one."""
 
         def fitting():
             sample = self.sample()
             return sample if condition(sample) else None
 
-        return wait_until(fitting, what=what)
+        return wait_until(fitting, timeout, what)
 
     def wait_for_focus(self, title):
         return self.wait_for(lambda sample: sample.focused == title, f"a sample with {title!r} in front")

@@ -144,6 +144,33 @@ TEST_F(SettingsUserDefaultsTest, AFileThatCannotBeWrittenIsLeftAloneAndSwallowed
   EXPECT_EQ(defaults_.string("VELKUserEmail"), std::nullopt);
 }
 
+TEST_F(SettingsUserDefaultsTest, APipeInItsPlaceHoldsNothingAndIsNeverWaitedFor) {
+  fs::create_directories(folder());
+  ASSERT_EQ(mkfifo(file().c_str(), 0600), 0);
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  defaults_.setBoolean("VELKWidgetVisible", true);
+  EXPECT_TRUE(fs::is_fifo(file()));
+}
+
+TEST_F(SettingsUserDefaultsTest, AFileTooLargeForSettingsHoldsNothing) {
+  userWrites("[General]\nVELKBaseURL=https://host\n");
+  fs::resize_file(file(), std::uintmax_t{1} << 40U);
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  defaults_.setBoolean("VELKWidgetVisible", true);
+  EXPECT_EQ(fs::file_size(file()), std::uintmax_t{1} << 40U);
+}
+
+TEST_F(SettingsUserDefaultsTest, ALockThatAnotherMachineLeftBehindIsNotWaitedForLong) {
+  const std::string lock = file() + ".lock";
+  userWrites("[General]\nVELKBaseURL=https://host\n");
+  std::ofstream(lock) << "1\nnotewick\nanother-machine\n\n\n";
+  fs::last_write_time(lock, fs::file_time_type::clock::now() + std::chrono::hours(24));
+  defaults_.setBoolean("VELKWidgetVisible", false);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://host");
+  EXPECT_FALSE(fs::exists(lock));
+}
+
 TEST_F(SettingsUserDefaultsTest, TwoProgramsThatWriteAtOnceLoseNothing) {
   const auto writeKeys = [](const std::string& prefix) {
     SettingsUserDefaults defaults;

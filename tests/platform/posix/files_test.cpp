@@ -154,6 +154,14 @@ TEST_F(PosixFilesTest, ADeviceUnderTheNameOfAFileIsThereAndTakesNothing) {
   EXPECT_TRUE(fs::is_symlink(path("log")));
 }
 
+TEST_F(PosixFilesTest, AFileOfAnySizeIsNotReadAndIsReplaced) {
+  const std::string file = contains("list", "[]");
+  fs::resize_file(file, std::uintmax_t{1} << 40U);
+  EXPECT_EQ(files_.read(file), std::nullopt);
+  EXPECT_TRUE(files_.replaceInPlace(file, "[1]"));
+  EXPECT_EQ(contents(file), "[1]");
+}
+
 TEST_F(PosixFilesTest, ReplacesInPlaceByALongerAndByAShorterText) {
   contains("list", "[1]");
   const ino_t before = inode(path("list"));

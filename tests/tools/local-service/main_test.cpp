@@ -11,6 +11,8 @@
 
 #include "tests/tools/local-service/test_world.h"
 
+extern char** environ;  // declared by no header on some systems
+
 namespace notewick::service {
 namespace {
 
@@ -19,7 +21,8 @@ class Program {
  public:
   explicit Program(std::vector<std::string> arguments) {
     int ends[2];
-    EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    EXPECT_EQ(pipe(ends), 0);
+    for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
     output_ = ends[0];
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

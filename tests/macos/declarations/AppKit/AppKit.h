@@ -98,6 +98,7 @@ extern "C" void NSBeep(void);
 @property(class, readonly) NSColor* secondaryLabelColor;
 @property(class, readonly) NSColor* systemRedColor;
 @property(class, readonly) NSColor* tertiaryLabelColor;
+@property(class, readonly) NSColor* textColor;
 @end
 
 @interface NSFont : NSObject <NSCopying>
@@ -270,6 +271,7 @@ extern "C" void NSBeep(void);
 @property(nullable, retain) NSFont* font;
 @property(getter=isRichText) BOOL richText;
 @property(copy) NSString* string;
+@property(nullable, copy) NSColor* textColor;
 - (void)copy:(nullable id)sender;
 - (void)cut:(nullable id)sender;
 - (void)paste:(nullable id)sender;

@@ -327,7 +327,6 @@ CGFloat NSHeight(NSRect rect);
 BOOL NSEqualSizes(NSSize one, NSSize other);
 BOOL NSEqualRects(NSRect one, NSRect other);
 BOOL NSContainsRect(NSRect outer, NSRect inner);
-NSRect NSIntersectionRect(NSRect one, NSRect other);
 }
 
 #pragma clang assume_nonnull end

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace notewick {
+
+/// A chooser that cuts its current item at the tail where it is wider than its room; the tool tip
+/// then shows all of it. A click leaves the keyboard in the field where the user types, and the
+/// wheel changes nothing: a note must not go to another person unnoticed.
+class Chooser : public QComboBox {
+ public:
+  Chooser();
+
+  /// The current item as far as it is shown.
+  [[nodiscard]] QString shownText() const;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+};
+
+}  // namespace notewick
