@@ -24,7 +24,11 @@ from desk.story import Story
 KILLS = 50
 LISTS = ("pending.json", "outbox.json", "participants.json")
 CAUGHT_AT_THE_START = 40
-FILES_ARE_WRITTEN = (0.08, 0.18)  # seconds after an accessible button was pressed; it stays down for 0.1
+MOMENTS = {  # the kill comes so many seconds after the program ...
+    "was started": (0, 0.5),
+    "showed its form": (0, 1.5),
+    "was told to send": (0.08, 0.18),  # an accessible button stays down for 0.1: the files are being written
+}
 FAULTS = [
     {"status": 503, "rate": 0.25},
     {"cut": "before", "rate": 0.15},
@@ -102,50 +106,49 @@ class AStormOfKills(Story):
         work = [caught_work(number) for number in range(CAUGHT_AT_THE_START)]
         (self.home.support / "pending.json").write_text(json.dumps(work))
 
-    def send_a_note(self, form, sent=lambda: None):
+    def send_a_note(self, form, reached=lambda moment: None):
         self.written += 1
         text = f"note {self.written}"
         if self.random.random() < 0.3:
             form.point_at_caught_work()
         form.fill(text)
         form.send()
-        sent()
+        reached("was told to send")
         form.wait_until_empty()
         self.confirmed.append(text)
 
-    def write_until_killed(self, program, sent):
+    def write_until_killed(self, program, reached):
         """Writes one note after the other; the end of the program is the end of this."""
         try:
             form = Form(program)
+            reached("showed its form")
             while True:
-                self.send_a_note(form, sent)
+                self.send_a_note(form, reached)
         except Died:
             return
         except dbus.DBusException:
-            program.wait(timeout=2)  # an end tears the connection before it is known
+            program.wait(timeout=30)  # an end tears the connection before it is known
 
     def live_and_die(self):
         """One start of the program, which is killed at a random instant."""
         program = self.start()
-        way = self.random.choice(["while it starts", "while notes are written", "after a note was sent"])
-        if way == "while it starts":
-            time.sleep(self.random.uniform(0, 0.5))  # the instant of the kill, not a wait
-            return program.kill()
-        sent = threading.Event()
-        if way == "while notes are written":
-            sent.set()
-            instant = self.random.uniform(0.3, 2.0)
-        else:
-            instant = self.random.uniform(*FILES_ARE_WRITTEN)
+        chosen, (earliest, latest) = self.random.choice(list(MOMENTS.items()))
+        instant = self.random.uniform(earliest, latest)
+        begin = threading.Event()
+
+        def reached(moment):
+            if moment == chosen:
+                begin.set()
 
         def kill():
-            sent.wait(30)
+            begin.wait(60)
             time.sleep(instant)
             program.kill()
 
         killer = threading.Thread(target=kill, daemon=True)
         killer.start()
-        self.write_until_killed(program, sent.set)
+        reached("was started")
+        self.write_until_killed(program, reached)
         killer.join()
 
     def logged(self):

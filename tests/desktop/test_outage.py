@@ -104,11 +104,11 @@ class AnEndedSession(Story):
 class WhatDoesNotAnswer(Story):
     """The menu and the widget do not wait for it; a wait would be many times as long as the limit here."""
 
-    limit = 2.0  # seconds for one round
+    limit = 5.0  # seconds for one round
 
     def work_until(self, program, condition):
         """Uses the menu and the widget, each time within the limit, until the condition holds."""
-        rounds = 0
+        end, rounds = time.monotonic() + 90, 0
         while rounds < 5 or not condition():
             before = time.monotonic()
             program.choose("Pause watching")
@@ -118,7 +118,7 @@ class WhatDoesNotAnswer(Story):
             program.widget.note.write(f"round {rounds}")
             self.assertLess(time.monotonic() - before, self.limit)
             rounds += 1
-            self.assertLess(rounds, 1000)
+            self.assertLess(time.monotonic(), end)
 
     def test_a_silent_service(self):
         program = self.start_signed_in()

@@ -144,7 +144,7 @@ class CommonBehaviour:
         self.assertIn("notifications did not come up", run.errors)
         self.assertIn("no fonts here", run.errors)
         self.assertEqual(run.output, "")
-        self.assertLess(time.monotonic() - started, 5)
+        self.assertLess(time.monotonic() - started, 25)
 
     def test_a_signal_ends_it_at_once(self):
         run = Run(self.program, script="sleep 1000; echo not reached").read_identity()
