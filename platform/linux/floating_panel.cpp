@@ -86,7 +86,7 @@ void PanelWindow::fitToContents() {
   layout()->activate();
   const QSize wanted = layout()->totalSizeHint();
   if (wanted == size() && wanted == maximumSize()) return;
-  settling_.start();
+  settle();
   setFixedSize(wanted);
   applyPlacement();
 }
@@ -103,8 +103,16 @@ QRect PanelWindow::frame() const {
 
 void PanelWindow::applyPlacement() {
   if (!placement_) return;
-  settling_.start();
+  settle();
   move(placement_(frame().size()));
+}
+
+void PanelWindow::settle() {
+  if (shown_) settling_.start();
+}
+
+bool PanelWindow::isSettling() const {
+  return !shown_ || settling_.isActive();
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -152,7 +160,7 @@ void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
 
 void PanelWindow::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
-  if (!event->spontaneous() || !isVisible() || settling_.isActive()) return;
+  if (!event->spontaneous() || !isVisible() || isSettling()) return;
   const QRect moved = frame();
   placement_ = [moved](QSize size) { return standingWhere(moved, size, availableScreens()); };
   if (userMoved) userMoved(moved);
@@ -160,15 +168,16 @@ void PanelWindow::moveEvent(QMoveEvent* event) {
 
 void PanelWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
-  if (frameKnown_) return;
-  frameKnown_ = true;
+  if (shown_) return;
+  shown_ = true;
+  settle();
   QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
 }
 
 void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  settling_.start();
-  frameKnown_ = false;
+  settling_.stop();
+  shown_ = false;
   setFloatingHints(*windowHandle());
   if (quiet_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {

@@ -66,6 +66,8 @@ class PanelWindow : public QWidget {
   void orderFront();
   void takeKeyboard();
   void applyPlacement();
+  void settle();
+  [[nodiscard]] bool isSettling() const;
   void askForMenu();  ///< as the Menu key does, which the toolkit itself knows
 
   QPushButton* defaultButton_ = nullptr;
@@ -73,7 +75,7 @@ class PanelWindow : public QWidget {
   std::optional<QPoint> grip_;  ///< where the background was pressed
   QTimer settling_;             ///< runs while moves answer this program's own requests
   bool quiet_ = false;          ///< it is being mapped, and must not get the keyboard by that
-  bool frameKnown_ = false;
+  bool shown_ = false;          ///< on the screen; until then the window manager moves it
   bool quitting_ = false;
 };
 

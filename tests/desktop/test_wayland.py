@@ -1,6 +1,10 @@
 #!/usr/bin/python3
 """The program on a Wayland desktop, as an ordinary user. Runs in a sway-session."""
 
+import contextlib
+import os
+import signal
+import time
 import unittest
 
 import desk
@@ -8,6 +12,18 @@ from desk import screen
 from desk.story import Story
 
 SESSION_ENDS = 25  # seconds; ten minutes of the fast clock are ten
+
+
+@contextlib.contextmanager
+def slow_compositor():
+    """One that does nothing at first, and half a second after what is done meanwhile."""
+    sway = int(os.environ["SWAYSOCK"].split(".")[-2])
+    os.kill(sway, signal.SIGSTOP)
+    try:
+        yield
+        time.sleep(0.5)
+    finally:
+        os.kill(sway, signal.SIGCONT)
 
 
 class OnWayland(Story):
@@ -69,6 +85,17 @@ class TheWidgetOnWayland(OnWayland):
             self.assertTrue(window.is_of_x)
             self.assertLess(window.geometry.width, 400)
             self.assertTrue(work.is_active)
+
+    def test_leaves_the_keyboard_also_when_the_compositor_is_slow(self):
+        program = self.start_signed_in()
+        program.choose("Hide floating widget")
+        program.widget.wait_until_hidden()
+        work = desk.zenity("the user's work").window()
+        work.focus()
+        with slow_compositor():
+            program.choose("Show floating widget")
+        desk.wait_until(lambda: program.widget.window.is_floating, what="the widget floating")
+        self.assertTrue(work.is_active)
 
     def test_takes_the_keyboard_when_asked(self):
         program = self.start_signed_in()

@@ -1,7 +1,9 @@
 """The panels as a window manager, a keyboard and a screen reader meet them."""
 
+import contextlib
 import os
 import re
+import signal
 import subprocess
 import time
 import unittest
@@ -33,10 +35,31 @@ def drag(start, way):
     subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
 
 
+def settings_path():
+    return os.path.join(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
+
+
 def settings_text():
-    path = os.path.join(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
-    with open(path, encoding="utf-8") as file:
+    with open(settings_path(), encoding="utf-8") as file:
         return file.read()
+
+
+def save_frame(*frame):
+    os.makedirs(os.path.dirname(settings_path()), exist_ok=True)
+    with open(settings_path(), "w", encoding="utf-8") as file:
+        file.write(f"[General]\nVELKQuickWidget=@Rect({' '.join(map(str, frame))})\n")
+
+
+@contextlib.contextmanager
+def slow_window_manager():
+    """One that does nothing at first, and half a second after what is done meanwhile."""
+    manager = int(os.environ["NOTEWICK_SESSION_WINDOW_MANAGER"])
+    os.kill(manager, signal.SIGSTOP)
+    try:
+        yield
+        time.sleep(0.5)
+    finally:
+        os.kill(manager, signal.SIGCONT)
 
 
 class Panels(unittest.TestCase):
@@ -54,9 +77,8 @@ class Panels(unittest.TestCase):
 
 class TheQuickNotePanel(Panels):
     def tearDown(self):
-        path = os.path.join(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
-        if os.path.exists(path):
-            os.remove(path)
+        if os.path.exists(settings_path()):
+            os.remove(settings_path())
 
     def test_floats_above_the_others_on_every_desktop_and_in_no_task_bar(self):
         window = self.show("--quick").window()
@@ -127,6 +149,13 @@ class TheQuickNotePanel(Panels):
         views.close()
         again = self.show("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
+
+    def test_comes_back_there_also_when_the_window_manager_is_slow(self):
+        save_frame(700, 400, 320, 258)
+        with slow_window_manager():
+            views = self.show("--quick")
+            views.do("status waits for the window manager")
+        self.wait_for_corner(views.window(), 1020, 658)
 
     def test_is_pulled_back_onto_the_screen(self):
         views = self.show("--quick")
