@@ -29,7 +29,8 @@ std::optional<std::string> textOf(const std::optional<QString>& name) {
 
 }  // namespace
 
-AtspiScreen::AtspiScreen(std::shared_ptr<AtspiBus> bus) : bus_(std::move(bus)) {
+AtspiScreen::AtspiScreen(std::shared_ptr<AtspiBus> bus, std::chrono::milliseconds limit)
+    : bus_(std::move(bus)), limit_(limit) {
   connect(bus_.get(), &AtspiBus::windowActivated, this,
           [this](const QString& application) { activated_ = application; });
   connect(bus_.get(), &AtspiBus::renamed, this, &AtspiScreen::rename);
@@ -41,7 +42,7 @@ std::unique_ptr<ScreenApplication> AtspiScreen::frontmostApplication() {
     return applicationOf(std::move(*own));
   }
   const auto bus = bus_->connection();
-  last_ = bus ? look(*bus, Deadline(sampleLimit)) : std::nullopt;
+  last_ = bus ? look(*bus, Deadline(limit_)) : std::nullopt;
   if (!last_) return nullptr;
   activated_ = last_->application;
   bus_->follow(activated_);

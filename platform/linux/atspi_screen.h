@@ -21,7 +21,8 @@ namespace notewick {
 /// The order of windows behind the active one is the program's own.
 class AtspiScreen final : public QObject, public Screen {
  public:
-  explicit AtspiScreen(std::shared_ptr<AtspiBus> bus);
+  /// A sample takes `limit` at most.
+  AtspiScreen(std::shared_ptr<AtspiBus> bus, std::chrono::milliseconds limit);
 
   [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
 
@@ -43,6 +44,7 @@ class AtspiScreen final : public QObject, public Screen {
   void rename(const QString& application, const QString& path, const QString& name);
 
   std::shared_ptr<AtspiBus> bus_;
+  std::chrono::milliseconds limit_;
   AtspiReader reader_;
   QString activated_;             ///< the application whose window became active last, if known
   std::optional<Sighting> last_;  ///< what the last sample found

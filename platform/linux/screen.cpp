@@ -15,9 +15,30 @@ namespace {
 /// A compositor may be busy while the user logs in, and the choice is made only once.
 constexpr std::chrono::seconds patienceAtStart{2};
 
+/// What an X server may take of a sample that asks the accessibility bus as well; it needs less
+/// than a hundredth of that.
+constexpr std::chrono::milliseconds limitOfXPrograms{50};
+
 class NoScreen final : public Screen {
  public:
   std::unique_ptr<ScreenApplication> frontmostApplication() override { return nullptr; }
+};
+
+/// The X programs of a Wayland session before its native ones: the X server names no window as the
+/// active one while a native window is.
+class ScreenWithXPrograms final : public Screen {
+ public:
+  ScreenWithXPrograms(std::unique_ptr<Screen> xPrograms, std::unique_ptr<Screen> others)
+      : xPrograms_(std::move(xPrograms)), others_(std::move(others)) {}
+
+  std::unique_ptr<ScreenApplication> frontmostApplication() override {
+    if (auto application = xPrograms_->frontmostApplication()) return application;
+    return others_->frontmostApplication();
+  }
+
+ private:
+  std::unique_ptr<Screen> xPrograms_;
+  std::unique_ptr<Screen> others_;
 };
 
 class LockableScreen final : public Screen {
@@ -36,10 +57,15 @@ class LockableScreen final : public Screen {
 ScreenBody bodyOfSession() {
   if (WaylandConnection::open()) {
     auto body = makeToplevelBody();
-    return body ? std::move(*body) : makeAtspiBody();
+    return body ? std::move(*body) : makeAtspiAndX11Body();
   }
   if (auto body = makeX11Body()) return std::move(*body);
   return makeBlindBody();
+}
+
+ScreenBody atspiBody(std::chrono::milliseconds limit) {
+  auto bus = std::make_shared<AtspiBus>();
+  return {std::make_unique<AtspiScreen>(bus, limit), std::make_unique<AtspiTrust>(bus)};
 }
 
 }  // namespace
@@ -59,8 +85,16 @@ std::optional<ScreenBody> makeToplevelBody() {
 }
 
 ScreenBody makeAtspiBody() {
-  auto bus = std::make_shared<AtspiBus>();
-  return {std::make_unique<AtspiScreen>(bus), std::make_unique<AtspiTrust>(bus)};
+  return atspiBody(sampleLimit);
+}
+
+ScreenBody makeAtspiAndX11Body() {
+  auto connection = X11Connection::open();
+  if (!connection) return makeAtspiBody();
+  auto body = atspiBody(sampleLimit - limitOfXPrograms);
+  body.screen = std::make_unique<ScreenWithXPrograms>(
+      std::make_unique<X11Screen>(std::move(connection), limitOfXPrograms), std::move(body.screen));
+  return body;
 }
 
 ScreenBody makeBlindBody() {

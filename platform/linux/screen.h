@@ -21,9 +21,12 @@ struct ScreenBody {
 /// it does not offer such a list.
 [[nodiscard]] std::optional<ScreenBody> makeToplevelBody();
 
-/// The accessibility bus: what is left when a compositor tells nothing. Always there; whether
-/// anything can be read shows later.
+/// The accessibility bus. Always there; whether anything can be read shows later.
 [[nodiscard]] ScreenBody makeAtspiBody();
+
+/// What is left when a Wayland compositor tells nothing: the accessibility bus, and for the
+/// programs of the X server inside the session, many of which never join that bus, X11 properties.
+[[nodiscard]] ScreenBody makeAtspiAndX11Body();
 
 /// Nothing to read: nothing is ever frontmost, and it is never trusted.
 [[nodiscard]] ScreenBody makeBlindBody();

@@ -56,11 +56,11 @@ std::optional<std::string> titleFrom(Properties properties) {
 
 }  // namespace
 
-X11Screen::X11Screen(std::unique_ptr<X11Connection> connection)
-    : connection_(std::move(connection)) {}
+X11Screen::X11Screen(std::unique_ptr<X11Connection> connection, std::chrono::milliseconds limit)
+    : connection_(std::move(connection)), limit_(limit) {}
 
 std::unique_ptr<ScreenApplication> X11Screen::frontmostApplication() {
-  const Deadline deadline(sampleLimit);
+  const Deadline deadline(limit_);
   const auto desktop = readDesktop(deadline);
   if (!desktop) return nullptr;
   const auto application = readApplication(*desktop, deadline);

@@ -19,7 +19,9 @@ namespace notewick {
 /// frontmost.
 class X11Screen final : public Screen {
  public:
-  explicit X11Screen(std::unique_ptr<X11Connection> connection);
+  /// A sample takes `limit` at most.
+  explicit X11Screen(std::unique_ptr<X11Connection> connection,
+                     std::chrono::milliseconds limit = sampleLimit);
 
   [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
 
@@ -49,6 +51,7 @@ class X11Screen final : public Screen {
   [[nodiscard]] std::optional<std::string> nameOf(const Application& application);
 
   std::unique_ptr<X11Connection> connection_;
+  std::chrono::milliseconds limit_;
   ApplicationNames names_;
 };
 

@@ -2,7 +2,7 @@
 // sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
 // output; only then write the next.
 //
-//   print-titles [--body x11|toplevels|atspi] [--measure COUNT]
+//   print-titles [--body x11|toplevels|atspi|atspi+x11] [--measure COUNT]
 //
 // --body takes that body, not the one that fits the session; --measure takes so many samples and
 // prints what one costs.
@@ -81,6 +81,7 @@ ScreenBody bodyNamed(const std::string& name) {
               : name == "toplevels" ? makeToplevelBody()
                                     : std::nullopt;
   if (name == "atspi") body = makeAtspiBody();
+  if (name == "atspi+x11") body = makeAtspiAndX11Body();
   if (body) return std::move(*body);
   std::cerr << "print-titles: no body \"" << name << "\" in this session\n";
   std::exit(EXIT_FAILURE);

@@ -72,6 +72,16 @@ class ScreenFromTheAccessibilityBus(InSway):
         first.focus()
         reader.wait_for_focus("first")
 
+    def test_of_programs_that_are_not_on_it_those_of_the_x_server_are_read_there(self):
+        reader = self.start_reader("--body", "atspi+x11")
+        native = desk.zenity("native").window()
+        self.assertEqual(reader.wait_for_focus("native").app, "zenity")
+        desk.xterm("not on the bus").window().focus()
+        sample = reader.wait_for_focus("not on the bus")
+        self.assertEqual((sample.app, sample.windows), ("XTerm", ["not on the bus"]))
+        native.focus()
+        self.assertEqual(reader.wait_for_focus("native").app, "zenity")
+
 
 if __name__ == "__main__":
     unittest.main()
