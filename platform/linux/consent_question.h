@@ -6,7 +6,9 @@
 
 namespace notewick {
 
-/// Asks the user whether the desktop's accessibility setting may be turned on. Main thread.
+/// Asks the user whether the desktop's accessibility setting may be turned on. Stands above other
+/// windows in the bottom left corner: at the first start the sign-in panel opens in the middle at
+/// the same time, has the keyboard, and must not cover the buttons. Main thread.
 class ConsentQuestion {
  public:
   ConsentQuestion() = default;

@@ -7,6 +7,7 @@ import desk
 from title_reader import Reader
 
 QUESTION = "VELK Notewick"
+SCREEN_HEIGHT = 800
 
 
 def set_accessibility(value):
@@ -45,6 +46,13 @@ class Consent(unittest.TestCase):
         self.assertFalse(self.reader.ask_for_leave().trusted)
         self.question()
         self.assertFalse(self.reader.sample().trusted)
+
+    def test_stands_above_the_others_in_the_bottom_left_corner(self):
+        question = self.open_question()
+        desk.wait_until(lambda: "ABOVE" in question.states, what="the question above the others")
+        place = question.geometry
+        self.assertAlmostEqual(place.x, 24, delta=8)
+        self.assertAlmostEqual(place.y + place.height, SCREEN_HEIGHT - 50, delta=26)
 
     def test_yes_turns_the_setting_on(self):
         self.open_question()
