@@ -3,12 +3,14 @@
 
 import json
 import unittest
+from pathlib import Path
 
 import desk
 from desk import screen
 from desk.notewick import NO_WORK, SENT, WATCHING, menu
 from desk.story import Story
 
+DESKTOP_ENTRY = Path(__file__).parents[2] / "packaging/linux/tools.velk.notewick.desktop"
 FLOATING = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 CAUGHT = {
     "id": "0A1B2C3D-0000-4000-8000-000000000001",
@@ -53,6 +55,10 @@ class TheWindow(WidgetStory):
         other.move(shown.x, shown.y)
         screen.click(shown.x + 4, shown.y + 4)
         self.wait_until_active(window)
+
+    def test_belongs_to_the_desktop_entry(self):
+        window = self.start_signed_in().widget.window
+        self.assertIn(f"\nStartupWMClass={window.class_name}\n", DESKTOP_ENTRY.read_text())
 
     def test_leaves_the_keyboard_where_it_is_when_it_appears(self):
         self.assertEqual(self.start_signed_in().quit(), 0)

@@ -51,6 +51,10 @@ class DebianPackage(unittest.TestCase):
         for package in ("libqt6widgets6", "libqt6network6", "libqt6dbus6", "libxcb1", "xdg-utils", "ca-certificates"):
             self.assertIn(package, needed)
 
+    def test_names_what_gives_gnome_a_tray_without_bringing_gnome(self):
+        self.assertIn("gnome-shell-extension-appindicator", self.field("Suggests"))
+        self.assertNotIn("gnome-shell", self.field("Depends") + self.field("Recommends"))
+
     def test_its_program_runs(self):
         self.assertIn("https://", output_of(self.root / "usr/bin/notewick", "--selftest"))
 
