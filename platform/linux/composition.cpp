@@ -4,6 +4,7 @@
 
 #include "platform/linux/application.h"
 #include "platform/linux/clock.h"
+#include "platform/linux/colour_scheme.h"
 #include "platform/linux/http_session.h"
 #include "platform/linux/main_loop.h"
 #include "platform/linux/notifier.h"
@@ -26,6 +27,7 @@ struct LinuxPlatform {
   int& argc;
   char** argv;
   std::unique_ptr<QtApplication> application;
+  std::unique_ptr<ColourScheme> colours;
   SystemClock clock;
   QtMainLoop mainLoop;
   PosixFiles files;
@@ -58,6 +60,7 @@ Application& sharedApplication() {
   auto& application = platform->application;
   if (!application) {
     application = std::make_unique<QtApplication>(platform->argc, platform->argv);
+    platform->colours = std::make_unique<ColourScheme>();
   }
   return *application;
 }

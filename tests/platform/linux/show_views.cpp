@@ -10,6 +10,7 @@
 #include <iostream>
 #include <memory>
 
+#include "platform/linux/colour_scheme.h"
 #include "platform/linux/panel_look.h"
 #include "platform/linux/views.h"
 
@@ -105,15 +106,6 @@ std::vector<CaughtRow> sampleRows(int count) {
   return rows;
 }
 
-QPalette darkPalette() {
-  QPalette dark(QColor(0x35, 0x35, 0x35), QColor(0x2d, 0x2d, 0x2d));
-  dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-  dark.setColor(QPalette::Highlight, QColor(0x35, 0x84, 0xe4));
-  dark.setColor(QPalette::HighlightedText, Qt::white);
-  dark.setColor(QPalette::PlaceholderText, QColor(0xff, 0xff, 0xff, 0x90));
-  return dark;
-}
-
 QPalette contrastPalette() {
   QPalette pure(Qt::black, Qt::black);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -176,6 +168,8 @@ void obey(const std::string& line, Printer& printer) {
   if (command == "status") printer.quick->setStatus(text);
   if (command == "menu") printer.statusItem->setMenu({item(text, MenuAction::logNow)});
   if (command == "title") printer.statusItem->setTitle(text);
+  if (command == "dark") QApplication::setPalette(darkPalette());
+  if (command == "light") QApplication::setPalette(QPalette());
   if (command == "quit") QCoreApplication::quit();
   say("done " + line);
 }

@@ -19,7 +19,7 @@ struct Target : StatusItemTarget {
   std::vector<std::string> chosen;
 };
 
-/// A desktop without a tray: no session bus, no X server.
+/// A desktop without a tray: no watcher on the session bus, no X server.
 class StatusItemWithoutATray : public testing::Test {
  protected:
   void choose(int index) const { item_.windowMenu()->actions().at(index)->trigger(); }

@@ -1,5 +1,5 @@
 #include "tests/support/linux_session.h"
 
 int main(int argc, char** argv) {
-  return notewick::runTestsInSession(argc, argv, notewick::SessionBus::none);
+  return notewick::runTestsInSession(argc, argv, notewick::SessionBus::running);
 }

@@ -50,6 +50,12 @@ def save_frame(*frame):
         file.write(f"[General]\nVELKQuickWidget=@Rect({' '.join(map(str, frame))})\n")
 
 
+def brightness_of(window):
+    """The mean of all its pixels, from 0 to 255."""
+    picture = ["import", "-window", window.number, "-colorspace", "Gray", "-resize", "1x1!", "-depth", "8", "gray:-"]
+    return subprocess.run(picture, capture_output=True, check=True).stdout[0]
+
+
 @contextlib.contextmanager
 def slow_window_manager():
     """One that does nothing at first, and half a second after what is done meanwhile."""
@@ -223,6 +229,15 @@ class TheQuickNotePanel(Panels):
         panel.find("Log Tobias Hargreave · ~12m · 2024-05-02", "push button").click()
         views.wait_for("log 1")
         self.assertTrue(panel.has("Lena O'Keefe · ~12m · 2024-05-02", "label"))
+
+    def test_follows_a_change_of_colours(self):
+        views = self.show("--quick", "--caught", "2")
+        window = views.window()
+        wait_until(lambda: brightness_of(window) > 180, what="light colours")
+        views.do("dark")
+        wait_until(lambda: brightness_of(window) < 80, what="dark colours")
+        views.do("light")
+        wait_until(lambda: brightness_of(window) > 180, what="light colours")
 
     def test_speaks_its_status(self):
         views = self.show("--quick")
