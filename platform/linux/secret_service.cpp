@@ -1,10 +1,10 @@
 #include "platform/linux/secret_service.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusVariant>
 #include <QVariantMap>
 #include <algorithm>
+#include <thread>
 
 #include "platform/linux/secret_on_bus.h"
 
@@ -66,6 +66,14 @@ void nothingMore(const QVariantList& /*answer*/) {}
 
 }  // namespace
 
+QDBusMessage secretService::startMessage(const char* program) {
+  QDBusMessage wish =
+      QDBusMessage::createMethodCall(busName, busPath, busName, "StartServiceByName");
+  constexpr uint noFlags = 0;
+  wish << program << noFlags;
+  return wish;
+}
+
 SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
   QDBusMessage question = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
   question << name;
@@ -74,10 +82,24 @@ SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::start() const {
-  QDBusMessage wish =
-      QDBusMessage::createMethodCall(busName, busPath, busName, "StartServiceByName");
-  wish << name << 0U;
-  return answerOf(wish, static_cast<int>(end_.remainingTime())).map(nothingMore);
+  const auto started = start(name);
+  if (started || started.error() == SecretServiceFailure::unanswered) return started;
+  return start(walletName).and_then([this] { return appearance(); });
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::start(const char* program) const {
+  return answerOf(startMessage(program), static_cast<int>(end_.remainingTime())).map(nothingMore);
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::appearance() const {
+  constexpr std::chrono::milliseconds NAP{10};
+  while (!end_.hasExpired()) {
+    const auto running = isRunning();
+    if (!running) return tl::unexpected(running.error());
+    if (*running) return {};
+    std::this_thread::sleep_for(NAP);
+  }
+  return tl::unexpected(SecretServiceFailure::unanswered);
 }
 
 SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretKey& key) const {

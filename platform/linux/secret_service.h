@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDeadlineTimer>
 #include <QList>
@@ -43,7 +44,8 @@ class SecretServiceConversation {
 
   /// Whether some program owns the service's name.
   [[nodiscard]] SecretServiceAnswer<bool> isRunning() const;
-  /// Has the bus start the service.
+  /// Has the bus start the service. KWallet, which the bus knows by a name of its own only, is
+  /// there as the service a moment after it has started.
   [[nodiscard]] SecretServiceAnswer<void> start() const;
 
   [[nodiscard]] SecretServiceAnswer<SecretItems> search(const SecretKey& key) const;
@@ -60,6 +62,8 @@ class SecretServiceConversation {
                                                  const QByteArray& secret) const;
 
  private:
+  [[nodiscard]] SecretServiceAnswer<void> start(const char* program) const;
+  [[nodiscard]] SecretServiceAnswer<void> appearance() const;
   [[nodiscard]] SecretServiceAnswer<QVariantList> call(const QString& path,
                                                        const QString& interface,
                                                        const QString& member,
@@ -75,6 +79,7 @@ class SecretServiceConversation {
 /// Names of the Secret Service API.
 namespace secretService {
 inline constexpr const char* name = "org.freedesktop.secrets";
+inline constexpr const char* walletName = "org.kde.kwalletd5";  ///< by which KWallet is started
 inline constexpr const char* path = "/org/freedesktop/secrets";
 inline constexpr const char* serviceInterface = "org.freedesktop.Secret.Service";
 inline constexpr const char* collectionInterface = "org.freedesktop.Secret.Collection";
@@ -82,6 +87,9 @@ inline constexpr const char* itemInterface = "org.freedesktop.Secret.Item";
 inline constexpr const char* sessionInterface = "org.freedesktop.Secret.Session";
 inline constexpr const char* promptInterface = "org.freedesktop.Secret.Prompt";
 inline constexpr const char* nothing = "/";  ///< the path that stands for no object
+
+/// What asks the bus to start the program with this name.
+[[nodiscard]] QDBusMessage startMessage(const char* program);
 }  // namespace secretService
 
 }  // namespace notewick

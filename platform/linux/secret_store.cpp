@@ -1,12 +1,9 @@
 #include "platform/linux/secret_store.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QStringDecoder>
-#include <limits>
 #include <utility>
 
+#include "platform/linux/secret_service_wait.h"
 #include "platform/linux/secret_unlock.h"
 
 namespace notewick {
@@ -100,7 +97,11 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
 
 void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {
   unlockCompletions_.push_back(std::move(completion));
-  if (unlock_) return;
+  askToUnlock();
+}
+
+void SecretServiceStore::askToUnlock() {
+  if (unlock_ || wait_ || unlockCompletions_.empty()) return;
   unlock_ = std::make_unique<SecretUnlock>(std::exchange(lockedItems_, {}),
                                            [this](bool opened) { unlockEnded(opened); });
 }
@@ -111,7 +112,7 @@ void SecretServiceStore::unlockEnded(bool opened) {
 }
 
 SecretServiceAnswer<void> SecretServiceStore::reach(const SecretServiceConversation& service) {
-  if (waitingForAnswer_) return tl::unexpected(SecretServiceFailure::unanswered);
+  if (wait_) return tl::unexpected(SecretServiceFailure::unanswered);
   const auto running = service.isRunning();
   if (!running) return tl::unexpected(running.error());
   if (*running) return {};
@@ -132,17 +133,13 @@ SecretServiceAnswer<SecretItems> SecretServiceStore::find(const SecretServiceCon
 }
 
 void SecretServiceStore::noteFailure(SecretServiceFailure failure) {
-  if (failure != SecretServiceFailure::unanswered || waitingForAnswer_) return;
-  waitingForAnswer_ = true;
-  const QDBusMessage ping = QDBusMessage::createMethodCall(secretService::name, secretService::path,
-                                                           "org.freedesktop.DBus.Peer", "Ping");
-  constexpr int asLongAsItTakes = std::numeric_limits<int>::max();
-  const auto answer = QDBusConnection::sessionBus().asyncCall(ping, asLongAsItTakes);
-  auto* const watcher = new QDBusPendingCallWatcher(answer, &pending_);
-  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &pending_, [this, watcher] {
-    watcher->deleteLater();
-    waitingForAnswer_ = false;
-  });
+  if (failure != SecretServiceFailure::unanswered || wait_) return;
+  wait_ = std::make_unique<SecretServiceWait>([this] { waitEnded(); });
+}
+
+void SecretServiceStore::waitEnded() {
+  wait_.release()->deleteLater();
+  askToUnlock();
 }
 
 }  // namespace notewick

@@ -2,7 +2,6 @@
 
 #include <QDBusObjectPath>
 #include <QList>
-#include <QObject>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -12,6 +11,7 @@
 
 namespace notewick {
 
+class SecretServiceWait;
 class SecretUnlock;
 
 /// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
@@ -19,7 +19,8 @@ class SecretUnlock;
 /// Each of `load`, `save` and `remove` takes at most `secretServicePatience`. A service that does
 /// not answer by then (it hangs, or is slow to start right after login) counts as locked, and is
 /// not waited for again before it has answered: `unlock` waits for that without blocking. A service
-/// that is not running is started once in the life of the program; when that fails there is none.
+/// that is not running is started once in the life of the program, or KWallet, which is not known
+/// to the bus as such a service; when that fails there is none.
 ///
 /// `save` says `locked` also when the user has no collection for secrets yet; `unlock` then lets
 /// the service ask for the password of a new one. In a locked collection that does not hold the
@@ -39,14 +40,15 @@ class SecretServiceStore : public SecretStore {
   [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
                                                       const SecretKey& key);
   void noteFailure(SecretServiceFailure failure);
+  void waitEnded();
+  void askToUnlock();
   void unlockEnded(bool opened);
 
   bool startTried_ = false;
-  bool waitingForAnswer_ = false;
-  QList<QDBusObjectPath> lockedItems_;  ///< those that the last search found
+  std::unique_ptr<SecretServiceWait> wait_;  ///< since a question went unanswered
+  QList<QDBusObjectPath> lockedItems_;       ///< those that the last search found
   std::unique_ptr<SecretUnlock> unlock_;
   std::vector<std::function<void(bool)>> unlockCompletions_;
-  QObject pending_;  ///< what the bus has yet to answer is dropped with it
 };
 
 }  // namespace notewick

@@ -5,6 +5,7 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <csignal>
@@ -317,12 +318,40 @@ TEST_F(ScriptedServiceTest, AServiceThatHangsCostsTimeOnceAndCountsAsLocked) {
 class ActivationTest : public SecretStoreTest {
  protected:
   ~ActivationTest() override {
-    std::filesystem::remove(LinuxSession::current().home() +
-                            "/services/org.freedesktop.secrets.service");
+    std::filesystem::remove(fileOf(secretService::name));
+    std::filesystem::remove(fileOf(secretService::walletName));
+    endOwnerOf(secretService::name);
+    endOwnerOf(secretService::walletName);
   }
 
-  static void busStarts(const std::string& command) {
-    LinuxSession::current().makeActivatable(secretService::name, command);
+  static void busStarts(const std::string& command, const char* name = secretService::name) {
+    LinuxSession::current().makeActivatable(name, command);
+  }
+  static void busStartsKWallet(const std::string& takesPartAfter, const std::string& startsAfter) {
+    busStarts("/bin/sh -c 'sleep " + startsAfter +
+                  "; exec /usr/bin/python3 " FAKE_SECRET_SERVICE " --wallet=" + takesPartAfter +
+                  "'",
+              secretService::walletName);
+  }
+
+  std::vector<bool> unlocked() {
+    std::vector<bool> answers;
+    store_.unlock([&](bool opened) { answers.push_back(opened); });
+    EXPECT_THAT(answers, IsEmpty());
+    EXPECT_TRUE(waitUntil([&] { return !answers.empty(); }));
+    return answers;
+  }
+
+ private:
+  static std::string fileOf(const std::string& name) {
+    return LinuxSession::current().home() + "/services/" + name + ".service";
+  }
+  static void endOwnerOf(const QString& name) {
+    const auto bus = QDBusConnection::sessionBus().interface();
+    const auto id = bus->servicePid(name);
+    if (!id.isValid()) return;
+    kill(static_cast<pid_t>(id.value()), SIGTERM);
+    EXPECT_TRUE(waitForOwner(name, false));
   }
 };
 
@@ -368,16 +397,39 @@ TEST_F(ActivationTest, AServiceThatIsSlowToStartCountsAsLockedUntilItIsThere) {
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(loaded(), "locked");
   EXPECT_LT(time.elapsed(), 1300);
-  std::vector<bool> answers;
-  store_.unlock([&](bool opened) { answers.push_back(opened); });
-  EXPECT_TRUE(waitUntil([&] { return !answers.empty(); }));
-  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_THAT(unlocked(), ElementsAre(true));
   EXPECT_EQ(loaded(), "absent");
-  const auto id = QDBusConnection::sessionBus().call(
-      QDBusMessage::createMethodCall("org.freedesktop.DBus", "/", "org.freedesktop.DBus",
-                                     "GetConnectionUnixProcessID")
-      << QString(secretService::name));
-  kill(static_cast<pid_t>(id.arguments().value(0).toUInt()), SIGTERM);
+}
+
+TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
+  busStartsKWallet("0", "0");
+  (void)loaded();
+  EXPECT_THAT(unlocked(), ElementsAre(true));
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ActivationTest, AKWalletThatHasJustStartedIsWaitedFor) {
+  busStartsKWallet("never", "0");
+  const ChildProcess wallet({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--wallet=0.3"});
+  ASSERT_TRUE(waitForOwner(secretService::walletName));
+  EXPECT_EQ(loaded(), "absent");
+}
+
+TEST_F(ActivationTest, AKWalletThatIsSlowToStartCountsAsLockedUntilItIsThere) {
+  busStartsKWallet("0.3", "1.2");
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
+  EXPECT_THAT(unlocked(), ElementsAre(true));
+  EXPECT_EQ(loaded(), "absent");
+}
+
+TEST_F(ActivationTest, AKWalletThatIsNoSecretServiceIsGivenUp) {
+  busStartsKWallet("never", "0");
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_THAT(unlocked(), ElementsAre(false));
+  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
 }
 
 }  // namespace
