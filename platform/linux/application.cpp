@@ -3,6 +3,7 @@
 #include <wayland-client.h>
 #include <xcb/xcb.h>
 
+#include <QSessionManager>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -95,6 +96,10 @@ QtApplication::UntimelyExit::~UntimelyExit() {
 }
 
 QtApplication::QtApplication(int& argc, char** argv) : application_(startToolkit(argc, argv)) {
+  QObject::connect(
+      application_.get(), &QGuiApplication::saveStateRequest, application_.get(),
+      [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
+      Qt::DirectConnection);
   QApplication::setQuitOnLastWindowClosed(false);
   QCoreApplication::setApplicationName("notewick");
   QGuiApplication::setDesktopFileName("tools.velk.notewick");

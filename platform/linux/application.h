@@ -12,6 +12,8 @@ namespace notewick {
 /// otherwise: native Wayland windows can neither stay on top nor keep their place. It has no
 /// display name, which the toolkit would add to the titles of windows. The toolkit sets the whole C
 /// locale; numbers go back to "C", for the JSON reader stops at a decimal point of several bytes.
+/// A desktop that starts again what ran at the logout leaves it out: the user starts it at login or
+/// does not, and a second start would open the widget.
 /// Making it without a display ends the program with a line on standard error and status 1, and so
 /// does losing the display later.
 class QtApplication final : public Application {

@@ -13,8 +13,8 @@ The test steers it through the interface CONTROL at CONTROL_PATH:
   CompletePrompt(), DismissPrompt() the user's answer to the oldest of them; dismissing leaves the lock
   Calls() -> [name]                 every Secret Service method called so far, in order
 
-With --locked it starts locked. With --wallet=SECONDS it is started as KWallet is, by a name of its own,
-and takes the service's that much later; "never" is a wallet without the service. It ends when the bus does, or by SIGTERM.
+With --locked it starts locked. With --wallet=SECONDS it begins as KWallet does, with a name of its own,
+and takes the service's that much later. It ends when the bus does, or by SIGTERM.
 """
 
 import functools
@@ -378,27 +378,15 @@ class Store:
         self.collection.tell_change("Locked")
 
 
-def option(name):
-    """What follows the name on the command line; None without it."""
-    return next((a.removeprefix(name) for a in sys.argv[1:] if a.startswith(name)), None)
-
-
-def take(name, bus):
-    return dbus.service.BusName(name, bus, do_not_queue=True)
-
-
 def main():
     DBusGMainLoop(set_as_default=True)
     bus = dbus.SessionBus()
     store = Store(bus, locked="--locked" in sys.argv[1:])
-    wallet_takes_part = option("--wallet=")
-    if wallet_takes_part is None:
-        store.name = take(BUS_NAME, bus)
-    else:
-        store.wallet_name = take(WALLET_NAME, bus)
-        if wallet_takes_part != "never":
-            time.sleep(float(wallet_takes_part))
-            store.name = take(BUS_NAME, bus)
+    for option, _, seconds in (argument.partition("=") for argument in sys.argv[1:]):
+        if option == "--wallet":
+            store.wallet_name = dbus.service.BusName(WALLET_NAME, bus, do_not_queue=True)
+            time.sleep(float(seconds))
+    store.name = dbus.service.BusName(BUS_NAME, bus, do_not_queue=True)
     GLib.MainLoop().run()
 
 

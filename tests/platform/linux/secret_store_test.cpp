@@ -1,17 +1,11 @@
-#include "platform/linux/secret_store.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <csignal>
 #include <filesystem>
 
-#include "tests/support/linux_session.h"
+#include "tests/platform/linux/secret_store_fixture.h"
 
 namespace notewick {
 namespace {
@@ -21,38 +15,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 using namespace std::chrono_literals;
-
-const SecretKey token{"tools.velk.notewick", "refresh-token"};
-
-std::string told(const SecretLookup& lookup) {
-  switch (lookup.state) {
-    case SecretState::found:
-      return "found " + lookup.secret;
-    case SecretState::absent:
-      return "absent" + lookup.secret;
-    case SecretState::locked:
-      return "locked" + lookup.secret;
-  }
-  return "";
-}
-
-class SecretStoreTest : public testing::Test {
- protected:
-  [[nodiscard]] std::string loaded() { return told(store_.load(token)); }
-
-  void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
-    service_ = std::make_unique<ChildProcess>(command, input);
-    ASSERT_TRUE(waitForOwner(secretService::name));
-  }
-
-  ~SecretStoreTest() override {
-    service_.reset();
-    EXPECT_TRUE(waitForOwner(secretService::name, false));
-  }
-
-  std::unique_ptr<ChildProcess> service_;
-  SecretServiceStore store_;
-};
 
 /// With GNOME Keyring, open with an empty password unless a test says otherwise.
 class GnomeKeyringTest : public SecretStoreTest {
@@ -312,124 +274,6 @@ TEST_F(ScriptedServiceTest, AServiceThatHangsCostsTimeOnceAndCountsAsLocked) {
   EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
   EXPECT_THAT(answers_, ElementsAre(true));
   EXPECT_EQ(loaded(), "found s3cr3t");
-}
-
-/// Without a service, unless the bus can start one.
-class ActivationTest : public SecretStoreTest {
- protected:
-  ~ActivationTest() override {
-    std::filesystem::remove(fileOf(secretService::name));
-    std::filesystem::remove(fileOf(secretService::walletName));
-    endOwnerOf(secretService::name);
-    endOwnerOf(secretService::walletName);
-  }
-
-  static void busStarts(const std::string& command, const char* name = secretService::name) {
-    LinuxSession::current().makeActivatable(name, command);
-  }
-  static void busStartsKWallet(const std::string& takesPartAfter, const std::string& startsAfter) {
-    busStarts("/bin/sh -c 'sleep " + startsAfter +
-                  "; exec /usr/bin/python3 " FAKE_SECRET_SERVICE " --wallet=" + takesPartAfter +
-                  "'",
-              secretService::walletName);
-  }
-
-  std::vector<bool> unlocked() {
-    std::vector<bool> answers;
-    store_.unlock([&](bool opened) { answers.push_back(opened); });
-    EXPECT_THAT(answers, IsEmpty());
-    EXPECT_TRUE(waitUntil([&] { return !answers.empty(); }));
-    return answers;
-  }
-
- private:
-  static std::string fileOf(const std::string& name) {
-    return LinuxSession::current().home() + "/services/" + name + ".service";
-  }
-  static void endOwnerOf(const QString& name) {
-    const auto bus = QDBusConnection::sessionBus().interface();
-    const auto id = bus->servicePid(name);
-    if (!id.isValid()) return;
-    kill(static_cast<pid_t>(id.value()), SIGTERM);
-    EXPECT_TRUE(waitForOwner(name, false));
-  }
-};
-
-TEST_F(ActivationTest, WithoutAServiceTheStoreIsEmptyAtOnce) {
-  QElapsedTimer time;
-  time.start();
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
-  EXPECT_LT(time.elapsed(), 200);
-}
-
-TEST_F(ActivationTest, WithoutAServiceThereIsNothingToUnlock) {
-  bool answered = false;
-  store_.unlock([&](bool opened) {
-    EXPECT_FALSE(opened);
-    answered = true;
-  });
-  EXPECT_FALSE(answered);
-  EXPECT_TRUE(waitUntil([&] { return answered; }));
-}
-
-TEST_F(ActivationTest, AServiceThatAppearsLaterIsUsed) {
-  EXPECT_EQ(loaded(), "absent");
-  startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
-  EXPECT_EQ(loaded(), "found s3cr3t");
-}
-
-TEST_F(ActivationTest, AServiceThatTheBusFailsToStartIsTriedOnce) {
-  const std::string tries = LinuxSession::current().home() + "/tries";
-  busStarts("/bin/sh -c 'echo x >> " + tries + "; exit 1'");
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
-  EXPECT_EQ(std::filesystem::file_size(tries), 2U);
-}
-
-TEST_F(ActivationTest, AServiceThatIsSlowToStartCountsAsLockedUntilItIsThere) {
-  busStarts("/bin/sh -c 'sleep 2; exec /usr/bin/python3 " FAKE_SECRET_SERVICE "'");
-  QElapsedTimer time;
-  time.start();
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_LT(time.elapsed(), 1300);
-  EXPECT_THAT(unlocked(), ElementsAre(true));
-  EXPECT_EQ(loaded(), "absent");
-}
-
-TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
-  busStartsKWallet("0", "0");
-  (void)loaded();
-  EXPECT_THAT(unlocked(), ElementsAre(true));
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
-  EXPECT_EQ(loaded(), "found s3cr3t");
-}
-
-TEST_F(ActivationTest, AKWalletThatHasJustStartedIsWaitedFor) {
-  busStartsKWallet("never", "0");
-  const ChildProcess wallet({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--wallet=0.3"});
-  ASSERT_TRUE(waitForOwner(secretService::walletName));
-  EXPECT_EQ(loaded(), "absent");
-}
-
-TEST_F(ActivationTest, AKWalletThatIsSlowToStartCountsAsLockedUntilItIsThere) {
-  busStartsKWallet("0.3", "1.2");
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
-  EXPECT_THAT(unlocked(), ElementsAre(true));
-  EXPECT_EQ(loaded(), "absent");
-}
-
-TEST_F(ActivationTest, AKWalletThatIsNoSecretServiceIsGivenUp) {
-  busStartsKWallet("never", "0");
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_THAT(unlocked(), ElementsAre(false));
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
 }
 
 }  // namespace
