@@ -14,7 +14,6 @@
 #include "platform/linux/accessible_role.h"
 #include "platform/linux/panel_look.h"
 #include "platform/linux/panel_placement.h"
-#include "platform/linux/status_symbol.h"
 #include "platform/linux/window_hints.h"
 
 namespace notewick {
@@ -41,7 +40,6 @@ QList<QRect> availableScreens() {
 PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
   setAccessibleRole(*this, QAccessible::Dialog);
   setWindowTitle(fromUtf8(title));
-  setWindowIcon(statusSymbol(std::nullopt));
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);
   settling_.setSingleShot(true);
@@ -181,7 +179,9 @@ void PanelWindow::showEvent(QShowEvent* event) {
   setFloatingHints(*windowHandle());
   if (quiet_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {
-    if (isVisible()) requestFloatingState(*windowHandle());
+    if (!isVisible()) return;
+    standAlone(*windowHandle());
+    requestFloatingState(*windowHandle());
   });
 }
 

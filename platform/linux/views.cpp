@@ -1,12 +1,16 @@
 #include "platform/linux/views.h"
 
+#include <QGuiApplication>
+
 #include "platform/linux/quick_note_panel.h"
 #include "platform/linux/sign_in_panel.h"
+#include "platform/linux/status_symbol.h"
 
 namespace notewick {
 
 std::unique_ptr<StatusItem> QtViews::makeStatusItem(const StatusItemAppearance& appearance,
                                                     std::weak_ptr<StatusItemTarget> target) {
+  QGuiApplication::setWindowIcon(statusSymbol(std::nullopt));
   auto item = std::make_unique<QtStatusItem>(appearance, std::move(target));
   statusItem_ = item.get();
   return item;

@@ -93,6 +93,13 @@ void requestFloatingState(const QWindow& window) {
   tellRoot(to, window, "_NET_WM_DESKTOP", {ALL_DESKTOPS, FROM_APPLICATION, 0, 0, 0});
 }
 
+void standAlone(const QWindow& window) {
+  xcb_connection_t* const to = x11Display();
+  if (to == nullptr) return;
+  xcb_delete_property(to, static_cast<xcb_window_t>(window.winId()), XCB_ATOM_WM_TRANSIENT_FOR);
+  xcb_flush(to);
+}
+
 void setTakesKeyboard(const QWindow& window, bool takes) {
   xcb_connection_t* const to = x11Display();
   if (to == nullptr) return;

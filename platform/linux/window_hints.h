@@ -15,6 +15,11 @@ void setFloatingHints(const QWindow& window);
 /// withdrawn, perhaps only after the window has been given them for the next time.
 void requestFloatingState(const QWindow& window);
 
+/// Cuts a mapped window loose from the program's others. The toolkit ties every tool window to
+/// them, and KWin hides such a window while one of them is open and another program has the
+/// keyboard.
+void standAlone(const QWindow& window);
+
 /// Whether the window takes the keyboard that it is given. To one that is mapped while it does not,
 /// a Wayland compositor that gives the keyboard to every new window gives none; the X11 way of
 /// saying so, a time of last input, is unknown there.

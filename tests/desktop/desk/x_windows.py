@@ -62,6 +62,11 @@ class Window:
         return set(re.findall(r"_NET_WM_WINDOW_TYPE_(\w+)", self._property("_NET_WM_WINDOW_TYPE")))
 
     @property
+    def is_transient(self):
+        """Whether it belongs to another window, or to the group of its program's windows."""
+        return "window id" in _run("xprop", "-id", self.number, "WM_TRANSIENT_FOR")
+
+    @property
     def geometry(self):
         """Of the contents, without the frame, in pixels of the screen; None when it is gone."""
         text = _run("xwininfo", "-id", self.number)

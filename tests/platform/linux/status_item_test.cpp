@@ -4,7 +4,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMessageBox>
 
+#include "platform/linux/views.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {
@@ -87,6 +89,12 @@ TEST(StatusItem, OffersAMenuThatOutlivesIt) {
   item.reset();
   open->actions().at(0)->trigger();
   EXPECT_TRUE(target->chosen.empty());
+}
+
+TEST(TheProgramsWindows, AllCarryTheSymbol) {
+  QApplication::setWindowIcon(QIcon());
+  const auto item = QtViews().makeStatusItem({"symbol", "VELK Notewick", " VELK"}, {});
+  EXPECT_FALSE(QMessageBox().windowIcon().isNull());
 }
 
 }  // namespace

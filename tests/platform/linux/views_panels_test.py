@@ -101,6 +101,15 @@ class TheQuickNotePanel(Panels):
         window = views.window()
         wait_until(lambda: STATES <= window.states and window.is_on_all_desktops, what="a floating window")
 
+    def test_is_tied_to_no_other_window_of_the_program(self):
+        views = self.show("--quick")
+        for _ in range(2):
+            window = views.window()
+            wait_until(lambda: STATES <= window.states, what="the panel being managed")
+            wait_until(lambda: not window.is_transient, what="a window that stands alone")
+            views.do("hide")
+            views.do("show")
+
     def test_leaves_the_keyboard_where_it_is(self):
         xterm = desk.xterm("the user's work")
         xterm.window().focus()
