@@ -75,6 +75,12 @@ SecretLookup SecretServiceStore::load(const SecretKey& key) {
 }
 
 SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& secret) {
+  const SecretWrite written = trySave(key, secret);
+  saveWaits_ = written == SecretWrite::locked;
+  return written;
+}
+
+SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string& secret) {
   const SecretServiceConversation service;
   const auto written = find(service, key).and_then([&](const SecretItems& items) {
     return write(service, items, key, QByteArray::fromStdString(secret));
@@ -102,7 +108,8 @@ void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {
 
 void SecretServiceStore::askToUnlock() {
   if (unlock_ || wait_ || unlockCompletions_.empty()) return;
-  unlock_ = std::make_unique<SecretUnlock>(std::exchange(lockedItems_, {}),
+  const auto missing = saveWaits_ ? SecretUnlock::Missing::isMade : SecretUnlock::Missing::stays;
+  unlock_ = std::make_unique<SecretUnlock>(std::exchange(lockedItems_, {}), missing,
                                            [this](bool opened) { unlockEnded(opened); });
 }
 

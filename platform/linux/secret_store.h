@@ -23,8 +23,8 @@ class SecretUnlock;
 /// to the bus as such a service; when that fails there is none.
 ///
 /// `save` says `locked` also when the user has no collection for secrets yet; `unlock` then lets
-/// the service ask for the password of a new one. In a locked collection that does not hold the
-/// secret, `load` says `absent`.
+/// the service ask for the password of a new one, but only then. In a locked collection that does
+/// not hold the secret, `load` says `absent`.
 class SecretServiceStore : public SecretStore {
  public:
   SecretServiceStore();
@@ -36,6 +36,7 @@ class SecretServiceStore : public SecretStore {
   void unlock(std::function<void(bool opened)> completion) override;
 
  private:
+  SecretWrite trySave(const SecretKey& key, const std::string& secret);
   [[nodiscard]] SecretServiceAnswer<void> reach(const SecretServiceConversation& service);
   [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
                                                       const SecretKey& key);
@@ -47,6 +48,7 @@ class SecretServiceStore : public SecretStore {
   bool startTried_ = false;
   std::unique_ptr<SecretServiceWait> wait_;  ///< since a question went unanswered
   QList<QDBusObjectPath> lockedItems_;       ///< those that the last search found
+  bool saveWaits_ = false;                   ///< the last `save` said `locked`
   std::unique_ptr<SecretUnlock> unlock_;
   std::vector<std::function<void(bool)>> unlockCompletions_;
 };

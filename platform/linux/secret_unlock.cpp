@@ -13,9 +13,10 @@ namespace notewick {
 
 using namespace secretService;
 
-SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items,
+SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
                            std::function<void(bool opened)> ended)
     : objects_(items),
+      missing_(missing),
       ended_(std::move(ended)),
       watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForUnregistration) {
   connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(false); });
@@ -48,13 +49,14 @@ void SecretUnlock::call(const QString& object, const QString& interface, const Q
 
 void SecretUnlock::aliasRead(const QDBusMessage& answer) {
   const auto collection = answer.arguments().value(0).value<QDBusObjectPath>();
-  if (collection.path() == nothing) {
+  const bool isMissing = collection.path() == nothing;
+  if (isMissing && missing_ == Missing::isMade) {
     const QVariantMap properties{{"org.freedesktop.Secret.Collection.Label", "Login"}};
     call(path, serviceInterface, "CreateCollection", {properties, "default"},
          &SecretUnlock::unlockAnswered);
     return;
   }
-  objects_.prepend(collection);
+  if (!isMissing) objects_.prepend(collection);
   call(path, serviceInterface, "Unlock", {QVariant::fromValue(objects_)},
        &SecretUnlock::unlockAnswered);
 }

@@ -12,15 +12,19 @@ class QDBusMessage;
 namespace notewick {
 
 /// Asks the user, through the Secret Service's own prompt, to open the default collection and the
-/// one of each item given, or to make a default collection where there is none. Waits for the
-/// service and for the user as long as it takes, without blocking, and never takes the question
-/// back, not even when it is destroyed: a service may crash when it is cancelled.
+/// one of each item given. Waits for the service and for the user as long as it takes, without
+/// blocking, and never takes the question back, not even when it is destroyed: a service may crash
+/// when it is cancelled.
 class SecretUnlock : public QObject {
   Q_OBJECT
 
  public:
+  /// What happens where there is no default collection.
+  enum class Missing { stays, isMade };
+
   /// `ended` is called once, in a later turn.
-  SecretUnlock(const QList<QDBusObjectPath>& items, std::function<void(bool opened)> ended);
+  SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
+               std::function<void(bool opened)> ended);
 
  private slots:
   void promptCompleted(bool dismissed, const QDBusVariant& result);
@@ -34,6 +38,7 @@ class SecretUnlock : public QObject {
   void end(bool opened);
 
   QList<QDBusObjectPath> objects_;
+  Missing missing_;
   std::function<void(bool opened)> ended_;
   QDBusServiceWatcher watcher_;
 };

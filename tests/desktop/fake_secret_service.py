@@ -13,8 +13,8 @@ The test steers it through the interface CONTROL at CONTROL_PATH:
   CompletePrompt(), DismissPrompt() the user's answer to the oldest of them; dismissing leaves the lock
   Calls() -> [name]                 every Secret Service method called so far, in order
 
-With --locked it starts locked. With --wallet=SECONDS it begins as KWallet does, with a name of its own,
-and takes the service's that much later. It ends when the bus does, or by SIGTERM.
+--locked: it starts locked. --empty: without a collection. --wallet=SECONDS: it begins as KWallet does,
+with a name of its own, and takes the service's that much later. It ends with the bus, or by SIGTERM.
 """
 
 import functools
@@ -288,7 +288,12 @@ class Service(Exported):
 
     @secret_method("Service", in_signature="s", out_signature="o")
     def ReadAlias(self, name):
-        return dbus.ObjectPath(COLLECTION_PATH) if name in ("default", "login") else NOTHING
+        return dbus.ObjectPath(COLLECTION_PATH) if name in self.store.aliases else NOTHING
+
+    @secret_method("Service", in_signature="a{sv}s", out_signature="oo")
+    def CreateCollection(self, _properties, alias):
+        self.store.aliases = (alias,)
+        return dbus.ObjectPath(COLLECTION_PATH), NOTHING
 
     @dbus.service.signal(SECRET + "Service", signature="o")
     def CollectionChanged(self, collection):
@@ -339,6 +344,7 @@ class Store:
     def __init__(self, bus, locked):
         self.bus = bus
         self.locked = locked
+        self.aliases = () if "--empty" in sys.argv else ("default", "login")
         self.locks_after_search = False
         self.calls = []
         self.prompts = []

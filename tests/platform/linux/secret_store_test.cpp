@@ -5,6 +5,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include "platform/linux/secret_on_bus.h"
 #include "tests/platform/linux/secret_store_fixture.h"
 
 namespace notewick {
@@ -202,6 +203,39 @@ TEST_F(ScriptedServiceTest, AnOpenStoreIsUnlockedWithoutAQuestion) {
   EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
   EXPECT_THAT(answers_, ElementsAre(true));
   EXPECT_FALSE(calls().contains("Prompt"));
+}
+
+TEST_F(ScriptedServiceTest, ACollectionIsMadeForASecretThatWaits) {
+  serviceIs("--empty");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
+  unlock();
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+}
+
+TEST_F(ScriptedServiceTest, NoCollectionIsMadeForNothing) {
+  serviceIs("--empty");
+  EXPECT_EQ(loaded(), "absent");
+  unlock();
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_FALSE(calls().contains("CreateCollection"));
+}
+
+TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
+  registerSecretTypes();
+  serviceIs("--empty");
+  const SecretAttributes attributes{{"service", "tools.velk.notewick"},
+                                    {"account", "refresh-token"}};
+  control("Put", {QVariant::fromValue(attributes), "s3cr3t"});
+  control("Lock");
+  EXPECT_EQ(loaded(), "locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
 TEST_F(ScriptedServiceTest, TheSameQuestionIsNotAskedTwiceAtOnce) {
