@@ -6,6 +6,8 @@
 #include <QTextDocument>
 #include <QWheelEvent>
 
+#include "platform/linux/return_key.h"
+
 namespace notewick {
 namespace {
 
@@ -31,6 +33,11 @@ bool Chooser::event(QEvent* event) {
     setToolTip(whole ? QString() : Qt::convertFromPlainText(currentText()));
   }
   return QComboBox::event(event);
+}
+
+void Chooser::keyPressEvent(QKeyEvent* event) {
+  if (isReturn(*event)) return event->ignore();
+  QComboBox::keyPressEvent(event);
 }
 
 void Chooser::paintEvent(QPaintEvent* /*event*/) {

@@ -6,7 +6,8 @@ namespace notewick {
 
 /// A chooser that cuts its current item at the tail where it is wider than its room; the tool tip
 /// then shows all of it. A click leaves the keyboard in the field where the user types, and the
-/// wheel changes nothing: a note must not go to another person unnoticed.
+/// wheel changes nothing: a note must not go to another person unnoticed. Return is left to the
+/// window, also on desktops where it opens such a list.
 class Chooser : public QComboBox {
  public:
   Chooser();
@@ -16,6 +17,7 @@ class Chooser : public QComboBox {
 
  protected:
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };

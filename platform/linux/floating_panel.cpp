@@ -14,6 +14,7 @@
 #include "platform/linux/accessible_role.h"
 #include "platform/linux/panel_look.h"
 #include "platform/linux/panel_placement.h"
+#include "platform/linux/return_key.h"
 #include "platform/linux/window_hints.h"
 
 namespace notewick {
@@ -133,8 +134,7 @@ void PanelWindow::contextMenuEvent(QContextMenuEvent* event) {
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) askForMenu();
-  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (!isReturn || defaultButton_ == nullptr) return QWidget::keyPressEvent(event);
+  if (!isReturn(*event) || defaultButton_ == nullptr) return QWidget::keyPressEvent(event);
   if (!event->isAutoRepeat()) defaultButton_->click();
 }
 

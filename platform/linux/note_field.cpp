@@ -8,6 +8,7 @@
 #include "platform/linux/entry_field.h"
 #include "platform/linux/floating_panel.h"
 #include "platform/linux/panel_look.h"
+#include "platform/linux/return_key.h"
 
 namespace notewick {
 namespace {
@@ -63,8 +64,7 @@ void NoteField::focusOutEvent(QFocusEvent* event) {
 }
 
 void NoteField::keyPressEvent(QKeyEvent* event) {
-  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isReturn && event->modifiers().testFlag(Qt::ControlModifier)) return event->ignore();
+  if (isReturn(*event) && event->modifiers().testFlag(Qt::ControlModifier)) return event->ignore();
   QPlainTextEdit::keyPressEvent(event);
 }
 

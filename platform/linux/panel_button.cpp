@@ -1,6 +1,7 @@
 #include "platform/linux/panel_button.h"
 
 #include "platform/linux/panel_look.h"
+#include "platform/linux/return_key.h"
 
 namespace notewick {
 
@@ -16,6 +17,11 @@ QSize PanelButton::sizeHint() const {
   const bool regular = size_ == Size::regular;
   const int title = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
   return {title + 2 * points(regular ? 14 : 8), points(regular ? 26 : 22)};
+}
+
+void PanelButton::keyPressEvent(QKeyEvent* event) {
+  if (isReturn(*event) && event->isAutoRepeat()) return;
+  QPushButton::keyPressEvent(event);
 }
 
 }  // namespace notewick

@@ -6,7 +6,8 @@
 namespace notewick {
 
 /// A push button of the panels, with room around its title. A click leaves the keyboard in the
-/// field where the user types.
+/// field where the user types. A key that is held down presses it once: the next press could be for
+/// the row that took the place of this one.
 class PanelButton : public QPushButton {
  public:
   enum class Size { regular, small };
@@ -14,6 +15,9 @@ class PanelButton : public QPushButton {
   PanelButton(const std::string& title, const std::string& accessibleName, Size size);
 
   [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   Size size_;

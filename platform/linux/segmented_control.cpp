@@ -7,6 +7,7 @@
 
 #include "platform/linux/accessible_role.h"
 #include "platform/linux/panel_look.h"
+#include "platform/linux/return_key.h"
 
 namespace notewick {
 namespace {
@@ -30,6 +31,11 @@ class Segment : public QAbstractButton {
   }
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (isReturn(*event)) return event->ignore();
+    QAbstractButton::keyPressEvent(event);
+  }
+
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -11,7 +11,8 @@ class QAbstractButton;
 namespace notewick {
 
 /// A row of segments of which one at a time is chosen and stays chosen; none at first. The arrow
-/// keys go from one to the next and take the choice along once there is one; the space bar chooses.
+/// keys go from one to the next and take the choice along once there is one; the space bar chooses,
+/// and Return is left to the window on every desktop.
 /// A click chooses as well, and leaves the keyboard in the field where the user types.
 /// Screen readers see a group of radio buttons, each described by the name of the whole.
 class SegmentedControl : public QWidget {

@@ -201,6 +201,20 @@ TEST_F(QuickNotePanelTest, PressesAButtonOfARowWithReturn) {
   EXPECT_EQ(delegate_->log, (Log{"log 1", "skip 0"}));
 }
 
+TEST_F(QuickNotePanelTest, AKeyThatIsHeldDownPressesAButtonOnce) {
+  panel_.setCaught({row("Lena"), row("Tobias"), row("Zoe")}, std::nullopt);
+  activate(window());
+  delegate_->onSkip = [this] { panel_.setCaught({row("Tobias"), row("Zoe")}, std::nullopt); };
+  for (const char* name : {"Skip Lena", "Send to VELK", "Participant"}) {
+    control<QWidget>(window(), name).setFocus();
+    for (const bool repeats : {false, true, true}) {
+      QKeyEvent pressed(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", repeats);
+      QApplication::sendEvent(QApplication::focusWidget(), &pressed);
+    }
+  }
+  EXPECT_EQ(delegate_->log, (Log{"skip 0", "send", "send"}));
+}
+
 TEST_F(QuickNotePanelTest, IsWorkedByTheKeyboardAlone) {
   panel_.setParticipants({"Alice", "Bob"}, 0);
   panel_.setCaught({row("Lena")}, std::nullopt);

@@ -218,6 +218,16 @@ class TheQuickNotePanel(Panels):
         views.wait_for("skip 0")
         views.wait_for("skip 1")
 
+    def test_sends_with_return_on_desktops_where_it_presses_any_control(self):
+        views = self.show("--quick", "--key", XDG_CURRENT_DESKTOP="GNOME")
+        wait_until(lambda: views.window().is_active, what="the panel being active")
+        screen.type_text("Called about rent")
+        screen.press("Tab", "Right", "space", "Return")
+        sent = "send Alice Jones | Called about rent | 1"
+        views.wait_for(sent)
+        screen.press("shift+Tab", "shift+Tab", "Return")
+        wait_until(lambda: views.lines.count(sent) == 2, what="the note sent from the chooser")
+
     def test_knows_no_shortcuts_of_the_menu(self):
         views = self.show("--quick", "--key", "--tray")
         wait_until(lambda: views.window().is_active, what="the panel being active")
