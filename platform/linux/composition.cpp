@@ -37,7 +37,7 @@ struct LinuxPlatform {
   DesktopWorkspace workspace;
   DesktopScreen screen;
   RandomUuidSource uuids;
-  QtViews views;
+  QtViews views{userDefaults};
 };
 
 LinuxPlatform* platform = nullptr;

@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
-#include <QSettings>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -14,6 +13,7 @@
 #include "platform/linux/panel_button.h"
 #include "platform/linux/panel_placement.h"
 #include "platform/linux/segmented_control.h"
+#include "platform/user_defaults.h"
 
 namespace notewick {
 namespace {
@@ -26,10 +26,24 @@ constexpr double NOTE_HEIGHT = 56;
 constexpr double SPACING = 8;
 constexpr double INSET = 12;
 constexpr auto SAVE_DELAY = 500ms;
-const QString FRAME_KEY = QStringLiteral("VELKQuickWidget");
+constexpr const char* FRAME_KEY = "VELKQuickWidget";
 
-QSettings settings() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, "VELK", "Notewick");
+std::string textOf(const QRect& frame) {
+  return QStringLiteral("%1 %2 %3 %4")
+      .arg(frame.x())
+      .arg(frame.y())
+      .arg(frame.width())
+      .arg(frame.height())
+      .toStdString();
+}
+
+/// Absent when the text is not one that `textOf` gives.
+std::optional<QRect> frameIn(const std::string& text) {
+  QList<int> numbers;
+  for (const QString& part : fromUtf8(text).split(QLatin1Char(' '))) numbers << part.toInt();
+  if (numbers.size() != 4) return std::nullopt;
+  const QRect frame(numbers[0], numbers[1], numbers[2], numbers[3]);
+  return frame.isValid() && textOf(frame) == text ? std::optional(frame) : std::nullopt;
 }
 
 /// Brings the items to `titles` with as few changes as an open list of the chooser needs.
@@ -49,8 +63,8 @@ void replaceItems(QComboBox& chooser, const std::vector<std::string>& titles) {
 
 QtQuickNotePanel::QtQuickNotePanel(const QuickNoteTexts& texts,
                                    std::weak_ptr<QuickNotePanelDelegate> delegate,
-                                   WindowMenu windowMenu)
-    : delegate_(std::move(delegate)), window_(texts.title) {
+                                   UserDefaults& userDefaults, WindowMenu windowMenu)
+    : delegate_(std::move(delegate)), userDefaults_(userDefaults), window_(texts.title) {
   build(texts);
   window_.windowMenu = std::move(windowMenu);
   window_.userClosed = [this] { tell([](auto& told) { told.windowWillClose(); }); };
@@ -61,7 +75,7 @@ QtQuickNotePanel::QtQuickNotePanel(const QuickNoteTexts& texts,
   saveSoon_.setSingleShot(true);
   saveSoon_.setInterval(SAVE_DELAY);
   QObject::connect(&saveSoon_, &QTimer::timeout, &window_, [this] { saveFrame(); });
-  loadFrame();
+  if (const auto saved = userDefaults_.string(FRAME_KEY)) savedFrame_ = frameIn(*saved);
   window_.fitToContents();
 }
 
@@ -224,13 +238,8 @@ void QtQuickNotePanel::placeAtBottomRight(double inset) {
   });
 }
 
-void QtQuickNotePanel::loadFrame() {
-  const QRect saved = settings().value(FRAME_KEY).toRect();
-  if (saved.isValid()) savedFrame_ = saved;
-}
-
 void QtQuickNotePanel::saveFrame() {
-  settings().setValue(FRAME_KEY, *savedFrame_);
+  userDefaults_.setString(FRAME_KEY, textOf(*savedFrame_));
 }
 
 }  // namespace notewick

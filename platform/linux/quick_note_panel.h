@@ -21,15 +21,16 @@ class Chooser;
 class Label;
 class NoteField;
 class SegmentedControl;
+class UserDefaults;
 
 /// The quick-note panel in widgets. The place the user gives it is kept in the user's settings
-/// under "VELKQuickWidget", as the frame's left, top, width and height.
+/// under "VELKQuickWidget": the frame's left, top, width and height, with blanks between them.
 class QtQuickNotePanel final : public QuickNotePanel {
  public:
   using WindowMenu = std::function<std::unique_ptr<QMenu>()>;
 
   QtQuickNotePanel(const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate,
-                   WindowMenu windowMenu);
+                   UserDefaults& userDefaults, WindowMenu windowMenu);
   ~QtQuickNotePanel() override;
 
   void orderFrontRegardless() override { window_.orderFrontRegardless(); }
@@ -64,10 +65,10 @@ class QtQuickNotePanel final : public QuickNotePanel {
   [[nodiscard]] QWidget* sendRow(const QuickNoteTexts& texts);
   [[nodiscard]] QWidget* caughtList(const QuickNoteTexts& texts);
   void tell(const Told& what) const;
-  void loadFrame();
   void saveFrame();
 
   std::weak_ptr<QuickNotePanelDelegate> delegate_;
+  UserDefaults& userDefaults_;
   PanelWindow window_;
   std::optional<QRect> savedFrame_;
   std::vector<std::string> titles_;  ///< the chooser's, to the byte

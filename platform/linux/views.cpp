@@ -18,7 +18,7 @@ std::unique_ptr<StatusItem> QtViews::makeStatusItem(const StatusItemAppearance& 
 
 std::unique_ptr<QuickNotePanel> QtViews::makeQuickNotePanel(
     const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate) {
-  return std::make_unique<QtQuickNotePanel>(texts, std::move(delegate), [this] {
+  return std::make_unique<QtQuickNotePanel>(texts, std::move(delegate), userDefaults_, [this] {
     return statusItem_ ? statusItem_->windowMenu() : nullptr;
   });
 }

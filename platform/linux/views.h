@@ -7,10 +7,15 @@
 
 namespace notewick {
 
+class UserDefaults;
+
 /// Makes the views in widgets; needs the toolkit's application object. It must outlive the panels
 /// it made.
 class QtViews final : public Views {
  public:
+  /// The panels keep their places in `userDefaults`.
+  explicit QtViews(UserDefaults& userDefaults) : userDefaults_(userDefaults) {}
+
   [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(
       const StatusItemAppearance& appearance, std::weak_ptr<StatusItemTarget> target) override;
   [[nodiscard]] std::unique_ptr<QuickNotePanel> makeQuickNotePanel(
@@ -19,6 +24,7 @@ class QtViews final : public Views {
       const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate) override;
 
  private:
+  UserDefaults& userDefaults_;
   QPointer<QtStatusItem> statusItem_;
 };
 

@@ -7,11 +7,11 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <QSettings>
 #include <QTextBlock>
 #include <QTextLayout>
 
 #include "tests/platform/linux/panel_fixture.h"
+#include "tests/support/fake_user_defaults.h"
 
 namespace notewick {
 namespace {
@@ -53,6 +53,7 @@ class QuickNotePanelTest : public testing::Test {
   }
 
   std::shared_ptr<Delegate> delegate_ = std::make_shared<Delegate>();
+  FakeUserDefaults userDefaults_;
   std::unique_ptr<QMenu> offered_;
   QtQuickNotePanel panel_{{"VELK — quick note",
                            "Participant",
@@ -65,6 +66,7 @@ class QuickNotePanelTest : public testing::Test {
                            "Log",
                            "✕"},
                           delegate_,
+                          userDefaults_,
                           [this] { return std::move(offered_); }};
 };
 
@@ -357,24 +359,29 @@ TEST_F(QuickNotePanelTest, StaysInItsCornerWhenItGrows) {
 }
 
 TEST_F(QuickNotePanelTest, ReturnsToASavedPlace) {
-  QSettings settings(QSettings::IniFormat, QSettings::UserScope, "VELK", "Notewick");
-  settings.setValue("VELKQuickWidget", QRect(QPoint(40, 50), window().size()));
-  settings.sync();
-  QtQuickNotePanel second({}, delegate_, nullptr);
+  const QSize size = window().size();
+  userDefaults_.setString("VELKQuickWidget", "40 50 " + std::to_string(size.width()) + " " +
+                                                 std::to_string(size.height()));
+  QtQuickNotePanel second({}, delegate_, userDefaults_, nullptr);
   EXPECT_TRUE(second.applySavedFrame());
   EXPECT_EQ(second.window().frameGeometry().topLeft(), QPoint(40, 50));
-  settings.remove("VELKQuickWidget");
+}
+
+TEST_F(QuickNotePanelTest, KeepsThePlaceThatTheUserGaveItEvenAtTheEnd) {
+  auto second =
+      std::make_unique<QtQuickNotePanel>(QuickNoteTexts{}, delegate_, userDefaults_, nullptr);
+  dynamic_cast<PanelWindow&>(second->window()).userMoved(QRect(-40, 50, 320, 300));
+  second.reset();
+  EXPECT_EQ(userDefaults_.string("VELKQuickWidget"), "-40 50 320 300");
 }
 
 TEST_F(QuickNotePanelTest, TakesADamagedPlaceForNone) {
-  QSettings settings(QSettings::IniFormat, QSettings::UserScope, "VELK", "Notewick");
-  for (const QVariant& damaged : {QVariant("bottom left"), QVariant(7), QVariant(QRect())}) {
-    settings.setValue("VELKQuickWidget", damaged);
-    settings.sync();
-    QtQuickNotePanel second({}, delegate_, nullptr);
-    EXPECT_FALSE(second.applySavedFrame());
+  for (const char* const damaged : {"", "bottom left", "7", "1 2 3", "1 2 3 x", "1 2 3 4 5",
+                                    "1 2 0 0", " 1 2 3 4", "99999999999 2 3 4"}) {
+    userDefaults_.setString("VELKQuickWidget", damaged);
+    QtQuickNotePanel second({}, delegate_, userDefaults_, nullptr);
+    EXPECT_FALSE(second.applySavedFrame()) << damaged;
   }
-  settings.remove("VELKQuickWidget");
 }
 
 TEST_F(QuickNotePanelTest, OffersTheMenuOfTheWindowByMouseAndKeyboard) {

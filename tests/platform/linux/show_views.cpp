@@ -12,6 +12,7 @@
 
 #include "platform/linux/colour_scheme.h"
 #include "platform/linux/panel_look.h"
+#include "platform/linux/user_defaults.h"
 #include "platform/linux/views.h"
 
 namespace notewick {
@@ -198,7 +199,8 @@ int show(int argc, char** argv) {
   if (options.isSet("dark")) QApplication::setPalette(darkPalette());
   if (options.isSet("contrast")) QApplication::setPalette(contrastPalette());
 
-  QtViews views;
+  SettingsUserDefaults userDefaults;
+  QtViews views(userDefaults);
   const auto printer = std::make_shared<Printer>();
   if (options.isSet("tray")) showTray(*printer, views, options, printer);
   if (options.isSet("quick")) showQuickNote(*printer, views, options, printer);

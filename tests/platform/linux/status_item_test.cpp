@@ -7,6 +7,7 @@
 #include <QMessageBox>
 
 #include "platform/linux/views.h"
+#include "tests/support/fake_user_defaults.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {
@@ -93,7 +94,8 @@ TEST(StatusItem, OffersAMenuThatOutlivesIt) {
 
 TEST(TheProgramsWindows, AllCarryTheSymbol) {
   QApplication::setWindowIcon(QIcon());
-  const auto item = QtViews().makeStatusItem({"symbol", "VELK Notewick", " VELK"}, {});
+  FakeUserDefaults userDefaults;
+  const auto item = QtViews(userDefaults).makeStatusItem({"symbol", "VELK Notewick", " VELK"}, {});
   EXPECT_FALSE(QMessageBox().windowIcon().isNull());
 }
 

@@ -47,7 +47,7 @@ def settings_text():
 def save_frame(*frame):
     os.makedirs(os.path.dirname(settings_path()), exist_ok=True)
     with open(settings_path(), "w", encoding="utf-8") as file:
-        file.write(f"[General]\nVELKQuickWidget=@Rect({' '.join(map(str, frame))})\n")
+        file.write(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
 
 
 def brightness_of(window):
