@@ -32,6 +32,17 @@ TEST_F(OutboxTest, WithTheNetworkDownEveryFlushCountsAndNothingIsShown) {
   EXPECT_EQ(widget().status, "2 queued — will retry");
 }
 
+TEST_F(OutboxTest, ATryThatFailedBringsTheCountBackIntoTheWidget) {
+  service.isUnreachable("offline");
+  widget().type("Phoned");
+  widget().pickMinutes(15);
+  widget().pressSend();
+  advance(4);
+  EXPECT_EQ(widget().status, "") << "what was flashed is gone";
+  flush();
+  EXPECT_EQ(widget().status, "1 queued — will retry");
+}
+
 TEST_F(OutboxTest, ARefusedNoteIsGivenUpAndTold) {
   service.answers(CAPTURE_PATH, 422, {{"error", "Participant archived"}});
   sendsAndWaits("one");

@@ -16,10 +16,16 @@ using testing::SizeIs;
 // --- Queueing ------------------------------------------------------------------------------------
 
 TEST_F(OutboxTest, ANoteIsStoredBeforeItIsSent) {
-  service.holdsAnswers();
+  std::vector<OutboxItem> storedThen;
+  std::string loggedThen;
+  service.onRequest = [&] {
+    storedThen = stored();
+    loggedThen = text("captures-2024-05-02.log");
+  };
   sends("Phoned");
-  ASSERT_THAT(stored(), SizeIs(1));
-  const auto item = stored().front();
+  EXPECT_EQ(loggedThen, "09:00 · Tobias Hargreave · 30 min · 2024-05-01 · Phoned\n");
+  ASSERT_THAT(storedThen, SizeIs(1));
+  const auto item = storedThen.front();
   EXPECT_EQ(item.id, FakeUuidSource::nth(1));
   EXPECT_EQ(item.participantId, "1");
   EXPECT_EQ(item.participantName, "Tobias Hargreave");

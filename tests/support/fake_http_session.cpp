@@ -87,6 +87,7 @@ void FakeService::receive(HttpRequest request, HttpCompletion completion,
                           std::weak_ptr<bool> session) {
   requests.push_back({request.method, pathOf(request.url), request.url, request.headers,
                       request.body, request.timeout, clock_.now()});
+  onRequest();
   Delivery delivery{std::move(session), std::move(completion), outcomeOf(requests.back())};
   if (holding_)
     held_.push_back(std::move(delivery));

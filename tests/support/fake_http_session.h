@@ -51,6 +51,9 @@ class FakeService {
   /// Forgets what was received.
   void forgetRequests() { requests.clear(); }
 
+  /// What the test does when a request goes out, before anything is answered.
+  std::function<void()> onRequest = [] {};
+
   VelkBackend backend;
   std::vector<ReceivedRequest> requests;
   std::vector<HttpSessionConfiguration> sessions;

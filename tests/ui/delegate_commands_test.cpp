@@ -44,11 +44,12 @@ TEST_F(CommandTest, ACaughtItemFillsTheWidget) {
 TEST_F(CommandTest, ACaughtItemMakesTheWidgetWhenThereIsNone) {
   defaults.setBoolean("VELKWidgetVisible", false);
   restart();
-  app().pendings = {{"Q", "Lena O'Keefe", "2024-05-01", Date(0), Date(60), 12, {}}};
+  app().pendings = {{"P", "Zoe Abel", "2024-05-01", Date(0), Date(60), 3, {}}};
   app().rebuildMenu();
-  statusItem().choose(LOG_LENA);
+  statusItem().choose("Log: Zoe Abel (~3 min, 2024-05-01)");
   EXPECT_TRUE(widget().visible);
   EXPECT_THAT(widget().rowTexts(), SizeIs(1));
+  EXPECT_EQ(widget().selectedParticipant(), "Zoe Abel") << "the list was there to choose from";
 }
 
 TEST_F(CommandTest, ACaughtItemThatIsGoneDoesNothing) {
@@ -58,6 +59,14 @@ TEST_F(CommandTest, ACaughtItemThatIsGoneDoesNothing) {
   statusItem().choose(old);
   EXPECT_EQ(widget().hint, "Minutes — you set this.");
   EXPECT_EQ(statusItem().menusSet, menus);
+}
+
+TEST_F(CommandTest, ACaughtItemThatIsGoneAsksNobodyToSignIn) {
+  const MenuItem old = *statusItem().find(LOG_LENA);
+  losesItsParticipants();
+  app().removePending("Q");
+  statusItem().choose(old);
+  EXPECT_EQ(views.signIn, nullptr);
 }
 
 TEST_F(CommandTest, AnItemWithoutIdDoesNothing) {

@@ -91,6 +91,7 @@ TEST_F(WidgetTest, WithoutMinutesItAsksForThem) {
   EXPECT_EQ(widget().status, "Pick a duration");
   EXPECT_EQ(workspace.beeps, 1);
   EXPECT_EQ(widget().note, "Phoned");
+  EXPECT_FALSE(widget().noteFocused) << "the keyboard stays where it is";
   EXPECT_THAT(owner->calls, IsEmpty());
 }
 
@@ -109,6 +110,12 @@ TEST_F(WidgetTest, ABlankNoteIsRefusedAndGetsTheFocus) {
 TEST_F(WidgetTest, MinutesAreAskedForBeforeTheNote) {
   widget().pressSend();
   EXPECT_EQ(widget().status, "Pick a duration");
+}
+
+TEST_F(WidgetTest, TheNoteIsAskedForBeforeTheParticipant) {
+  shows({});
+  sends(" ");
+  EXPECT_EQ(widget().status, "Say what you did");
 }
 
 TEST_F(WidgetTest, WithoutAChoiceItOnlyBeeps) {

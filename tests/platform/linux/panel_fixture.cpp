@@ -1,6 +1,7 @@
 #include "tests/platform/linux/panel_fixture.h"
 
 #include <QLabel>
+#include <QLayout>
 #include <QWindow>
 #include <algorithm>
 
@@ -15,6 +16,26 @@ std::vector<std::string> visibleLabels(const QWidget& window) {
   std::vector<std::string> texts;
   for (const QLabel* label : labels) texts.push_back(label->text().toStdString());
   return texts;
+}
+
+QLabel& shownLabel(const QWidget& window, const std::string& text) {
+  for (QLabel* const label : window.findChildren<QLabel*>()) {
+    if (label->isVisible() && label->text().toStdString() == text) return *label;
+  }
+  throw std::runtime_error("no label says " + text);
+}
+
+std::vector<int> gaps(const QWidget& column) {
+  std::vector<int> free;
+  int end = 0;
+  for (int i = 0; i < column.layout()->count(); ++i) {
+    const QLayoutItem& item = *column.layout()->itemAt(i);
+    if (item.isEmpty()) continue;
+    free.push_back(item.geometry().top() - end);
+    end = item.geometry().bottom() + 1;
+  }
+  free.push_back(column.height() - end);
+  return free;
 }
 
 void activate(QWidget& window) {

@@ -4,12 +4,14 @@
 #include <QAction>
 #include <QComboBox>
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QTextBlock>
 #include <QTextLayout>
 
+#include "platform/linux/panel_look.h"
 #include "tests/platform/linux/panel_fixture.h"
 #include "tests/support/fake_user_defaults.h"
 
@@ -84,6 +86,12 @@ TEST_F(QuickNotePanelTest, ReadsLikeTheFormTopToBottom) {
       (std::vector<std::string>{"What did you do? One line is enough.", "Minutes — you set this.",
                                 "2 queued — will retry", "Caught — confirm or skip",
                                 "Lena · ~12m · 2024-05-02", "+ 2 more in the menu bar"}));
+  const auto top = [this](const QWidget& of) { return of.mapTo(&window(), QPoint()).y(); };
+  const int placeholder = top(shownLabel(window(), "What did you do? One line is enough."));
+  EXPECT_LT(top(chooser()), top(note()));
+  EXPECT_LT(top(note()), placeholder);
+  EXPECT_LT(placeholder, top(button("15")));
+  EXPECT_LT(top(button("15")), top(shownLabel(window(), "Minutes — you set this.")));
 }
 
 TEST_F(QuickNotePanelTest, ChoosesTheParticipantItIsTold) {
@@ -297,6 +305,41 @@ TEST_F(QuickNotePanelTest, IsAsWideAsItsContentsAndInsets) {
   EXPECT_EQ(window().width(), 296 + 2 * 12);
   EXPECT_EQ(note().height(), 56);
   EXPECT_EQ(note().width(), 296);
+}
+
+TEST_F(QuickNotePanelTest, KeepsTheDistancesOfItsForm) {
+  panel_.setStatus("2 queued — will retry");
+  panel_.setCaught({row("Lena"), row("Tobias")}, "+ 2 more in the menu bar");
+  panel_.fitToContents();
+  activate(window());
+  EXPECT_EQ(gaps(window()), (std::vector<int>{12, 8, 8, 8, 8, 8, 8, 8, 12}));
+  EXPECT_EQ(gaps(*button("Log Lena").parentWidget()->parentWidget()),
+            (std::vector<int>{0, 4, 4, 0}));
+  EXPECT_EQ(button("Skip Lena").x() - button("Log Lena").geometry().right() - 1, 6);
+  const QLabel& status = shownLabel(window(), "2 queued — will retry");
+  EXPECT_EQ(status.x() - button("Send to VELK").geometry().right() - 1, 8);
+  EXPECT_EQ(note().verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+  EXPECT_EQ(note().viewport()->mapToParent(note().cursorRect().topLeft()), QPoint(2 + 4, 2 + 6));
+}
+
+TEST_F(QuickNotePanelTest, SetsEachTextInItsSizeAndShade) {
+  panel_.setStatus("2 queued — will retry");
+  panel_.setCaught({row("Lena")}, "+ 2 more in the menu bar");
+  activate(window());
+  const auto expectLook = [this](const char* text, int size, int weight, Tint tint) {
+    const QLabel& label = shownLabel(window(), text);
+    EXPECT_EQ(label.font().pixelSize(), size) << text;
+    EXPECT_EQ(label.font().weight(), weight) << text;
+    EXPECT_EQ(label.palette().color(QPalette::WindowText), tinted(window().palette(), tint))
+        << text;
+  };
+  expectLook("What did you do? One line is enough.", 11, QFont::Normal, Tint::tertiary);
+  expectLook("Minutes — you set this.", 10, QFont::Normal, Tint::secondary);
+  expectLook("2 queued — will retry", 10, QFont::Normal, Tint::secondary);
+  expectLook("Caught — confirm or skip", 11, QFont::Bold, Tint::secondary);
+  expectLook("Lena", 11, QFont::Normal, Tint::primary);
+  expectLook("+ 2 more in the menu bar", 10, QFont::Normal, Tint::tertiary);
+  EXPECT_EQ(note().font().pixelSize(), 13);
 }
 
 TEST_F(QuickNotePanelTest, ToleratesARowThatGoesWhileItsButtonIsPressed) {
