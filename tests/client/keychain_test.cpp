@@ -173,6 +173,13 @@ TEST_F(LockedKeychainTest, ARemovalWaitsAsWell) {
   EXPECT_EQ(store.refreshToken(), std::nullopt);
 }
 
+TEST_F(LockedKeychainTest, ATokenToBeRemovedDoesNotComeBackWhenOthersOpenTheStore) {
+  keychain->keychainDelete();
+  store.locked = false;
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_FALSE(keychain->holdsToken());
+}
+
 TEST_F(LockedKeychainTest, ATokenSavedAfterARemovalIsTheOneThatStays) {
   keychain->keychainDelete();
   keychain->keychainSave("U");

@@ -51,6 +51,8 @@ TEST_F(OutboxTest, ANoteShowsInMenuAndWidgetWhileItWaits) {
   EXPECT_NE(statusItem().find("1 note waiting to send to VELK"), nullptr);
   EXPECT_EQ(statusItem().title, " VELK (1)");
   EXPECT_EQ(widget().status, "1 queued — will retry");
+  app().rebuildMenu();
+  EXPECT_EQ(statusItem().title, " VELK (1)") << "on its way it counts as well";
 }
 
 TEST_F(OutboxTest, ANoteIsSentAtOnce) {

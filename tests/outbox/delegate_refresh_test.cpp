@@ -203,7 +203,8 @@ TEST_F(RefreshingTest, ASecondExpiryShowsTheSamePanelAndLeavesTheKeyboard) {
   service.backend.revokeTokens();
   restart();
   signInPanel().type("ada@velk.example", "half a passw");
-  const auto* const panel = &signInPanel();
+  auto* const panel = &signInPanel();
+  panel->orderOut();
   app().handleApiFailure(VELKError::sessionExpired(), "x");
   EXPECT_EQ(&signInPanel(), panel);
   EXPECT_TRUE(signInPanel().visible);
