@@ -12,7 +12,7 @@ namespace notewick {
 /// The refresh token in the system's secret store, and what happens while that store is locked. A
 /// locked store with our token in it is not "signed out": the user is asked to open it, and what
 /// has to be written meanwhile waits in memory. A store that the user refused to open counts as
-/// empty until the next sign-in command. Main thread; write failures are swallowed.
+/// empty until the next command to sign in or out. Main thread; write failures are swallowed.
 class Keychain : public std::enable_shared_from_this<Keychain> {
  public:
   explicit Keychain(SecretStore& store) : store_(store) {}

@@ -43,6 +43,7 @@ void AppDelegate::handleApiFailure(const VELKError& error, const std::string& co
 }
 
 void AppDelegate::menuSignOut() {
+  VELKClient::shared().keychain().forgetRefusal();
   VELKClient::shared().signOut();
   setParticipants({});
   saveJSON(ports().files, participantsCache(), participants);

@@ -210,6 +210,17 @@ TEST_F(LockedStoreTest, SigningOutTakesTheTokenAwayWhenTheStoreOpens) {
   EXPECT_THAT(service.requests, IsEmpty());
 }
 
+TEST_F(LockedStoreTest, SigningOutAsksForTheStoreAlsoAfterARefusal) {
+  secrets.userAnswers(false);
+  signInWithPanel();
+  statusItem().choose("Sign out of VELK");
+  EXPECT_EQ(secrets.unlockRequests, 2u);
+  secrets.userAnswers(true);
+  EXPECT_EQ(secrets.refreshToken(), std::nullopt) << "nor does the token of before come back";
+  restart();
+  EXPECT_EQ(statusItem().lines()[0], "Sign in to VELK…");
+}
+
 TEST_F(LockedStoreTest, ADismissalAfterASignInOpensNoPanel) {
   statusItem().choose("Sign out of VELK");
   signInWithPanel();
