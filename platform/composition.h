@@ -10,7 +10,7 @@ namespace notewick {
 /// The composition root: makes every body of this platform, once, and registers them. Cheap:
 /// nothing is connected, shown or read before it is used, so that a self-test costs nothing. What
 /// it gives owns them all; the process entry lets go of it last.
-[[nodiscard]] std::shared_ptr<void> makePlatform(int& argc, char** argv);
+[[nodiscard]] std::shared_ptr<void> makePlatform(char** argv);
 
 /// The shared application object, made on first use; owned by what `makePlatform` gave.
 [[nodiscard]] Application& sharedApplication();

@@ -95,7 +95,7 @@ QtApplication::UntimelyExit::~UntimelyExit() {
   isAlive_ = false;
 }
 
-QtApplication::QtApplication(int& argc, char** argv) : application_(startToolkit(argc, argv)) {
+QtApplication::QtApplication(char** argv) : application_(startToolkit(argumentCount_, argv)) {
   QObject::connect(
       application_.get(), &QGuiApplication::saveStateRequest, application_.get(),
       [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },

@@ -18,8 +18,9 @@ namespace notewick {
 /// does losing the display later.
 class QtApplication final : public Application {
  public:
-  /// `argc` and `argv` must stay alive as long as the object.
-  QtApplication(int& argc, char** argv);
+  /// `argv` begins with the program's name, which is all that is looked at: the toolkit knows
+  /// arguments of its own, this program none of them. It must stay alive as long as the object.
+  explicit QtApplication(char** argv);
 
   /// Nothing to do here: no window of the program ever asks for a place in the task bar.
   void becomeAccessory() override {}
@@ -41,6 +42,7 @@ class QtApplication final : public Application {
     inline static bool isAlive_ = false;
   };
 
+  int argumentCount_ = 1;
   UntimelyExit untimelyExit_;
   std::unique_ptr<QApplication> application_;
 };

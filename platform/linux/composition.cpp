@@ -22,9 +22,8 @@ namespace {
 /// Everything that the Linux desktop does for the program. The application object comes first, and
 /// goes last: the others may hold what belongs to it.
 struct LinuxPlatform {
-  LinuxPlatform(int& count, char** values) : argc(count), argv(values) {}
+  explicit LinuxPlatform(char** arguments) : argv(arguments) {}
 
-  int& argc;
   char** argv;
   std::unique_ptr<QtApplication> application;
   std::unique_ptr<ColourScheme> colours;
@@ -44,8 +43,8 @@ LinuxPlatform* platform = nullptr;
 
 }  // namespace
 
-std::shared_ptr<void> makePlatform(int& argc, char** argv) {
-  const auto owner = std::make_shared<LinuxPlatform>(argc, argv);
+std::shared_ptr<void> makePlatform(char** argv) {
+  const auto owner = std::make_shared<LinuxPlatform>(argv);
   LinuxPlatform& made = *owner;
   platform = &made;
   registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
@@ -59,7 +58,7 @@ std::shared_ptr<void> makePlatform(int& argc, char** argv) {
 Application& sharedApplication() {
   auto& application = platform->application;
   if (!application) {
-    application = std::make_unique<QtApplication>(platform->argc, platform->argv);
+    application = std::make_unique<QtApplication>(platform->argv);
     platform->colours = std::make_unique<ColourScheme>();
   }
   return *application;

@@ -39,7 +39,7 @@ MacosPlatform* platform = nullptr;
 
 }  // namespace
 
-std::shared_ptr<void> makePlatform(int&, char**) {
+std::shared_ptr<void> makePlatform(char**) {
   const auto owner = std::make_shared<MacosPlatform>();
   MacosPlatform& made = *owner;
   platform = &made;

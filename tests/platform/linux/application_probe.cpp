@@ -33,8 +33,8 @@ class Delegate : public notewick::ApplicationDelegate {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  notewick::QtApplication application(argc, argv);
+int main(int, char** argv) {
+  notewick::QtApplication application(argv);
   application.becomeAccessory();
   const auto delegate = std::make_shared<Delegate>();
   const int status = application.run(delegate);

@@ -27,6 +27,7 @@ class QtApplicationTest : public testing::Test {
     std::vector<std::string> command{"env"};
     command.insert(command.end(), changes.begin(), changes.end());
     command.push_back(program_);
+    command.insert(command.end(), arguments_.begin(), arguments_.end());
     return started_.emplace_back(command);
   }
 
@@ -37,6 +38,7 @@ class QtApplicationTest : public testing::Test {
   }
 
   std::string program_ = APPLICATION_PROBE;
+  std::vector<std::string> arguments_;
   std::list<ChildProcess> started_;
 };
 
@@ -122,6 +124,11 @@ TEST_F(QtApplicationTest, ChoosesXWaylandForItselfAndNotForWhatItStarts) {
 TEST_F(QtApplicationTest, LeavesTheChoiceOfThePlatformToTheUser) {
   EXPECT_EQ(start({"DISPLAY=:1", "QT_QPA_PLATFORM=offscreen"}).readLine(),
             "launched on offscreen, for children too");
+}
+
+TEST_F(QtApplicationTest, IgnoresTheArgumentsThatTheToolkitKnows) {
+  arguments_ = {"-platform", "nothing-of-this-kind", "-style", "nothing-of-this-kind"};
+  EXPECT_EQ(start().readLine(), "launched on offscreen, for children too");
 }
 
 TEST_F(QtApplicationTest, NumbersAreReadTheSameWhateverTheLocale) {
