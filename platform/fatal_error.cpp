@@ -1,5 +1,6 @@
 #include "platform/fatal_error.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -7,8 +8,10 @@
 namespace notewick {
 
 void fatalError(std::string_view message) {
-  const std::string line = "notewick: " + std::string(message) + "\n";
-  std::fputs(line.c_str(), stderr);
+  std::string line(message);
+  std::ranges::replace_if(
+      line, [](unsigned char character) { return character < ' '; }, ' ');
+  std::fputs(("notewick: " + line + "\n").c_str(), stderr);
   std::_Exit(EXIT_FAILURE);
 }
 

@@ -12,6 +12,11 @@ TEST(FatalErrorDeathTest, TellsOneLineAndEndsTheProcess) {
   EXPECT_EXIT(fatalError("no way"), testing::ExitedWithCode(1), "^notewick: no way\n$");
 }
 
+TEST(FatalErrorDeathTest, StaysOnOneLineWhateverItQuotes) {
+  EXPECT_EXIT(fatalError(std::string_view("a\nb\r\0c", 6)), testing::ExitedWithCode(1),
+              "^notewick: a b  c\n$");
+}
+
 TEST(CheckedSum, AddsWhatFits) {
   EXPECT_EQ(checkedSum<std::int64_t>(2, -3), -1);
   EXPECT_EQ(checkedSum<std::size_t>(2, 3), 5u);
