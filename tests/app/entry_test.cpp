@@ -39,7 +39,7 @@ TEST_F(EntryTest, TheSelfTestStartsNothingAndTouchesNoFile) {
   EXPECT_EQ(fakeApplication().runs, runsBefore);
   EXPECT_EQ(views.statusItem, nullptr);
   EXPECT_EQ(views.signIn, nullptr);
-  EXPECT_THAT(files.log, IsEmpty());
+  EXPECT_THAT(deeds, IsEmpty());
   EXPECT_FALSE(files.folderExists(SUPPORT_DIR));
   EXPECT_THAT(loop.runningTimers(), IsEmpty());
 }

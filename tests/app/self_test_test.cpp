@@ -39,7 +39,7 @@ TEST_F(SelfTestTest, ShowsTheBaseUrlInForce) {
 
 TEST_F(SelfTestTest, TouchesNothing) {
   EXPECT_EQ(output().size(), 6u);
-  EXPECT_THAT(files.log, IsEmpty());
+  EXPECT_THAT(deeds, IsEmpty());
   EXPECT_THAT(service.requests, IsEmpty());
 }
 

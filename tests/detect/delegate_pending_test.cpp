@@ -46,6 +46,15 @@ TEST_F(PromotionTest, SavesThePendingAndShowsItInMenuAndWidget) {
   EXPECT_THAT(widget().rowTexts(), ElementsAre("Lena O'Keefe · ~2m · 2024-05-02"));
 }
 
+TEST_F(PromotionTest, SavesThenShowsThenTells) {
+  deeds.clear();
+  promotes("Lena O'Keefe");
+  EXPECT_THAT(newDeeds(), ElementsAre("replace pending.json", "menu", "widget",
+                                      "notify Log it? — Lena O'Keefe"));
+  app().removePending(FakeUuidSource::nth(1));
+  EXPECT_THAT(newDeeds(), ElementsAre("replace pending.json", "menu", "widget"));
+}
+
 TEST_F(PromotionTest, AsksTheUserToConfirmIt) {
   promotes("Lena O'Keefe", 5);
   EXPECT_THAT(notifier.shown,

@@ -67,10 +67,10 @@ TEST_F(WatchLogTest, ALineFeedInAMessageIsWrittenAsItIs) {
 
 TEST_F(WatchLogTest, TheFirstLineGoesThroughATemporaryFile) {
   ensureDirs();
-  files.log.clear();
+  deeds.clear();
   appendLine("first", other);
   appendLine("second", other);
-  EXPECT_THAT(files.log, ElementsAre("replace atomically " + other, "append " + other));
+  EXPECT_THAT(deeds, ElementsAre("replace atomically " + other, "append " + other));
 }
 
 TEST_F(WatchLogTest, AnEntryIsLostWhenTheFolderIsGone) {

@@ -30,7 +30,8 @@ class LocalStoreTest : public testing::Test {
     return list;
   }
 
-  FakeFiles files{"/home/ada"};
+  Deeds deeds;
+  FakeFiles files{"/home/ada", deeds};
   const std::vector<Participant> kept = {{"9", "Was", "There"}};
 };
 
@@ -78,7 +79,7 @@ TEST_F(LocalStoreTest, LoadingWritesNothing) {
 
 TEST_F(LocalStoreTest, SavesInPlaceInOneCall) {
   saveJSON(files, participantsCache(), kept);
-  EXPECT_THAT(files.log, ElementsAre("replace " + participantsCache()));
+  EXPECT_THAT(deeds, ElementsAre("replace " + participantsCache()));
 }
 
 TEST_F(LocalStoreTest, WhatWasSavedIsLoaded) {

@@ -36,6 +36,17 @@ TEST_F(OutboxTest, ANoteIsStoredBeforeItIsSent) {
   EXPECT_EQ(item.lastError, std::nullopt);
 }
 
+TEST_F(OutboxTest, IsSavedThenShownThenTold) {
+  deeds.clear();
+  sends("Phoned");
+  EXPECT_THAT(newDeeds(),
+              ElementsAre("replace outbox.json", "replace atomically captures-2024-05-02.log",
+                          "menu", "widget"));
+  loop.runPosted();
+  EXPECT_THAT(newDeeds(), ElementsAre("replace outbox.json", "menu", "widget",
+                                      "notify Captured — Tobias Hargreave"));
+}
+
 TEST_F(OutboxTest, NewNotesGoToTheEnd) {
   service.isUnreachable("offline");
   sends("first");

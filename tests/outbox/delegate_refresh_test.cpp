@@ -67,6 +67,14 @@ TEST_F(RefreshingTest, ARefreshByTheUserTellsTheNumber) {
               ElementsAre(Notification{"VELK Notewick", "Watching for work on 12 participants."}));
 }
 
+TEST_F(RefreshingTest, TheListIsSavedThenShownThenTold) {
+  statusItem().choose("Hide floating widget");
+  deeds.clear();
+  reload();
+  EXPECT_THAT(newDeeds(),
+              ElementsAre("replace participants.json", "menu", "widget", "notify VELK Notewick"));
+}
+
 TEST_F(RefreshingTest, ThePluralIsUsedForEveryCount) {
   for (const int count : {0, 1}) {
     knows(names(count));
@@ -275,6 +283,12 @@ TEST_F(SigningOutTest, ForgetsTokensUserAndParticipants) {
   EXPECT_THAT(app().participants, IsEmpty());
   EXPECT_EQ(parseJson(text("participants.json")), json::array());
   EXPECT_THAT(service.requests, IsEmpty()) << "the service is not told";
+}
+
+TEST_F(SigningOutTest, SavesTheEmptyListThenShowsIt) {
+  deeds.clear();
+  signOut();
+  EXPECT_THAT(newDeeds(), ElementsAre("replace participants.json", "menu", "sign-in panel"));
 }
 
 TEST_F(SigningOutTest, KeepsPendingsNotesAndSessions) {

@@ -3,12 +3,15 @@
 #include <deque>
 
 #include "platform/accessibility.h"
+#include "tests/support/deeds.h"
 
 namespace notewick {
 
 /// Trust that a test gives and takes, and how often it was asked for.
 class FakeAccessibility : public Accessibility {
  public:
+  explicit FakeAccessibility(Deeds& deeds) : deeds_(deeds) {}
+
   bool isTrusted() override {
     ++queries;
     if (!nextAnswers.empty()) {
@@ -20,6 +23,7 @@ class FakeAccessibility : public Accessibility {
   bool isTrustedWithPrompt() override {
     if (!trusted) ++prompts;
     ++promptingQueries;
+    deeds_.push_back("ask for trust");
     return trusted;
   }
   [[nodiscard]] TrustRemedy remedy() const override { return trustRemedy; }
@@ -30,6 +34,9 @@ class FakeAccessibility : public Accessibility {
   int promptingQueries = 0;      ///< queries that may ask the user
   int prompts = 0;               ///< questions the user saw
   std::deque<bool> nextAnswers;  ///< what the next queries find, before `trusted` stays
+
+ private:
+  Deeds& deeds_;
 };
 
 }  // namespace notewick

@@ -12,14 +12,14 @@ std::string parentOf(const std::string& path) {
 }  // namespace
 
 bool FakeFiles::createFolders(const std::string& path) {
-  log.push_back("create folders " + path);
+  deeds_.push_back("create folders " + path);
   if (failWrites) return folderExists(path);
   createFoldersSilently(path);
   return true;
 }
 
 std::optional<std::string> FakeFiles::read(const std::string& path) {
-  log.push_back("read " + path);
+  deeds_.push_back("read " + path);
   return unreadable.contains(path) ? std::nullopt : contents(path);
 }
 
@@ -29,24 +29,24 @@ std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
 }
 
 bool FakeFiles::replaceInPlace(const std::string& path, std::string_view text) {
-  log.push_back("replace " + path);
+  deeds_.push_back("replace " + path);
   return replace(path, text);
 }
 
 bool FakeFiles::replaceAtomically(const std::string& path, std::string_view text) {
-  log.push_back("replace atomically " + path);
+  deeds_.push_back("replace atomically " + path);
   return replace(path, text);
 }
 
 bool FakeFiles::append(const std::string& path, std::string_view text) {
-  log.push_back("append " + path);
+  deeds_.push_back("append " + path);
   if (!writable(path) || !files_.contains(path)) return false;
   files_[path] += text;
   return true;
 }
 
 bool FakeFiles::remove(const std::string& path) {
-  log.push_back("remove " + path);
+  deeds_.push_back("remove " + path);
   return !failWrites && files_.erase(path) > 0;
 }
 
@@ -75,7 +75,7 @@ std::vector<std::string> FakeFiles::paths() const {
 }
 
 std::size_t FakeFiles::writesTo(const std::string& path) const {
-  return std::size_t(std::ranges::count_if(log, [&](const std::string& entry) {
+  return std::size_t(std::ranges::count_if(deeds_, [&](const std::string& entry) {
     return !entry.starts_with("read ") && entry.ends_with(" " + path);
   }));
 }

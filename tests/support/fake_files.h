@@ -6,14 +6,17 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "tests/support/deeds.h"
 
 namespace notewick {
 
 /// Files in memory. A file can only be made in a folder that exists. Everything asked of it stands
-/// in `log`, one line each: "read /a/b", "replace /a/b", "append /a/b", ...
+/// in the deeds: "read /a/b", "replace /a/b", "append /a/b", ...
 class FakeFiles : public Files {
  public:
-  explicit FakeFiles(std::string home) : home_(std::move(home)) { createFoldersSilently(home_); }
+  FakeFiles(std::string home, Deeds& deeds) : home_(std::move(home)), deeds_(deeds) {
+    createFoldersSilently(home_);
+  }
 
   [[nodiscard]] std::string homeFolder() const override { return home_; }
   bool createFolders(const std::string& path) override;
@@ -24,9 +27,9 @@ class FakeFiles : public Files {
   bool append(const std::string& path, std::string_view text) override;
   bool remove(const std::string& path) override;
 
-  /// What a file holds, without leaving a trace in the log; absent when there is none.
+  /// What a file holds, without leaving a trace in the deeds; absent when there is none.
   [[nodiscard]] std::optional<std::string> contents(const std::string& path) const;
-  /// Puts a file there with the folders above it, without leaving a trace in the log.
+  /// Puts a file there with the folders above it, without leaving a trace in the deeds.
   void put(const std::string& path, const std::string& text);
   /// Takes a folder away with everything in it, as a user might.
   void removeFolder(const std::string& path);
@@ -37,7 +40,6 @@ class FakeFiles : public Files {
 
   bool failWrites = false;           ///< the disk is full
   std::set<std::string> unreadable;  ///< files that are there and cannot be read, written or sized
-  std::vector<std::string> log;
 
  private:
   void createFoldersSilently(const std::string& path);
@@ -45,6 +47,7 @@ class FakeFiles : public Files {
   bool replace(const std::string& path, std::string_view text);
 
   std::string home_;
+  Deeds& deeds_;
   std::map<std::string, std::string> files_;
   std::set<std::string> folders_;
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/notifier.h"
+#include "tests/support/deeds.h"
 
 namespace notewick {
 
@@ -21,11 +22,17 @@ struct Notification {
 /// Keeps what was shown, in order.
 class FakeNotifier : public Notifier {
  public:
+  explicit FakeNotifier(Deeds& deeds) : deeds_(deeds) {}
+
   void show(const std::string& title, const std::string& body) override {
     shown.push_back({title, body});
+    deeds_.push_back("notify " + title);
   }
 
   std::vector<Notification> shown;
+
+ private:
+  Deeds& deeds_;
 };
 
 }  // namespace notewick

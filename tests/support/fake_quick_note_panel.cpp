@@ -30,6 +30,7 @@ void FakeQuickNotePanel::setCaught(const std::vector<CaughtRow>& newRows,
                                    const std::optional<std::string>& newMore) {
   rows = newRows;
   more = newMore;
+  views_.deeds.push_back("widget");
 }
 
 bool FakeQuickNotePanel::applySavedFrame() {

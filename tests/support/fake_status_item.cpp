@@ -19,6 +19,12 @@ FakeStatusItem::~FakeStatusItem() {
   views_.forget(this);
 }
 
+void FakeStatusItem::setMenu(const Menu& newMenu) {
+  menu = newMenu;
+  ++menusSet;
+  views_.deeds.push_back("menu");
+}
+
 void FakeStatusItem::choose(const std::string& itemTitle) {
   const auto* const item = find(itemTitle);
   if (item && item->enabled())

@@ -19,10 +19,7 @@ class FakeStatusItem : public StatusItem {
   ~FakeStatusItem() override;
 
   void setTitle(const std::string& text) override { title = text; }
-  void setMenu(const Menu& newMenu) override {
-    menu = newMenu;
-    ++menusSet;
-  }
+  void setMenu(const Menu& newMenu) override;
 
   /// The user chooses the enabled item with this title; a test failure when there is none.
   void choose(const std::string& itemTitle);

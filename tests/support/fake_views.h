@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/views.h"
+#include "tests/support/deeds.h"
 #include "tests/support/fake_quick_note_panel.h"
 #include "tests/support/fake_sign_in_panel.h"
 #include "tests/support/fake_status_item.h"
@@ -12,12 +13,16 @@ namespace notewick {
 /// Makes the views and shows a test the ones that exist now.
 class FakeViews : public Views {
  public:
+  explicit FakeViews(Deeds& shared) : deeds(shared) {}
+
   [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(
       const StatusItemAppearance& appearance, std::weak_ptr<StatusItemTarget> target) override;
   [[nodiscard]] std::unique_ptr<QuickNotePanel> makeQuickNotePanel(
       const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate) override;
   [[nodiscard]] std::unique_ptr<SignInPanel> makeSignInPanel(
       const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate) override;
+
+  Deeds& deeds;
 
   // The newest view of its kind; null when it does not exist (any longer).
   FakeStatusItem* statusItem = nullptr;

@@ -2,6 +2,7 @@
 
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "app/app_delegate.h"
 #include "app/constants.h"
@@ -90,6 +91,14 @@ FakeStatusItem& World::statusItem() const {
 
 std::string World::supportFile(const std::string& name) {
   return SUPPORT_DIR + "/" + name;
+}
+
+Deeds World::newDeeds() {
+  Deeds news = std::exchange(deeds, {});
+  for (auto& deed : news)
+    if (const auto folder = deed.find(SUPPORT_DIR + "/"); folder != std::string::npos)
+      deed.erase(folder, SUPPORT_DIR.size() + 1);
+  return news;
 }
 
 std::string World::text(const std::string& name) const {

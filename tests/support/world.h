@@ -8,6 +8,7 @@
 
 #include "model/records.h"
 #include "platform/ports.h"
+#include "tests/support/deeds.h"
 #include "tests/support/fake_accessibility.h"
 #include "tests/support/fake_application.h"
 #include "tests/support/fake_clock.h"
@@ -80,17 +81,23 @@ class World {
   /// The titles of the notifications so far.
   [[nodiscard]] std::vector<std::string> notificationTitles() const;
 
+  /// What the program did: files (see `FakeFiles`), "status item", "menu", "widget", "sign-in
+  /// panel", "ask for trust", and notifications by their titles, "notify Captured — Lena O'Keefe".
+  Deeds deeds;
+  /// Those since the last call, with files of the support folder by their names alone.
+  [[nodiscard]] Deeds newDeeds();
+
   FakeClock clock;
   FakeMainLoop loop{clock};
-  FakeFiles files{"/home/ada"};
+  FakeFiles files{"/home/ada", deeds};
   FakeUserDefaults defaults;
   FakeSecretStore secrets{loop};
-  FakeNotifier notifier;
+  FakeNotifier notifier{deeds};
   FakeWorkspace workspace;
-  FakeAccessibility accessibility;
+  FakeAccessibility accessibility{deeds};
   FakeScreen screen;
   FakeUuidSource uuids;
-  FakeViews views;
+  FakeViews views{deeds};
   FakeService service{loop, clock};
 };
 

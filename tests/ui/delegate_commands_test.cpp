@@ -206,9 +206,10 @@ const Notification WILL_START = {"VELK Notewick", "Will start automatically at l
 
 TEST_F(CommandTest, StartAtLoginWritesTheLaunchAgentAtomically) {
   files.put("/home/ada/Library/LaunchAgents/other.plist", "");
+  deeds.clear();
   statusItem().choose("Start at login");
   EXPECT_EQ(files.contents(AGENT), launchAgentText("/Applications/VELK Notewick.app"));
-  EXPECT_EQ(files.log.back(), "replace atomically " + AGENT);
+  EXPECT_THAT(deeds, ElementsAre("replace atomically " + AGENT, "notify VELK Notewick"));
   EXPECT_THAT(notifier.shown, ElementsAre(WILL_START));
 }
 
