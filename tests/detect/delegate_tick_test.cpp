@@ -226,6 +226,13 @@ TEST_F(TickTest, ANameInTheApplicationAloneIsSeen) {
   EXPECT_THAT(session("Tobias Hargreave").evidence, ElementsAre("Inbox"));
 }
 
+TEST_F(TickTest, TitlesAreJoinedByABarBetweenBlanks) {
+  service.backend.participants = {{"1", "Inbox", "| Drafts"}};
+  restart();
+  sees({"Inbox", "Drafts"});
+  EXPECT_TRUE(hasSession("Inbox | Drafts"));
+}
+
 TEST_F(TickTest, NamesakesShareOneSessionThatCountsBoth) {
   watches({"Lena O'Keefe", "Lena O'Keefe"});
   sees({"Lena O'Keefe"});
@@ -322,6 +329,16 @@ TEST_F(TickTest, KeepsSessionAcrossAGapOfExactlyTenMinutes) {
   EXPECT_EQ(clock.now() - first, Date(600));
   EXPECT_EQ(session("Tobias Hargreave").sightings, 2);
   EXPECT_EQ(session("Tobias Hargreave").firstSeen, first);
+}
+
+TEST_F(TickTest, ASampleIsOneMomentHoweverLongTheReadingTakes) {
+  seesTobias();
+  looksElsewhere(585);
+  screen.whileReading = [this] { clock.set(clock.now() + Date(0.25)); };
+  const auto moment = clock.now() + Date(15);
+  sees({"Lena O'Keefe"});
+  EXPECT_EQ(session("Lena O'Keefe").firstSeen, moment);
+  EXPECT_TRUE(hasSession("Tobias Hargreave")) << "not seen for exactly ten minutes";
 }
 
 TEST_F(TickTest, AReturnInTheSampleThatWouldEndASessionContinuesIt) {

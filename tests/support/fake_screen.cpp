@@ -43,6 +43,7 @@ class FakeScreenApplication : public ScreenApplication {
 
 std::unique_ptr<ScreenApplication> FakeScreen::frontmostApplication() {
   ++applicationReads;
+  if (whileReading) whileReading();
   if (!application_) return nullptr;
   return std::make_unique<FakeScreenApplication>(*this, *application_);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,8 +34,9 @@ class FakeScreen : public Screen {
   /// After so many more attribute reads every window is gone and all reads fail.
   void vanishAfter(std::size_t reads) { readsLeft_ = reads; }
 
-  std::size_t applicationReads = 0;  ///< how often the frontmost application was asked for
-  std::size_t attributeReads = 0;    ///< reads of the focused window, the window list and titles
+  std::function<void()> whileReading;  ///< what happens in the meantime; may be absent
+  std::size_t applicationReads = 0;    ///< how often the frontmost application was asked for
+  std::size_t attributeReads = 0;      ///< reads of the focused window, the window list and titles
 
  private:
   friend class FakeScreenApplication;
