@@ -1,10 +1,6 @@
 #!/usr/bin/python3
 """The program on a Wayland desktop, as an ordinary user. Runs in a sway-session."""
 
-import contextlib
-import os
-import signal
-import time
 import unittest
 
 import desk
@@ -12,18 +8,6 @@ from desk import screen
 from desk.story import Story
 
 SESSION_ENDS = 25  # seconds; ten minutes of the fast clock are ten
-
-
-@contextlib.contextmanager
-def slow_compositor():
-    """One that does nothing at first, and half a second after what is done meanwhile."""
-    sway = int(os.environ["SWAYSOCK"].split(".")[-2])
-    os.kill(sway, signal.SIGSTOP)
-    try:
-        yield
-        time.sleep(0.5)
-    finally:
-        os.kill(sway, signal.SIGCONT)
 
 
 class OnWayland(Story):
@@ -92,7 +76,7 @@ class TheWidgetOnWayland(OnWayland):
         program.widget.wait_until_hidden()
         work = desk.zenity("the user's work").window()
         work.focus()
-        with slow_compositor():
+        with desk.windows.slow_manager():
             program.choose("Show floating widget")
         desk.wait_until(lambda: program.widget.window.is_floating, what="the widget floating")
         self.assertTrue(work.is_active)

@@ -1,4 +1,4 @@
-"""Waiting for conditions; the one place that sleeps."""
+"""Waiting for conditions."""
 
 import os
 import subprocess

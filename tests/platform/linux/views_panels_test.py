@@ -1,9 +1,7 @@
 """The panels as a window manager, a keyboard and a screen reader meet them."""
 
-import contextlib
 import os
 import re
-import signal
 import subprocess
 import time
 import unittest
@@ -54,18 +52,6 @@ def brightness_of(window):
     """The mean of all its pixels, from 0 to 255."""
     picture = ["import", "-window", window.number, "-colorspace", "Gray", "-resize", "1x1!", "-depth", "8", "gray:-"]
     return subprocess.run(picture, capture_output=True, check=True).stdout[0]
-
-
-@contextlib.contextmanager
-def slow_window_manager():
-    """One that does nothing at first, and half a second after what is done meanwhile."""
-    manager = int(os.environ["NOTEWICK_SESSION_WINDOW_MANAGER"])
-    os.kill(manager, signal.SIGSTOP)
-    try:
-        yield
-        time.sleep(0.5)
-    finally:
-        os.kill(manager, signal.SIGCONT)
 
 
 class Panels(unittest.TestCase):
@@ -167,7 +153,7 @@ class TheQuickNotePanel(Panels):
 
     def test_comes_back_there_also_when_the_window_manager_is_slow(self):
         save_frame(700, 400, 320, 258)
-        with slow_window_manager():
+        with desk.windows.slow_manager():
             views = self.show("--quick")
             views.do("status waits for the window manager")
         self.wait_for_corner(views.window(), 1020, 658)
