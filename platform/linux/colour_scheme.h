@@ -20,6 +20,8 @@ class ColourScheme final : public QObject {
   ColourScheme();
 
  private slots:
+  /// Takes the message as it came: right after its first use the bus library may not know the types
+  /// of the arguments yet, and then leaves a slot with these types out without a word.
   void onSettingChanged(const QDBusMessage& signal);
 
  private:

@@ -16,6 +16,7 @@ class QtViews final : public Views {
   /// The panels keep their places in `userDefaults`.
   explicit QtViews(UserDefaults& userDefaults) : userDefaults_(userDefaults) {}
 
+  /// All windows of the program carry its symbol from then on.
   [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(
       const StatusItemAppearance& appearance, std::weak_ptr<StatusItemTarget> target) override;
   [[nodiscard]] std::unique_ptr<QuickNotePanel> makeQuickNotePanel(
