@@ -45,6 +45,7 @@ class AppDelegate : public ApplicationDelegate,
   // Launch: app/app_delegate.cpp
   void applicationDidFinishLaunching() override;
   void applicationReopened() override { logNow(); }
+  void applicationWillTerminate() override {}
 
   // Sampling and promotion: detect/
   void tick();

@@ -14,6 +14,10 @@ class ApplicationDelegate {
 
   /// The user started the program again while it runs.
   virtual void applicationReopened() = 0;
+
+  /// Called once, when the event loop ends because the user quits or logs out, or a signal asks the
+  /// program to end. Not called when the desktop goes away or the process is killed.
+  virtual void applicationWillTerminate() = 0;
 };
 
 /// The application object of the platform. Main thread.

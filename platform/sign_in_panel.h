@@ -35,6 +35,10 @@ class SignInPanel : public FloatingPanel {
   /// with the keyboard, and moves the focus into the e-mail field.
   virtual void present() = 0;
 
+  /// Puts the panel into the middle of the screen and shows it above the others. The keyboard stays
+  /// where it is.
+  virtual void presentQuietly() = 0;
+
   [[nodiscard]] virtual std::string email() const = 0;
   [[nodiscard]] virtual std::string password() const = 0;
 

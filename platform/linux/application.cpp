@@ -117,7 +117,9 @@ int QtApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
         if (const auto told = delegate.lock()) told->applicationDidFinishLaunching();
       },
       Qt::QueuedConnection);
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  if (const auto told = delegate.lock()) told->applicationWillTerminate();
+  return status;
 }
 
 }  // namespace notewick

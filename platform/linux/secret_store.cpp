@@ -65,6 +65,10 @@ bool opensLater(SecretServiceFailure failure) {
 SecretServiceStore::SecretServiceStore() = default;
 SecretServiceStore::~SecretServiceStore() = default;
 
+SecretState SecretServiceStore::state(const SecretKey& key) {
+  return load(key).state;
+}
+
 SecretLookup SecretServiceStore::load(const SecretKey& key) {
   const SecretServiceConversation service;
   const auto lookup =
@@ -104,6 +108,10 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
 void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {
   unlockCompletions_.push_back(std::move(completion));
   askToUnlock();
+}
+
+bool SecretServiceStore::watch(std::function<void()> /*changed*/) {
+  return false;
 }
 
 void SecretServiceStore::askToUnlock() {

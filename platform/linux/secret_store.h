@@ -30,10 +30,12 @@ class SecretServiceStore : public SecretStore {
   SecretServiceStore();
   ~SecretServiceStore() override;
 
+  [[nodiscard]] SecretState state(const SecretKey& key) override;
   [[nodiscard]] SecretLookup load(const SecretKey& key) override;
   SecretWrite save(const SecretKey& key, const std::string& secret) override;
   SecretWrite remove(const SecretKey& key) override;
   void unlock(std::function<void(bool opened)> completion) override;
+  bool watch(std::function<void()> changed) override;
 
  private:
   SecretWrite trySave(const SecretKey& key, const std::string& secret);

@@ -96,6 +96,11 @@ void QtSignInPanel::present() {
   email_->setFocus(Qt::OtherFocusReason);
 }
 
+void QtSignInPanel::presentQuietly() {
+  window_.place(middleOfScreen);
+  window_.orderFrontRegardless();
+}
+
 std::string QtSignInPanel::email() const {
   return email_->text().toStdString();
 }

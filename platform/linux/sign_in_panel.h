@@ -23,6 +23,7 @@ class QtSignInPanel final : public SignInPanel {
   void orderOut() override { window_.orderOut(); }
 
   void present() override;
+  void presentQuietly() override;
   [[nodiscard]] std::string email() const override;
   [[nodiscard]] std::string password() const override;
   void setError(const std::string& text) override;

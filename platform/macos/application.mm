@@ -26,6 +26,10 @@
   return NO;
 }
 
+- (void)applicationWillTerminate:(NSNotification*)notification {
+  if (const auto delegate = _delegate.lock()) delegate->applicationWillTerminate();
+}
+
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
   return YES;
 }

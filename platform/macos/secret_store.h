@@ -17,10 +17,13 @@ class KeychainSecretStore final : public SecretStore {
  public:
   explicit KeychainSecretStore(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
+  [[nodiscard]] SecretState state(const SecretKey& key) override;
   [[nodiscard]] SecretLookup load(const SecretKey& key) override;
   SecretWrite save(const SecretKey& key, const std::string& secret) override;
   SecretWrite remove(const SecretKey& key) override;
   void unlock(std::function<void(bool opened)> completion) override;
+  /// Changes made by others are not reported.
+  bool watch(std::function<void()> /*changed*/) override { return false; }
 
  private:
   [[nodiscard]] SecretWrite outcome(const SecretKey& key, int status);

@@ -57,6 +57,14 @@ bool openWithQuestions(const SecretKey& key) {
 
 }  // namespace
 
+SecretState KeychainSecretStore::state(const SecretKey& key) {
+  if (*asking_) return SecretState::locked;
+  allowQuestions(false);
+  const OSStatus status = SecItemCopyMatching((__bridge CFDictionaryRef)itemQuery(key), nullptr);
+  if (outcome(key, status) == SecretWrite::locked) return SecretState::locked;
+  return status == errSecSuccess ? SecretState::found : SecretState::absent;
+}
+
 SecretLookup KeychainSecretStore::load(const SecretKey& key) {
   if (*asking_) return {SecretState::locked, ""};
   allowQuestions(false);

@@ -21,6 +21,7 @@ class CocoaSignInPanel final : public CocoaPanel<SignInPanel> {
   CocoaSignInPanel(const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate);
 
   void present() override;
+  void presentQuietly() override;
   [[nodiscard]] std::string email() const override;
   [[nodiscard]] std::string password() const override;
   void setError(const std::string& text) override;

@@ -107,6 +107,11 @@ void CocoaSignInPanel::present() {
   [panel_ makeFirstResponder:email_];
 }
 
+void CocoaSignInPanel::presentQuietly() {
+  [panel_ center];
+  [panel_ orderFrontRegardless];
+}
+
 std::string CocoaSignInPanel::email() const { return utf8(email_.stringValue); }
 
 std::string CocoaSignInPanel::password() const { return utf8(password_.stringValue); }

@@ -15,6 +15,10 @@ void FakeApplication::startAgain() {
   if (const auto delegate = delegate_.lock()) delegate->applicationReopened();
 }
 
+void FakeApplication::terminate() {
+  if (const auto delegate = delegate_.lock()) delegate->applicationWillTerminate();
+}
+
 FakeApplication& fakeApplication() {
   static FakeApplication application;
   return application;

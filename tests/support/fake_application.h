@@ -16,6 +16,9 @@ class FakeApplication : public Application {
   /// The user starts the program a second time.
   void startAgain();
 
+  /// The user quits, or logs out.
+  void terminate();
+
   bool accessory = false;
   int runs = 0;
 

@@ -9,7 +9,15 @@ const std::pair<std::string, std::string> REFRESH_TOKEN{"tools.velk.notewick", "
 
 }  // namespace
 
+SecretState FakeSecretStore::state(const SecretKey& key) {
+  ++looks;
+  if (missing || !secrets_.contains({key.service, key.account})) return SecretState::absent;
+  return locked ? SecretState::locked : SecretState::found;
+}
+
 SecretLookup FakeSecretStore::load(const SecretKey& key) {
+  ++looks;
+  ++fetches;
   const auto secret = secrets_.find({key.service, key.account});
   if (missing || secret == secrets_.end()) return {SecretState::absent, ""};
   if (locked) return {SecretState::locked, ""};
@@ -21,6 +29,7 @@ SecretWrite FakeSecretStore::save(const SecretKey& key, const std::string& secre
   if (missing || failWrites) return SecretWrite::failed;
   if (locked) return SecretWrite::locked;
   secrets_[{key.service, key.account}] = secret;
+  report();
   return SecretWrite::done;
 }
 
@@ -29,6 +38,7 @@ SecretWrite FakeSecretStore::remove(const SecretKey& key) {
   if (missing || failWrites) return SecretWrite::failed;
   if (locked) return SecretWrite::locked;
   secrets_.erase({key.service, key.account});
+  report();
   return SecretWrite::done;
 }
 
@@ -37,12 +47,42 @@ void FakeSecretStore::unlock(std::function<void(bool opened)> completion) {
   questions_.push_back(std::move(completion));
 }
 
+bool FakeSecretStore::watch(std::function<void()> changed) {
+  if (reportsChanges) changed_ = std::move(changed);
+  return reportsChanges;
+}
+
+void FakeSecretStore::report() {
+  if (changed_) loop_.post(changed_);
+}
+
+void FakeSecretStore::othersOpen() {
+  locked = false;
+  report();
+  loop_.runPosted();
+}
+
+void FakeSecretStore::othersLock() {
+  locked = true;
+  report();
+  loop_.runPosted();
+}
+
+void FakeSecretStore::othersWrite(const std::string& token) {
+  setRefreshToken(token);
+  report();
+  loop_.runPosted();
+}
+
 void FakeSecretStore::userAnswers(bool open) {
   if (questions_.empty()) {
     ADD_FAILURE() << "nobody asked to open the secret store";
     return;
   }
-  if (open) locked = false;
+  if (open) {
+    locked = false;
+    report();
+  }
   loop_.post([completion = std::move(questions_.front()), open] { completion(open); });
   questions_.pop_front();
   loop_.runPosted();

@@ -17,6 +17,7 @@ class FakeSignInPanel : public FakePanel<SignInPanel, SignInPanelDelegate> {
   ~FakeSignInPanel() override;
 
   void present() override;
+  void presentQuietly() override { orderFrontRegardless(); }
   [[nodiscard]] std::string email() const override { return typedEmail; }
   [[nodiscard]] std::string password() const override { return typedPassword; }
   void setError(const std::string& text) override { error = text; }

@@ -29,6 +29,7 @@ class Delegate : public notewick::ApplicationDelegate {
   void applicationReopened() override {
     print("reopened " + notewick::DesktopWorkspace().bundlePath());
   }
+  void applicationWillTerminate() override { print("will terminate"); }
 };
 
 }  // namespace

@@ -62,6 +62,7 @@ extern "C" void NSBeep(void);
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender
                     hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application;
+- (void)applicationWillTerminate:(NSNotification*)notification;
 @end
 
 @interface NSApplication : NSResponder
