@@ -10,6 +10,7 @@
 
 #include "client/velk_error.h"
 #include "detect/name_matcher.h"
+#include "detect/sample_beat.h"
 #include "detect/work_session.h"
 #include "model/records.h"
 #include "platform/application.h"
@@ -106,6 +107,7 @@ class AppDelegate : public ApplicationDelegate,
   void signedIn();
 
   NameMatcher matcher_;  ///< built from `participants` whenever they change
+  SampleBeat beat_;
 };
 
 }  // namespace notewick

@@ -32,7 +32,7 @@ void logSample(const FrontmostTitles& seen, const std::vector<std::string>& name
 
 void AppDelegate::tick() {
   if (paused) return;
-  const Date now = ports().clock.now();
+  const Date now = beat_.momentOf(ports().clock.now());
   followTrust(ports().accessibility.isTrusted());
   if (!ports().accessibility.isTrusted()) {
     watchLog("ax=OFF (no screen access — grant Accessibility in System Settings)");

@@ -24,8 +24,9 @@ class MainLoop {
   [[nodiscard]] virtual std::unique_ptr<Timer> startOneShot(double seconds,
                                                             std::function<void()> action) = 0;
 
-  /// Runs `action` every `seconds`, the first time one interval from now. Firings missed while the
-  /// machine slept are not made up for.
+  /// Runs `action` every `seconds`, the first time one interval from now. A firing that comes late
+  /// does not delay the later ones: the timer keeps its phase. Firings missed in a long stall, or
+  /// while the machine slept, are not made up for.
   [[nodiscard]] virtual std::unique_ptr<Timer> startRepeating(double seconds,
                                                               std::function<void()> action) = 0;
 };

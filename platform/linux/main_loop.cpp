@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QTimerEvent>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -10,32 +11,74 @@
 namespace notewick {
 namespace {
 
-int milliseconds(double seconds) {
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::milliseconds;
+
+/// A repeating timer that is late by more than this leaves out the firings it has missed.
+constexpr auto LONGEST_LATENESS = 1s;
+
+Milliseconds milliseconds(double seconds) {
   constexpr double longest = std::numeric_limits<int>::max();
-  return static_cast<int>(std::clamp(std::round(seconds * 1000), 0.0, longest));
+  return Milliseconds(static_cast<int>(std::clamp(std::round(seconds * 1000), 0.0, longest)));
 }
 
-enum class Firing { once, repeatedly };
-
 class QtTimer : public Timer, private QObject {
+ protected:
+  explicit QtTimer(std::function<void()> action)
+      : action_(std::make_shared<std::function<void()>>(std::move(action))) {}
+
+  void fireIn(Milliseconds time) {
+    timer_.start(static_cast<int>(time.count()), Qt::PreciseTimer, this);
+  }
+  void stop() { timer_.stop(); }
+
+ private:
+  /// Called when the timer fires, before its action, which may destroy the timer.
+  virtual void prepareNext() = 0;
+
+  void timerEvent(QTimerEvent* event) override {
+    if (event->timerId() != timer_.timerId()) return;
+    prepareNext();
+    const auto outlivingTheTimer = action_;
+    (*outlivingTheTimer)();
+  }
+
+  std::shared_ptr<std::function<void()>> action_;
+  QBasicTimer timer_;
+};
+
+class OneShotTimer final : public QtTimer {
  public:
-  QtTimer(Firing firing, double seconds, std::function<void()> action)
-      : firing_(firing), action_(std::make_shared<std::function<void()>>(std::move(action))) {
-    timer_.start(milliseconds(seconds), Qt::PreciseTimer, this);
+  OneShotTimer(double seconds, std::function<void()> action) : QtTimer(std::move(action)) {
+    fireIn(milliseconds(seconds));
   }
 
  private:
-  void timerEvent(QTimerEvent* event) override {
-    if (event->timerId() != timer_.timerId()) return;
-    if (firing_ == Firing::once) timer_.stop();
-    // The action may destroy this timer, and must outlive its own call.
-    const auto action = action_;
-    (*action)();
+  void prepareNext() override { stop(); }
+};
+
+/// Keeps its phase by itself: Qt's own repeating timers begin a new phase when they are late by
+/// more than their interval.
+class RepeatingTimer final : public QtTimer {
+ public:
+  RepeatingTimer(double seconds, std::function<void()> action)
+      : QtTimer(std::move(action)),
+        interval_(std::max(milliseconds(seconds), Milliseconds(1))),
+        due_(Clock::now() + interval_) {
+    fireIn(interval_);
   }
 
-  Firing firing_;
-  std::shared_ptr<std::function<void()>> action_;
-  QBasicTimer timer_;
+ private:
+  void prepareNext() override {
+    const auto now = Clock::now();
+    due_ += interval_;
+    if (now - due_ > LONGEST_LATENESS) due_ += interval_ * ((now - due_) / interval_ + 1);
+    fireIn(std::max(std::chrono::ceil<Milliseconds>(due_ - now), Milliseconds(0)));
+  }
+
+  Milliseconds interval_;
+  Clock::time_point due_;
 };
 
 }  // namespace
@@ -45,11 +88,11 @@ void QtMainLoop::post(std::function<void()> action) {
 }
 
 std::unique_ptr<Timer> QtMainLoop::startOneShot(double seconds, std::function<void()> action) {
-  return std::make_unique<QtTimer>(Firing::once, seconds, std::move(action));
+  return std::make_unique<OneShotTimer>(seconds, std::move(action));
 }
 
 std::unique_ptr<Timer> QtMainLoop::startRepeating(double seconds, std::function<void()> action) {
-  return std::make_unique<QtTimer>(Firing::repeatedly, seconds, std::move(action));
+  return std::make_unique<RepeatingTimer>(seconds, std::move(action));
 }
 
 }  // namespace notewick

@@ -6,9 +6,10 @@
 
 namespace notewick {
 
-/// The toolkit's event loop. Timers keep time to the millisecond, not to the twentieth part of
-/// their interval that the toolkit's default takes for good enough. They need the application
-/// object; `post` does not, and what is posted before the loop runs waits for it.
+/// Qt's event loop. Timers keep time to the millisecond, not to the twentieth part of their
+/// interval that Qt's default takes for good enough. A repeating timer makes up for firings that it
+/// missed by less than a second, and leaves out those of a longer stall. Timers need the
+/// application object; `post` does not, and what is posted before the loop runs waits for it.
 class QtMainLoop : public MainLoop {
  public:
   void post(std::function<void()> action) override;

@@ -41,6 +41,17 @@ void SimulatedDay::nothingHappensUntil(int hour, int minute, int second) {
   advanceTo({2024, 5, 2, hour, minute, second});
 }
 
+void SimulatedDay::lateSamplesCome() {
+  advance(0.9);
+}
+
+void SimulatedDay::expectSeen(const Pending& pending, const CivilTime& first,
+                              const CivilTime& last) const {
+  const Date lateness = pending.firstSeen - clock.dateOf(first);
+  EXPECT_NEAR(lateness.count(), 0.5, 0.5) << "of the first sample";
+  EXPECT_EQ(pending.lastSeen - pending.firstSeen, clock.dateOf(last) - clock.dateOf(first));
+}
+
 void SimulatedDay::writesNote(const std::string& participant, const std::string& text,
                               int minutes) {
   widget().chooseParticipant(participant);

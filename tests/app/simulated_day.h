@@ -26,6 +26,10 @@ class SimulatedDay : public WorldTest {
   void samplesSeeNothing(int count) { samples(count); }
   /// Nothing on screen names anybody until this time of the day.
   void nothingHappensUntil(int hour, int minute, int second = 0);
+  /// Whatever was due by now has come, however late timers fire.
+  void lateSamplesCome();
+  /// The participant was on screen between these moments, to the lateness of the first sample.
+  void expectSeen(const Pending& pending, const CivilTime& first, const CivilTime& last) const;
 
   // --- What the user does ------------------------------------------------------------------------
 

@@ -103,8 +103,7 @@ void SimulatedDay::readsMailAndDocuments() {
   EXPECT_EQ(pendings[0].id, FakeUuidSource::nth(1));
   EXPECT_EQ(pendings[0].participant, "Tobias Hargreave");
   EXPECT_EQ(pendings[0].day, "2024-05-02");
-  EXPECT_EQ(pendings[0].firstSeen, clock.dateOf({2024, 5, 2, 8, 0, 45}));
-  EXPECT_EQ(pendings[0].lastSeen, clock.dateOf({2024, 5, 2, 8, 8, 30}));
+  expectSeen(pendings[0], {2024, 5, 2, 8, 0, 45}, {2024, 5, 2, 8, 8, 30});
   EXPECT_EQ(pendings[0].observedMinutes, 8);
   EXPECT_THAT(pendings[0].evidence, ElementsAre("RE: support hours — Tobias Hargreave - Outlook",
                                                 "Hargreave, Tobias - RecordHub"));

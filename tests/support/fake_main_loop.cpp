@@ -1,6 +1,7 @@
 #include "tests/support/fake_main_loop.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace notewick {
 
@@ -42,17 +43,18 @@ void FakeMainLoop::advance(double seconds) {
   const Date end = clock_.now() + Date(seconds);
   runPosted();
   while (const auto schedule = nextDue(end)) {
-    clock_.set(std::max(clock_.now(), schedule->due));
+    clock_.set(std::max(clock_.now(), schedule->due + Date(lateness_(random_))));
     fire(*schedule);
     runPosted();
   }
-  clock_.set(end);
+  clock_.set(std::max(clock_.now(), end));
 }
 
 void FakeMainLoop::sleepMachine(double seconds) {
   clock_.set(clock_.now() + Date(seconds));
   while (const auto schedule = nextDue(clock_.now())) {
-    schedule->due = clock_.now();
+    const double missed = std::floor((clock_.now() - schedule->due) / Date(schedule->seconds));
+    schedule->due += missed * Date(schedule->seconds);
     fire(*schedule);
     runPosted();
   }

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <random>
 #include <vector>
 
 #include "platform/main_loop.h"
@@ -15,6 +16,10 @@ class FakeMainLoop : public MainLoop {
  public:
   explicit FakeMainLoop(FakeClock& clock) : clock_(clock) {}
 
+  /// From now on timers fire late, each time by another random part of `most` seconds, as real ones
+  /// do. The random numbers are the same in every run.
+  void fireLate(double most) { lateness_ = std::uniform_real_distribution(0.0, most); }
+
   void post(std::function<void()> action) override { posted_.push_back(std::move(action)); }
   [[nodiscard]] std::unique_ptr<Timer> startOneShot(double seconds,
                                                     std::function<void()> action) override;
@@ -24,11 +29,12 @@ class FakeMainLoop : public MainLoop {
   /// Runs what was posted, and what that posts in turn.
   void runPosted();
 
-  /// Moves the time forward, running every timer at its moment, earliest first, and after each what
-  /// was posted.
+  /// Moves the time forward, running every timer that falls due, earliest first, and after each
+  /// what was posted. Where timers fire late the time may end up later than asked for by as much.
   void advance(double seconds);
 
-  /// The machine sleeps: the time moves, and on waking each overdue timer fires once.
+  /// The machine sleeps: the time moves, and on waking each overdue timer fires once and goes on in
+  /// its phase.
   void sleepMachine(double seconds);
 
   /// The seconds of the timers that are running, in the order in which they were started.
@@ -52,6 +58,8 @@ class FakeMainLoop : public MainLoop {
   void fire(Schedule& schedule);
 
   FakeClock& clock_;
+  std::mt19937 random_;
+  std::uniform_real_distribution<double> lateness_{0.0, 0.0};
   std::deque<std::function<void()>> posted_;
   std::vector<std::shared_ptr<Schedule>> schedules_;
 };

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace notewick {
 namespace {
 
@@ -58,6 +60,18 @@ TEST_F(FakeMainLoopTest, FiringsMissedInASleepAreNotMadeUpFor) {
   EXPECT_THAT(happened, ElementsAre("sample"));
   loop.advance(15);
   EXPECT_THAT(happened, ElementsAre("sample", "sample"));
+}
+
+TEST_F(FakeMainLoopTest, TimersThatFireLateKeepTheirPhase) {
+  loop.fireLate(0.4);
+  std::vector<double> lateness;
+  const auto timer = loop.startRepeating(15, [&] {
+    lateness.push_back((clock.now() - Date(15.0 * double(lateness.size() + 1))).count());
+  });
+  loop.advance(15.0 * 200);
+  EXPECT_EQ(lateness.size(), 200u);
+  EXPECT_THAT(lateness, testing::Each(testing::AllOf(testing::Ge(0), testing::Lt(0.4))));
+  EXPECT_GT(*std::ranges::max_element(lateness), 0.3);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ View& existing(View* view, const char* what) {
 }  // namespace
 
 World::World() {
+  loop.fireLate(0.4);
   clock.setZone(2);
   clock.setLocal({2024, 5, 2, 9, 0, 0});
   registerPorts({clock, loop, files, defaults, secrets, notifier, workspace, accessibility, screen,

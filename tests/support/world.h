@@ -28,8 +28,9 @@ namespace notewick {
 class AppDelegate;
 
 /// Everything outside the program: a desktop, a network and a service, on Thursday 2024-05-02 at
-/// 09:00 where the wall clock is two hours ahead of UTC. One at a time; making it registers its
-/// ports and sets the constants, destroying it ends the program.
+/// 09:00 where the wall clock is two hours ahead of UTC, on a machine whose timers fire up to 400
+/// ms late. One at a time; making it registers its ports and sets the constants, destroying it ends
+/// the program.
 class World {
  public:
   World();
