@@ -20,6 +20,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   rebuildMenu();
   ports().accessibility.isTrustedWithPrompt();
   startTimers();
+  followUnlocking();
   VELKClient& client = VELKClient::shared();
   if (!client.isSignedIn()) {
     showLogin();

@@ -13,6 +13,7 @@
 #include "detect/sample_beat.h"
 #include "detect/work_session.h"
 #include "model/records.h"
+#include "outbox/delayed_save.h"
 #include "platform/application.h"
 #include "platform/main_loop.h"
 #include "platform/status_item.h"
@@ -21,6 +22,7 @@
 namespace notewick {
 
 struct FrontmostTitles;
+class LoginController;
 
 /// Owner of all mutable state, for the whole process. Each group of operations has its bodies in
 /// the folder of the subsystem it belongs to. After every change of `pendings`, `outbox` or
@@ -46,7 +48,7 @@ class AppDelegate : public ApplicationDelegate,
   // Launch: app/app_delegate.cpp
   void applicationDidFinishLaunching() override;
   void applicationReopened() override { logNow(); }
-  void applicationWillTerminate() override {}
+  void applicationWillTerminate() override { outboxSave_.finish(); }
 
   // Sampling and promotion: detect/
   void tick();
@@ -88,8 +90,11 @@ class AppDelegate : public ApplicationDelegate,
   void startTimers();
   void resumeSignIn();
   void askToSignIn();
+  [[nodiscard]] std::shared_ptr<LoginController> loginController();
   void askToUnlock();
   void askToUnlockIfLocked();
+  void followUnlocking();
+  void unlockAnswered(bool opened);
   void followTrust(bool trusted);
   void sample(Date now);
   void extendSessions(const FrontmostTitles& seen, const std::vector<std::size_t>& matches,
@@ -97,17 +102,20 @@ class AppDelegate : public ApplicationDelegate,
   [[nodiscard]] std::string evidenceFor(std::size_t participant, const FrontmostTitles& seen) const;
   void endSessions(Date now);
   void pendingsChanged();
-  void outboxChanged();
+  void saveOutbox();
   void setParticipants(std::vector<Participant> list);
   void startUpload(const OutboxItem& item);
   void uploadFinished(const OutboxItem& item, const Result<std::optional<std::string>>& result);
   void uploadFailed(const OutboxItem& item, const VELKError& error);
+  void countAttempt(const std::string& id, const VELKError& error);
   void removeFromOutbox(const std::string& id);
   void participantsArrived(Result<std::vector<Participant>> result, bool silent);
   void signedIn();
 
   NameMatcher matcher_;  ///< built from `participants` whenever they change
   SampleBeat beat_;
+  DelayedSave outboxSave_{[this] { saveOutbox(); }};
+  bool signInOffered_ = false;  ///< a sign-in panel has been shown since the user was signed in
 };
 
 }  // namespace notewick

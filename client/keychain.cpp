@@ -13,63 +13,134 @@ SecretKey refreshTokenKey() {
 
 }  // namespace
 
-void Keychain::keychainSave(const std::string& token) {
-  const bool locked = store_.save(refreshTokenKey(), token) == SecretWrite::locked;
-  waiting_ = locked ? Waiting::save : Waiting::nothing;
-  waitingToken_ = locked ? token : std::string();
+std::shared_ptr<Keychain> Keychain::create(SecretStore& store) {
+  const std::shared_ptr<Keychain> keychain(new Keychain(store));
+  keychain->storeReportsChanges_ = store.watch([weak = std::weak_ptr(keychain)] {
+    if (const auto self = weak.lock()) self->storeChanged();
+  });
+  return keychain;
 }
 
-std::optional<std::string> Keychain::keychainLoad() const {
-  if (waiting_ == Waiting::save) return waitingToken_;
-  if (waiting_ == Waiting::removal) return std::nullopt;
-  const SecretLookup lookup = store_.load(refreshTokenKey());
-  if (lookup.state != SecretState::found) return std::nullopt;
-  return lookup.secret;
+// --- What the store holds ------------------------------------------------------------------------
+
+void Keychain::keychainSave(const std::string& token) {
+  waiting_ = Waiting::save;
+  waitingToken_ = token;
+  if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
 }
 
 void Keychain::keychainDelete() {
-  const bool locked = store_.remove(refreshTokenKey()) == SecretWrite::locked;
-  waiting_ = locked ? Waiting::removal : Waiting::nothing;
+  waiting_ = Waiting::removal;
   waitingToken_.clear();
+  if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
 }
 
-bool Keychain::isLocked() const {
-  return waiting_ == Waiting::nothing && !refused_ &&
-         store_.load(refreshTokenKey()).state == SecretState::locked;
+std::optional<std::string> Keychain::keychainLoad() {
+  if (waiting_ == Waiting::save) return waitingToken_;
+  if (waiting_ == Waiting::removal) return std::nullopt;
+  return token();
 }
 
-bool Keychain::wantsUnlock() const {
+bool Keychain::holdsToken() {
+  if (waiting_ != Waiting::nothing) return waiting_ == Waiting::save;
+  return refused_ ? token().has_value() : state() != SecretState::absent;
+}
+
+bool Keychain::isLocked() {
+  if (waiting_ != Waiting::nothing || refused_ || token()) return false;
+  return state_ == SecretState::locked;
+}
+
+bool Keychain::wantsUnlock() {
   return isLocked() || (waiting_ != Waiting::nothing && !refused_);
 }
 
-void Keychain::requestUnlock(std::function<void(bool opened)> answered) {
-  if (asking_) return;
-  asking_ = true;
-  store_.unlock([weakSelf = weak_from_this(), answered = std::move(answered)](bool opened) {
-    const auto self = weakSelf.lock();
-    if (!self) return;
-    self->unlockAnswered(opened);
-    answered(opened);
+SecretState Keychain::state() {
+  if (!state_ || !storeReportsChanges_) {
+    const SecretState now = store_.state(refreshTokenKey());
+    remember(now, now == SecretState::found ? std::move(token_) : std::nullopt);
+  }
+  return *state_;
+}
+
+std::optional<std::string> Keychain::token() {
+  if (state() == SecretState::found && !token_) {
+    SecretLookup lookup = store_.load(refreshTokenKey());
+    const bool found = lookup.state == SecretState::found;
+    remember(lookup.state, found ? std::optional(std::move(lookup.secret)) : std::nullopt);
+  }
+  return token_;
+}
+
+void Keychain::remember(SecretState state, std::optional<std::string> token) {
+  state_ = state;
+  token_ = std::move(token);
+}
+
+void Keychain::forget() {
+  state_.reset();
+  token_.reset();
+}
+
+// --- A locked store ------------------------------------------------------------------------------
+
+void Keychain::requestUnlock() {
+  if (question_ != Question::none) return;
+  question_ = Question::open;
+  store_.unlock([weakSelf = weak_from_this()](bool opened) {
+    if (const auto self = weakSelf.lock()) self->unlockAnswered(opened);
   });
 }
 
-void Keychain::unlockAnswered(bool opened) {
-  asking_ = false;
-  refused_ = !opened;
-  if (opened) writeWhatWaits();
+void Keychain::setUnlockObserver(std::function<void(bool opened)> answered) {
+  answered_ = std::move(answered);
 }
 
-void Keychain::writeWhatWaits() {
-  switch (std::exchange(waiting_, Waiting::nothing)) {
-    case Waiting::nothing:
-      break;
-    case Waiting::save:
-      keychainSave(std::exchange(waitingToken_, std::string()));
-      break;
-    case Waiting::removal:
-      keychainDelete();
-      break;
+void Keychain::unlockAnswered(bool opened) {
+  forget();
+  const bool wasMoot = std::exchange(question_, Question::none) == Question::moot;
+  const bool isOpen = isOpenNow() || opened;
+  if (wasMoot) return;
+  refused_ = !isOpen;
+  if (answered_) answered_(isOpen);
+}
+
+void Keychain::storeChanged() {
+  const bool wasShut = isShut();
+  forget();
+  if (!wasShut || !isOpenNow()) return;
+  refused_ = false;
+  if (question_ == Question::open) question_ = Question::moot;
+  if (answered_) answered_(true);
+}
+
+bool Keychain::isShut() const {
+  return question_ == Question::open || refused_ || waiting_ != Waiting::nothing ||
+         state_ == SecretState::locked;
+}
+
+bool Keychain::isOpenNow() {
+  if (waiting_ == Waiting::nothing) return token().has_value();
+  return writeWhatWaits() == SecretWrite::done;
+}
+
+SecretWrite Keychain::writeWhatWaits() {
+  const bool saves = waiting_ == Waiting::save;
+  const SecretWrite written =
+      saves ? store_.save(refreshTokenKey(), waitingToken_) : store_.remove(refreshTokenKey());
+  if (written == SecretWrite::done) {
+    remember(saves ? SecretState::found : SecretState::absent,
+             saves ? std::optional(waitingToken_) : std::nullopt);
+    nothingWaits();
+  } else {
+    forget();
   }
+  return written;
+}
+
+void Keychain::nothingWaits() {
+  waiting_ = Waiting::nothing;
+  waitingToken_.clear();
 }
 
 }  // namespace notewick

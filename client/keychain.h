@@ -12,44 +12,73 @@ namespace notewick {
 /// The refresh token in the system's secret store, and what happens while that store is locked. A
 /// locked store with our token in it is not "signed out": the user is asked to open it, and what
 /// has to be written meanwhile waits in memory. A store that the user refused to open counts as
-/// empty until the next command to sign in or out. Main thread; write failures are swallowed.
+/// empty until the next command to sign in or out, or until somebody else opens it.
+///
+/// What the store said, and the token that was read or written, are remembered until the store
+/// reports a change; where it does not report changes, each look asks whether the token is still
+/// there. Main thread; write failures are swallowed.
 class Keychain : public std::enable_shared_from_this<Keychain> {
  public:
-  explicit Keychain(SecretStore& store) : store_(store) {}
+  /// The store must outlive the keychain.
+  [[nodiscard]] static std::shared_ptr<Keychain> create(SecretStore& store);
 
   void keychainSave(const std::string& token);
-  [[nodiscard]] std::optional<std::string> keychainLoad() const;
+  [[nodiscard]] std::optional<std::string> keychainLoad();
   void keychainDelete();
 
-  /// Whether a token is there but out of reach until the user opens the store.
-  [[nodiscard]] bool isLocked() const;
+  /// Whether a token is there but out of reach until somebody opens the store.
+  [[nodiscard]] bool isLocked();
 
-  /// Whether there is a token, in reach or not.
-  [[nodiscard]] bool holdsToken() const { return keychainLoad().has_value() || isLocked(); }
+  /// Whether there is a token, in reach or not. Does not fetch it.
+  [[nodiscard]] bool holdsToken();
 
   /// Whether opening the store would help: the token is out of reach, or waits to be saved or to be
   /// removed. False once the user has refused.
-  [[nodiscard]] bool wantsUnlock() const;
+  [[nodiscard]] bool wantsUnlock();
 
-  /// Asks the user to open the store, unless that question is on screen already. `answered` is
-  /// called once, in a later turn, when the user has answered: true when the store is open and
-  /// what waited has been written. A question already on screen keeps its own `answered`.
-  void requestUnlock(std::function<void(bool opened)> answered);
+  /// Asks the user to open the store, unless that question is on screen already.
+  void requestUnlock();
+
+  /// Has `answered` called whenever the user has answered that question, and with true when
+  /// somebody else has opened the store while the question was open or after it was refused: true
+  /// when the store is open and what waited has been written. Always in a later turn. A question
+  /// that is still on screen then is answered to nobody.
+  void setUnlockObserver(std::function<void(bool opened)> answered);
 
   /// Takes back that the user refused: from here on a locked store counts as locked again.
   void forgetRefusal() { refused_ = false; }
 
  private:
   enum class Waiting { nothing, save, removal };
+  enum class Question {
+    none,
+    open,
+    moot,  ///< on screen, but somebody else has opened the store
+  };
 
+  explicit Keychain(SecretStore& store) : store_(store) {}
+
+  [[nodiscard]] SecretState state();
+  [[nodiscard]] std::optional<std::string> token();
+  void remember(SecretState state, std::optional<std::string> token);
+  void forget();
+
+  void storeChanged();
   void unlockAnswered(bool opened);
-  void writeWhatWaits();
+  [[nodiscard]] bool isShut() const;
+  [[nodiscard]] bool isOpenNow();
+  SecretWrite writeWhatWaits();
+  void nothingWaits();
 
   SecretStore& store_;
+  bool storeReportsChanges_ = false;
+  std::function<void(bool opened)> answered_;
+  std::optional<SecretState> state_;  ///< what the store said last
+  std::optional<std::string> token_;  ///< absent unless `state_` is `found`, and until it is used
   Waiting waiting_ = Waiting::nothing;
   std::string waitingToken_;
   bool refused_ = false;
-  bool asking_ = false;
+  Question question_ = Question::none;
 };
 
 }  // namespace notewick

@@ -13,9 +13,23 @@ using nlohmann::json;
 
 constexpr double SESSION_TIMEOUT = 90.0;
 constexpr double REQUEST_TIMEOUT = 60.0;
-constexpr const char* AUTHORISATION_EXPIRED = "Authorisation expired — will retry";
+constexpr std::size_t MOST_UNDER_WAY = 6;
 
 std::unique_ptr<VELKClient> sharedClient;
+
+Result<json> resultOf(int code, json map) {
+  const auto text = [&](const std::string& otherwise) {
+    return textAt(map, "error").value_or(otherwise + " (" + std::to_string(code) + ")");
+  };
+  if (code == 200) return map;
+  if (code == 401) {
+    return tl::unexpected(VELKError::network("Authorisation expired — will retry"));
+  }
+  if (code == 429 || (code >= 500 && code <= 599)) {
+    return tl::unexpected(VELKError::network(text("Server busy")));
+  }
+  return tl::unexpected(VELKError::api(text("Request failed")));
+}
 
 }  // namespace
 
@@ -31,7 +45,8 @@ void VELKClient::releaseShared() {
 VELKClient::VELKClient(const Ports& world)
     : clock_(world.clock),
       userDefaults_(world.userDefaults),
-      keychain_(std::make_shared<Keychain>(world.secretStore)),
+      keychain_(Keychain::create(world.secretStore)),
+      lanes_(world.mainLoop, MOST_UNDER_WAY),
       session_(world.makeHttpSession({SESSION_TIMEOUT})) {}
 
 HttpRequest VELKClient::makeRequest(const Call& call) {
@@ -55,44 +70,42 @@ void VELKClient::run(HttpRequest request, Completion<Answer> completion) {
 }
 
 void VELKClient::authed(Call call, Completion<json> completion) {
-  ensureAccessToken([this, call = std::move(call),
+  lanes_.enter([this, command = standingCommand_, call = std::move(call),
+                completion = leavingItsLane(std::move(completion))] {
+    if (isOvertaken(command)) return completion(tl::unexpected(VELKError::overtaken()));
+    sendAuthed(call, completion);
+  });
+}
+
+Completion<json> VELKClient::leavingItsLane(Completion<json> completion) {
+  return [this, completion = std::move(completion)](Result<json> result) {
+    lanes_.leave();
+    completion(std::move(result));
+  };
+}
+
+void VELKClient::sendAuthed(const Call& call, Completion<json> completion) {
+  ensureAccessToken([this, call, command = standingCommand_,
                      completion = std::move(completion)](Result<std::string> token) {
     if (!token) return completion(tl::unexpected(token.error()));
     HttpRequest request = makeRequest(call);
     request.headers.emplace_back("Authorization", "Bearer " + *token);
-    run(std::move(request), [this, completion](Result<Answer> answer) {
-      completion(
-          std::move(answer).and_then([this](Answer got) { return classify(std::move(got)); }));
-    });
+    run(std::move(request),
+        [this, command, isTaken = call.outlivesSession, completion](Result<Answer> answer) {
+          if (!answer) return completion(tl::unexpected(answer.error()));
+          const bool overtaken = isOvertaken(command);
+          if (overtaken && !isTaken) return completion(tl::unexpected(VELKError::overtaken()));
+          if (answer->statusCode == 401 && !overtaken) accessToken_.reset();
+          completion(resultOf(answer->statusCode, std::move(answer->map)));
+        });
   });
-}
-
-Result<json> VELKClient::classify(Answer answer) {
-  const auto code = answer.statusCode;
-  const auto text = [&](const std::string& otherwise) {
-    return textAt(answer.map, "error").value_or(otherwise + " (" + std::to_string(code) + ")");
-  };
-  if (code == 200) return std::move(answer.map);
-  if (code == 401) {
-    accessToken_.reset();
-    return tl::unexpected(VELKError::network(AUTHORISATION_EXPIRED));
-  }
-  if (code == 429 || (code >= 500 && code <= 599)) {
-    return tl::unexpected(VELKError::network(text("Server busy")));
-  }
-  return tl::unexpected(VELKError::api(text("Request failed")));
 }
 
 void VELKClient::fetchParticipants(Completion<std::vector<Participant>> completion) {
   authed({"/api/desktop/participants", "GET", std::nullopt},
-         [this, userChanges = userChanges_, completion = std::move(completion)](Result<json> map) {
-           if (map && userChanges != userChanges_) return completion(tl::unexpected(overtaken()));
+         [completion = std::move(completion)](Result<json> map) {
            completion(std::move(map).and_then(participantsIn));
          });
-}
-
-VELKError VELKClient::overtaken() const {
-  return isSignedIn() ? VELKError::network(AUTHORISATION_EXPIRED) : VELKError::notSignedIn();
 }
 
 void VELKClient::captureNote(const std::string& participantId, const std::string& input,
@@ -102,7 +115,8 @@ void VELKClient::captureNote(const std::string& participantId, const std::string
                {"input", input},
                {"durationMinutes", durationMinutes},
                {"sessionDate", sessionDate}};
-  authed({"/api/desktop/case-notes/capture", "POST", std::move(body)},
+  constexpr bool outlivesSession = true;
+  authed({"/api/desktop/case-notes/capture", "POST", std::move(body), outlivesSession},
          [completion = std::move(completion)](Result<json> map) {
            completion(
                std::move(map).map([](const json& answer) { return textAt(answer, "capturedId"); }));

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "client/keychain.h"
+#include "client/lanes.h"
 #include "client/velk_error.h"
 #include "model/date.h"
 #include "model/records.h"
@@ -25,7 +26,16 @@ using Completion = std::function<void(Result<T>)>;
 
 /// The client of the service's JSON interface (docs/service.md). Main thread only; every completion
 /// runs there, exactly once, and never after the client is gone. A failure that needs no request
-/// (`notSignedIn`, a locked store) is delivered inside the call; all else in a later turn.
+/// (`notSignedIn`, a locked store) may be delivered inside the call; all else in a later turn.
+///
+/// At most six authorised calls are under way. The others wait for their turn, without limit of
+/// time, and ask for their access token when it comes: however many notes wait, a stale token costs
+/// no more refreshes than that.
+///
+/// A sign-out overtakes the calls of the session before it, and so does a new sign-in. What they
+/// still bring (tokens, participants) is not taken: every answer is delivered as a `network` error
+/// "Signed out meanwhile", also to calls that wait for their turn. A transport failure is passed on
+/// as it is, and so is every answer to a captured note, which the service has taken or refused.
 class VELKClient {
  public:
   /// The one client of the process, made on first use from the registered ports.
@@ -36,13 +46,10 @@ class VELKClient {
   explicit VELKClient(const Ports& ports);
 
   /// Trades e-mail and password, sent as they stand, for tokens. Failures are `network` where no
-  /// answer came, else `api`. What calls under way still bring of an earlier session is not taken,
-  /// as after `signOut`.
+  /// answer came, else `api`. Of two sign-ins under way the one that was started last counts.
   void login(const std::string& email, const std::string& password, Completion<void> completion);
 
-  /// Forgets tokens and user, as the user wished; sends nothing. Tokens and participants that a
-  /// call under way still brings are not taken: its caller gets `notSignedIn`, or a `network` error
-  /// where the user has signed in anew by then.
+  /// Forgets tokens and user; sends nothing.
   void signOut();
 
   /// True exactly when there is a refresh token.
@@ -71,18 +78,21 @@ class VELKClient {
     std::string path;
     std::string method;
     std::optional<nlohmann::json> body;
+    bool outlivesSession = false;  ///< its answer counts after a sign-out, too
   };
+  /// The user's commands to sign in and out, numbered in the order given.
+  using UserCommand = std::uint64_t;
 
   [[nodiscard]] static HttpRequest makeRequest(const Call& call);
   void run(HttpRequest request, Completion<Answer> completion);
   void authed(Call call, Completion<nlohmann::json> completion);
-  [[nodiscard]] Result<nlohmann::json> classify(Answer answer);
+  void sendAuthed(const Call& call, Completion<nlohmann::json> completion);
+  [[nodiscard]] Completion<nlohmann::json> leavingItsLane(Completion<nlohmann::json> completion);
+  [[nodiscard]] bool isOvertaken(UserCommand command) const { return command != standingCommand_; }
   void ensureAccessToken(Completion<std::string> completion);
   void refresh(const std::string& refreshToken, Completion<std::string> completion);
   [[nodiscard]] Result<std::string> refreshAnswered(const Answer& answer);
-  /// Why what a call brought from before a sign-out is not taken.
-  [[nodiscard]] VELKError overtaken() const;
-  [[nodiscard]] Result<void> loginAnswered(const Answer& answer);
+  [[nodiscard]] Result<void> loginAnswered(UserCommand command, const Answer& answer);
   /// The access token while it has more than a minute to live.
   [[nodiscard]] std::optional<std::string> freshToken() const;
   void storeSession(const std::string& access, const std::string& refresh,
@@ -94,7 +104,9 @@ class VELKClient {
   std::shared_ptr<Keychain> keychain_;
   std::optional<std::string> accessToken_;
   std::optional<Date> accessTokenExpiry_;
-  std::uint64_t userChanges_ = 0;  ///< how often the user signed in or out
+  UserCommand lastCommand_ = 0;
+  UserCommand standingCommand_ = 0;  ///< the one that made the state of now
+  Lanes lanes_;
   std::unique_ptr<HttpSession> session_;
 };
 

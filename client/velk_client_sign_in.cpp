@@ -49,27 +49,31 @@ void VELKClient::login(const std::string& email, const std::string& password,
                        Completion<void> completion) {
   const Call call{"/api/desktop/auth/login", "POST",
                   json{{"email", email}, {"password", password}}};
-  run(makeRequest(call), [this, completion = std::move(completion)](Result<Answer> answer) {
-    completion(answer.and_then([this](const Answer& got) { return loginAnswered(got); }));
-  });
+  run(makeRequest(call),
+      [this, command = ++lastCommand_, completion = std::move(completion)](Result<Answer> answer) {
+        completion(answer.and_then([&](const Answer& got) { return loginAnswered(command, got); }));
+      });
 }
 
-Result<void> VELKClient::loginAnswered(const Answer& answer) {
+Result<void> VELKClient::loginAnswered(UserCommand command, const Answer& answer) {
+  if (command < standingCommand_) return tl::unexpected(VELKError::overtaken());
   const auto tokens = tokensIn(answer.statusCode, answer.map);
   if (!tokens) {
     return tl::unexpected(
         VELKError::api(failureText(answer.map, "Sign-in failed", answer.statusCode)));
   }
-  ++userChanges_;
+  standingCommand_ = command;
   storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
   const auto user = answer.map.find("user");
   if (user != answer.map.end() && user->is_object()) setUserEmail(textAt(*user, "email"));
+  lanes_.hurry();
   return {};
 }
 
 void VELKClient::signOut() {
-  ++userChanges_;
+  standingCommand_ = ++lastCommand_;
   forgetSession();
+  lanes_.hurry();
 }
 
 void VELKClient::forgetSession() {
@@ -96,9 +100,11 @@ void VELKClient::ensureAccessToken(Completion<std::string> completion) {
 
 void VELKClient::refresh(const std::string& refreshToken, Completion<std::string> completion) {
   const Call call{"/api/desktop/auth/refresh", "POST", json{{"refreshToken", refreshToken}}};
-  run(makeRequest(call), [this, userChanges = userChanges_,
+  run(makeRequest(call), [this, command = standingCommand_,
                           completion = std::move(completion)](Result<Answer> answer) {
-    if (userChanges != userChanges_) return completion(tl::unexpected(overtaken()));
+    if (answer && isOvertaken(command)) {
+      return completion(tl::unexpected(VELKError::overtaken()));
+    }
     completion(answer.and_then([this](const Answer& got) { return refreshAnswered(got); }));
   });
 }

@@ -24,12 +24,16 @@ class VELKError {
   [[nodiscard]] static VELKError sessionExpired() {
     return {Kind::sessionExpired, "Session expired — please sign in again"};
   }
+  /// The user has signed out, or in anew, since the call was made.
+  [[nodiscard]] static VELKError overtaken() { return network("Signed out meanwhile"); }
 
   [[nodiscard]] Kind kind() const { return kind_; }
   /// The text that the user interface shows.
   [[nodiscard]] const std::string& message() const { return message_; }
   /// Whether the same call may succeed later by itself.
   [[nodiscard]] bool isRetryable() const { return kind_ == Kind::network; }
+  /// Whether the service has refused: the same call would fail again.
+  [[nodiscard]] bool isRefusal() const { return kind_ == Kind::api; }
   /// Whether only the user can help, by signing in.
   [[nodiscard]] bool needsSignIn() const {
     return kind_ == Kind::notSignedIn || kind_ == Kind::sessionExpired;

@@ -13,6 +13,11 @@
 namespace notewick {
 namespace {
 
+/// Seconds that a save of the outbox may wait. A process that is killed meanwhile sends a note
+/// again that the service has, or has lost count of an attempt.
+constexpr double SUCCESS_WAITS = 0.02;
+constexpr double FAILED_ATTEMPT_WAITS = 1.0;
+
 void logCapture(const OutboxItem& item) {
   appendLine(timeStamp() + " · " + item.participantName + " · " + std::to_string(item.minutes) +
                  " min · " + item.sessionDate + " · " + item.input,
@@ -25,7 +30,7 @@ void AppDelegate::enqueueNote(const Participant& participant, const std::string&
                               std::int64_t minutes, const std::string& sessionDate) {
   outbox.push_back(
       {ports().uuids.next(), participant.id, participant.name(), what, minutes, sessionDate});
-  saveJSON(ports().files, outboxFile(), outbox);
+  outboxSave_.now();
   logCapture(outbox.back());
   rebuildMenu();
   refreshWidget();
@@ -58,6 +63,7 @@ void AppDelegate::uploadFinished(const OutboxItem& item,
   sendingIds.erase(item.id);
   if (!result) return uploadFailed(item, result.error());
   removeFromOutbox(item.id);
+  outboxSave_.within(SUCCESS_WAITS);
   rebuildMenu();
   refreshWidget();
   notify("Captured — " + item.participantName,
@@ -66,24 +72,33 @@ void AppDelegate::uploadFinished(const OutboxItem& item,
 }
 
 void AppDelegate::uploadFailed(const OutboxItem& item, const VELKError& error) {
-  const auto entry = std::find_if(outbox.begin(), outbox.end(), [&](const OutboxItem& candidate) {
-    return candidate.id == item.id;
-  });
-  if (entry != outbox.end()) {
-    entry->attempts = saturatingSum(entry->attempts, 1);
-    entry->lastError = error.message();
-    saveJSON(ports().files, outboxFile(), outbox);
-  }
+  countAttempt(item.id, error);
   if (!error.isRetryable()) {
     handleApiFailure(error, "Note for " + item.participantName + " failed");
-    if (!error.needsSignIn()) removeFromOutbox(item.id);
+  }
+  if (error.isRefusal()) {
+    removeFromOutbox(item.id);
+    outboxSave_.now();
   }
   rebuildMenu();
   refreshWidget();
 }
 
+void AppDelegate::countAttempt(const std::string& id, const VELKError& error) {
+  const auto entry = std::find_if(outbox.begin(), outbox.end(),
+                                  [&](const OutboxItem& item) { return item.id == id; });
+  if (entry == outbox.end()) return;
+  entry->attempts = saturatingSum(entry->attempts, 1);
+  entry->lastError = error.message();
+  if (error.isRefusal()) return outboxSave_.now();
+  outboxSave_.within(FAILED_ATTEMPT_WAITS);
+}
+
 void AppDelegate::removeFromOutbox(const std::string& id) {
   std::erase_if(outbox, [&](const OutboxItem& item) { return item.id == id; });
+}
+
+void AppDelegate::saveOutbox() {
   saveJSON(ports().files, outboxFile(), outbox);
 }
 

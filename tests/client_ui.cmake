@@ -3,6 +3,7 @@ notewick_test(client_ui_tests
   SOURCES
     client/json_map_test.cpp
     client/keychain_test.cpp
+    client/lanes_test.cpp
     client/service_answers.cpp
     client/service_answers_test.cpp
     client/uri_test.cpp
@@ -10,11 +11,14 @@ notewick_test(client_ui_tests
     client/velk_client_sign_out_test.cpp
     client/velk_client_test.cpp
     client/velk_error_test.cpp
+    outbox/delayed_save_test.cpp
     outbox/delegate_outbox_failure_test.cpp
+    outbox/delegate_outbox_queue_test.cpp
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
     support/client_world.cpp
     ui/delegate_commands_test.cpp
+    ui/delegate_login_store_test.cpp
     ui/delegate_login_test.cpp
     ui/delegate_menu_test.cpp
     ui/delegate_widget_test.cpp

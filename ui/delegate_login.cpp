@@ -6,19 +6,23 @@
 namespace notewick {
 
 void AppDelegate::showLogin() {
-  auto controller = LoginController::current();
-  if (!controller && VELKClient::shared().keychain().isLocked()) return askToUnlock();
-  if (!controller) {
-    controller = LoginController::create([weakSelf = weak_from_this()] {
-      if (const auto self = weakSelf.lock()) self->signedIn();
-    });
+  if (!LoginController::current() && VELKClient::shared().keychain().isLocked()) {
+    return askToUnlock();
   }
-  controller->show();
+  signInOffered_ = true;
+  loginController()->show();
 }
 
 void AppDelegate::askToSignIn() {
-  if (const auto open = LoginController::current()) return open->remind();
-  showLogin();
+  if (!signInOffered_ && !LoginController::current()) return showLogin();
+  loginController()->showQuietly();
+}
+
+std::shared_ptr<LoginController> AppDelegate::loginController() {
+  if (const auto open = LoginController::current()) return open;
+  return LoginController::create([weakSelf = weak_from_this()] {
+    if (const auto self = weakSelf.lock()) self->signedIn();
+  });
 }
 
 void AppDelegate::menuSignIn() {
@@ -27,6 +31,7 @@ void AppDelegate::menuSignIn() {
 }
 
 void AppDelegate::signedIn() {
+  signInOffered_ = false;
   notify("VELK Notewick",
          "Signed in as " + VELKClient::shared().userEmail().value_or("your VELK account") + ".");
   refreshParticipants(false);
@@ -35,23 +40,30 @@ void AppDelegate::signedIn() {
 }
 
 void AppDelegate::askToUnlock() {
-  VELKClient::shared().keychain().requestUnlock([weakSelf = weak_from_this()](bool opened) {
-    const auto self = weakSelf.lock();
-    if (!self) return;
-    if (opened) {
-      self->resumeSignIn();
-    } else if (!VELKClient::shared().isSignedIn()) {
-      self->showLogin();
-    }
-    self->rebuildMenu();
-  });
+  VELKClient::shared().keychain().requestUnlock();
 }
 
 void AppDelegate::askToUnlockIfLocked() {
   if (VELKClient::shared().keychain().wantsUnlock()) askToUnlock();
 }
 
+void AppDelegate::followUnlocking() {
+  VELKClient::shared().keychain().setUnlockObserver([weakSelf = weak_from_this()](bool opened) {
+    if (const auto self = weakSelf.lock()) self->unlockAnswered(opened);
+  });
+}
+
+void AppDelegate::unlockAnswered(bool opened) {
+  if (VELKClient::shared().isSignedIn()) {
+    if (opened) resumeSignIn();
+  } else if (!opened || !signInOffered_) {
+    showLogin();
+  }
+  rebuildMenu();
+}
+
 void AppDelegate::resumeSignIn() {
+  signInOffered_ = false;
   refreshParticipants(true);
   flushOutbox();
 }

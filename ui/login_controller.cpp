@@ -52,6 +52,12 @@ void LoginController::show() {
   panel_->present();
 }
 
+void LoginController::showQuietly() {
+  if (current().get() == this) return panel_->orderFrontRegardless();
+  current() = shared_from_this();
+  panel_->presentQuietly();
+}
+
 void LoginController::close() {
   panel_->orderOut();
   releaseCurrent();

@@ -22,9 +22,9 @@ class LoginController : public SignInPanelDelegate,
   /// Opens the panel, or brings it forward with what was typed.
   void show();
 
-  /// Shows the open panel above the others, and leaves the keyboard where it is: whoever is typing
-  /// a password is not interrupted.
-  void remind() { panel_->orderFrontRegardless(); }
+  /// Shows the panel above the others, and leaves the keyboard where it is: whoever is typing, in
+  /// the panel or elsewhere, is not interrupted.
+  void showQuietly();
 
   /// Takes the panel off the screen, as after a sign-in.
   void close();

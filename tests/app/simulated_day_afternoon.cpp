@@ -40,6 +40,7 @@ void SimulatedDay::worksThroughAnOutage() {
   wasAsked({"POST auth/refresh", "POST auth/refresh", "POST auth/refresh"});
   wasTold({});
 
+  advance(1);
   ASSERT_THAT(storedNotes(), SizeIs(2));
   EXPECT_EQ(storedNotes()[0].attempts, 5);
   EXPECT_EQ(storedNotes()[0].lastError, "Could not connect to the server.");
@@ -52,6 +53,7 @@ void SimulatedDay::worksThroughAnOutage() {
             "POST case-notes/capture as access-2: Phoned about the lease",
             "POST case-notes/capture as access-3: Home visit"});
   wasTold({captured("Aisha Khan", 45), captured("Jonas Weber", 60)});
+  advance(0.02);
   EXPECT_THAT(storedNotes(), IsEmpty());
   expectMenu(signedInMenu(WATCHING, {NOTHING_SPOTTED}));
   expectWatchLog();

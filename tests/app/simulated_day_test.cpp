@@ -139,6 +139,7 @@ void SimulatedDay::confirmsWhatWasCaught() {
             "POST case-notes/capture as access-1: Reviewed the plan"});
   wasTold({captured("Tobias Hargreave", 15), captured("Lena O'Keefe", 30)});
   EXPECT_THAT(storedPendings(), IsEmpty());
+  advance(0.02);
   EXPECT_THAT(storedNotes(), IsEmpty());
   expectMenu(signedInMenu(WATCHING, {NOTHING_SPOTTED}));
   EXPECT_EQ(statusItem().title, " VELK");

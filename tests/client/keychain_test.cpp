@@ -12,15 +12,20 @@ using testing::IsEmpty;
 
 class KeychainTest : public testing::Test {
  protected:
-  /// Asks to open the store and notes the answer.
-  void asks() {
-    keychain->requestUnlock([this](bool opened) { answers.push_back(opened); });
+  KeychainTest() { startAgain(); }
+
+  /// The program starts with the store as it is now.
+  void startAgain() {
+    loop.dropPosted();
+    keychain = Keychain::create(store);
+    keychain->setUnlockObserver([this](bool opened) { answers.push_back(opened); });
   }
+  void asks() { keychain->requestUnlock(); }
 
   FakeClock clock;
   FakeMainLoop loop{clock};
   FakeSecretStore store{loop};
-  std::shared_ptr<Keychain> keychain = std::make_shared<Keychain>(store);
+  std::shared_ptr<Keychain> keychain;
   std::vector<bool> answers;
 };
 
@@ -59,6 +64,72 @@ TEST_F(KeychainTest, AFailedWriteIsSwallowed) {
   keychain->keychainSave("T");
   keychain->keychainDelete();
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+}
+
+// --- Remembered ----------------------------------------------------------------------------------
+
+class RememberedTokenTest : public KeychainTest {
+ protected:
+  RememberedTokenTest() { store.setRefreshToken("T"); }
+
+  void looksOften() {
+    for (int look = 0; look < 5; ++look) {
+      EXPECT_TRUE(keychain->holdsToken());
+      EXPECT_EQ(keychain->keychainLoad(), "T");
+      EXPECT_FALSE(keychain->isLocked());
+    }
+  }
+};
+
+TEST_F(RememberedTokenTest, WhetherThereIsATokenIsAskedOnceAndTheTokenNotFetched) {
+  for (int look = 0; look < 5; ++look) EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_EQ(store.looks, 1u);
+  EXPECT_EQ(store.fetches, 0u);
+}
+
+TEST_F(RememberedTokenTest, ATokenThatWasReadIsNotFetchedAgain) {
+  looksOften();
+  EXPECT_EQ(store.fetches, 1u);
+}
+
+TEST_F(RememberedTokenTest, ATokenThatWasWrittenIsNotFetchedAtAll) {
+  keychain->keychainSave("T");
+  looksOften();
+  EXPECT_EQ(store.looks, 0u);
+}
+
+TEST_F(RememberedTokenTest, ThatThereIsNoneIsRemembered) {
+  keychain->keychainDelete();
+  for (int look = 0; look < 5; ++look) EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_EQ(store.looks, 0u);
+}
+
+TEST_F(RememberedTokenTest, ATokenThatOthersWriteReplacesIt) {
+  looksOften();
+  store.othersWrite("U");
+  EXPECT_EQ(keychain->keychainLoad(), "U");
+}
+
+TEST_F(RememberedTokenTest, ATokenThatOthersRemoveIsGone) {
+  looksOften();
+  store.othersRemove();
+  EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+}
+
+TEST_F(RememberedTokenTest, AChangeThatConcernsNobodyTellsNobody) {
+  looksOften();
+  store.othersWrite("U");
+  EXPECT_THAT(answers, IsEmpty());
+}
+
+TEST_F(RememberedTokenTest, AStoreThatReportsNothingIsLookedIntoEachTimeWithoutFetching) {
+  store.reportsChanges = false;
+  startAgain();
+  looksOften();
+  EXPECT_EQ(store.fetches, 1u);
+  store.othersRemove();
+  EXPECT_FALSE(keychain->holdsToken());
 }
 
 // --- Locked --------------------------------------------------------------------------------------
@@ -156,12 +227,11 @@ TEST_F(LockedKeychainTest, ATokenThatWaitsOutlivesARefusal) {
   EXPECT_FALSE(keychain->wantsUnlock());
 }
 
-TEST_F(LockedKeychainTest, AStoreOpenedByOthersIsUsedAtTheNextSave) {
+TEST_F(LockedKeychainTest, AStoreThatFailsLaterKeepsTheTokenInMemory) {
   keychain->keychainSave("U");
-  store.locked = false;
-  keychain->keychainSave("V");
-  EXPECT_EQ(store.refreshToken(), "V");
-  EXPECT_FALSE(keychain->wantsUnlock());
+  store.missing = true;
+  store.othersLock();
+  EXPECT_EQ(keychain->keychainLoad(), "U");
 }
 
 TEST_F(LockedKeychainTest, ARemovalWaitsAsWell) {
@@ -173,12 +243,77 @@ TEST_F(LockedKeychainTest, ARemovalWaitsAsWell) {
   EXPECT_EQ(store.refreshToken(), std::nullopt);
 }
 
-TEST_F(LockedKeychainTest, ATokenToBeRemovedDoesNotComeBackWhenOthersOpenTheStore) {
+// --- Opened by others ----------------------------------------------------------------------------
+
+TEST_F(LockedKeychainTest, OpenedByOthersWhileTheQuestionIsOpenItGivesTheToken) {
+  asks();
+  store.othersOpen();
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+}
+
+TEST_F(LockedKeychainTest, TheQuestionThatIsStillOnScreenThenIsAnsweredToNobody) {
+  for (const bool answer : {true, false}) {
+    store.locked = true;
+    startAgain();
+    asks();
+    store.othersOpen();
+    answers.clear();
+    store.userAnswers(answer);
+    EXPECT_THAT(answers, IsEmpty());
+    EXPECT_EQ(keychain->keychainLoad(), "T");
+  }
+}
+
+TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
+  asks();
+  store.userAnswers(false);
+  store.othersOpen();
+  EXPECT_THAT(answers, ElementsAre(false, true));
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_TRUE(keychain->holdsToken());
+}
+
+TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
+  EXPECT_TRUE(keychain->isLocked());
+  store.othersOpen();
+  EXPECT_THAT(answers, ElementsAre(true));
+}
+
+TEST_F(LockedKeychainTest, AReportFromAStoreThatIsStillLockedChangesNothing) {
+  asks();
+  store.othersLock();
+  EXPECT_THAT(answers, IsEmpty());
+  store.userAnswers(true);
+  EXPECT_THAT(answers, ElementsAre(true));
+}
+
+TEST_F(LockedKeychainTest, OpenedByOthersItTakesTheTokenThatWaits) {
+  keychain->keychainSave("U");
+  store.othersOpen();
+  EXPECT_EQ(store.refreshToken(), "U");
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_FALSE(keychain->wantsUnlock());
+}
+
+TEST_F(LockedKeychainTest, OpenedByOthersItLosesTheTokenToBeRemoved) {
   keychain->keychainDelete();
-  store.locked = false;
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  store.othersOpen();
+  EXPECT_EQ(store.refreshToken(), std::nullopt);
   EXPECT_FALSE(keychain->holdsToken());
 }
+
+TEST_F(LockedKeychainTest, ARefusalAfterOthersOpenedAStoreThatReportsNothingIsNone) {
+  store.reportsChanges = false;
+  startAgain();
+  asks();
+  store.locked = false;
+  store.userAnswers(false);
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+}
+
+// --- Removals ------------------------------------------------------------------------------------
 
 TEST_F(LockedKeychainTest, ATokenSavedAfterARemovalIsTheOneThatStays) {
   keychain->keychainDelete();

@@ -242,6 +242,7 @@ TEST_P(ServiceAnswersTest, TheCaptureCallEndsAsTheTableSays) {
     return;
   }
   EXPECT_THAT(app().outbox, IsEmpty());
+  advance(0.02);
   EXPECT_EQ(decodeRecords<OutboxItem>(text("outbox.json")).value().size(), 0u);
   EXPECT_EQ(views.signIn, nullptr);
   if (expected.kind == Kind::success) {

@@ -23,6 +23,7 @@ TEST_F(OutboxTest, WithTheNetworkDownEveryFlushCountsAndNothingIsShown) {
   EXPECT_EQ(app().outbox[0].attempts, 2);
   EXPECT_EQ(app().outbox[1].attempts, 1);
   flush();
+  advance(1);
   EXPECT_EQ(stored()[0].attempts, 3);
   EXPECT_EQ(stored()[1].attempts, 2);
   EXPECT_EQ(stored()[1].lastError, "Could not connect");
@@ -95,6 +96,7 @@ TEST_F(OutboxTest, ANoteSentSignedOutWaitsAndOpensTheSignInPanel) {
   VELKClient::shared().signOut();
   sendsAndWaits("one");
   ASSERT_THAT(waiting(), ElementsAre("one"));
+  advance(1);
   EXPECT_EQ(stored().front().attempts, 1);
   EXPECT_EQ(stored().front().lastError, "Not signed in");
   EXPECT_TRUE(signInPanel().visible);

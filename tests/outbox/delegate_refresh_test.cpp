@@ -351,7 +351,7 @@ TEST_F(SigningOutTest, ANoteWhoseTokenWasBeingRefreshedStays) {
   signOut();
   service.releasesAll();
   ASSERT_THAT(app().outbox, SizeIs(1));
-  EXPECT_EQ(app().outbox.front().lastError, "Not signed in");
+  EXPECT_EQ(app().outbox.front().lastError, "Signed out meanwhile");
   EXPECT_EQ(secrets.refreshToken(), std::nullopt);
   EXPECT_EQ(views.signInsMade, 1);
 }

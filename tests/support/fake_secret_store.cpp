@@ -74,6 +74,12 @@ void FakeSecretStore::othersWrite(const std::string& token) {
   loop_.runPosted();
 }
 
+void FakeSecretStore::othersRemove() {
+  secrets_.erase(REFRESH_TOKEN);
+  report();
+  loop_.runPosted();
+}
+
 void FakeSecretStore::userAnswers(bool open) {
   if (questions_.empty()) {
     ADD_FAILURE() << "nobody asked to open the secret store";

@@ -34,6 +34,7 @@ class FakeSecretStore : public SecretStore {
   void othersOpen();
   void othersLock();
   void othersWrite(const std::string& token);
+  void othersRemove();
 
   /// What the program keeps there, and how many secrets there are at all.
   [[nodiscard]] std::optional<std::string> refreshToken() const;

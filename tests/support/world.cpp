@@ -42,6 +42,11 @@ void World::launch(const std::vector<std::string>& arguments) {
 }
 
 void World::quit() {
+  fakeApplication().terminate();
+  kill();
+}
+
+void World::kill() {
   loop.dropPosted();
   LoginController::current() = nullptr;
   delegate = nullptr;

@@ -42,8 +42,10 @@ class World {
 
   /// Starts the program through its entry, up to the first turn of its loop and what that brings.
   void launch(const std::vector<std::string>& arguments = {});
-  /// The program ends; files, settings, secrets and the service stay.
+  /// The user quits; files, settings, secrets and the service stay.
   void quit();
+  /// The program ends without a chance to do anything.
+  void kill();
   void restart();
   /// The running program's state.
   [[nodiscard]] AppDelegate& app() const;
