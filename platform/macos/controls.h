@@ -19,10 +19,13 @@ namespace notewick {
 [[nodiscard]] NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel,
                                    id target, SEL action);
 
-/// Views below each other, their leading edges aligned.
+/// Views below each other, their leading edges aligned. Hidden ones give up their room.
 [[nodiscard]] NSStackView* column(NSArray<NSView*>* views, CGFloat spacing);
 
-/// The same as a window's content view, `inset` from all four edges.
+/// A view that keeps its room while it is hidden, also within a stack view.
+[[nodiscard]] NSView* keepingItsRoom(NSView* view);
+
+/// Views below each other as a window's content view, `inset` from all four edges.
 [[nodiscard]] NSStackView* contentColumn(NSArray<NSView*>* views, CGFloat spacing, CGFloat inset);
 
 /// Views beside each other.

@@ -44,6 +44,12 @@ NSStackView* column(NSArray<NSView*>* views, CGFloat spacing) {
   return column;
 }
 
+NSView* keepingItsRoom(NSView* view) {
+  NSStackView* room = column(@[ view ], 0);
+  room.detachesHiddenViews = NO;
+  return room;
+}
+
 NSStackView* contentColumn(NSArray<NSView*>* views, CGFloat spacing, CGFloat inset) {
   NSStackView* contents = column(views, spacing);
   contents.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);

@@ -130,7 +130,10 @@ NSView* CocoaQuickNotePanel::contents(const QuickNoteTexts& texts) {
   caught_ = column(@[], 4);
 
   return contentColumn(
-      @[ participants_, noteBox, placeholder_, minutes_, hint_, sendRow, caughtHeader_, caught_ ],
+      @[
+        participants_, noteBox, keepingItsRoom(placeholder_), minutes_, hint_, sendRow,
+        caughtHeader_, caught_
+      ],
       8, 12);
 }
 
@@ -197,6 +200,7 @@ void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
     [view removeFromSuperview];
   }
   caughtHeader_.hidden = rows.empty();
+  caught_.hidden = rows.empty();
   for (std::size_t tag = 0; tag < rows.size(); ++tag) {
     [caught_ addArrangedSubview:caughtRow(rows[tag], tag)];
   }

@@ -210,6 +210,18 @@ TEST_F(MacosQuickNotePanelTest, GrowsAndShrinksWithItsRows) {
   EXPECT_EQ(NSHeight(native().frame), plain);
 }
 
+TEST_F(MacosQuickNotePanelTest, KeepsTheRoomOfTheHiddenPlaceholder) {
+  const CGFloat shown = native().contentView.fittingSize.height;
+  panel_->setPlaceholderHidden(true);
+  EXPECT_TRUE(textField(native(), TEXTS.placeholder).hidden);
+  EXPECT_EQ(native().contentView.fittingSize.height, shown);
+}
+
+TEST_F(MacosQuickNotePanelTest, LeavesNoRoomForRowsThatAreNotThere) {
+  NSView* sendRow = buttons(native(), "Send to VELK").at(0).superview;
+  EXPECT_EQ(NSMinY(placeInWindow(sendRow)), 12) << "stands on the inset";
+}
+
 TEST_F(MacosQuickNotePanelTest, StandsInTheBottomRightCornerUntilItHasAPlace) {
   EXPECT_FALSE(panel_->applySavedFrame());
   panel_->placeAtBottomRight(24);

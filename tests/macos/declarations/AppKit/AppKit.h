@@ -157,22 +157,26 @@ extern "C" void NSBeep(void);
 
 @interface NSView : NSResponder <NSAccessibility>
 @property NSAutoresizingMaskOptions autoresizingMask;
+@property NSRect bounds;
 @property(readonly) NSSize fittingSize;
 @property NSRect frame;
 @property(readonly) NSLayoutDimension* heightAnchor;
 @property(getter=isHidden) BOOL hidden;
 @property(copy) NSArray<__kindof NSView*>* subviews;
+@property(nullable, readonly) NSView* superview;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property(readonly) NSLayoutDimension* widthAnchor;
 @property(nullable, readonly) NSWindow* window;
 - (instancetype)initWithFrame:(NSRect)frame;
 - (NSRect)alignmentRectForFrame:(NSRect)frame;
+- (NSRect)convertRect:(NSRect)rect toView:(nullable NSView*)view;
 - (void)removeFromSuperview;
 @end
 
 @interface NSStackView : NSView
 @property NSLayoutAttribute alignment;
 @property(readonly) NSArray<__kindof NSView*>* arrangedSubviews;
+@property BOOL detachesHiddenViews;
 @property NSEdgeInsets edgeInsets;
 @property NSUserInterfaceLayoutOrientation orientation;
 @property CGFloat spacing;
