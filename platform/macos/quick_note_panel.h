@@ -24,6 +24,9 @@ class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
   /// Gives the name back under which the frame is kept: only one window at a time may have it.
   ~CocoaQuickNotePanel() override;
 
+  /// The keyboard goes to the note, whatever had it the last time: what is typed next is a note.
+  void makeKeyAndOrderFront() override;
+
   void setParticipants(const std::vector<std::string>& titles,
                        std::optional<std::size_t> selected) override;
   [[nodiscard]] std::optional<std::string> selectedParticipant() const override;

@@ -82,9 +82,15 @@ CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
   setUpPanel(texts);
   panel_.contentView = contents(texts);
   panel_.defaultButtonCell = send_.cell;
+  panel_.initialFirstResponder = note_;
 }
 
 CocoaQuickNotePanel::~CocoaQuickNotePanel() { [panel_ setFrameAutosaveName:@""]; }
+
+void CocoaQuickNotePanel::makeKeyAndOrderFront() {
+  focusNote();
+  CocoaPanel::makeKeyAndOrderFront();
+}
 
 void CocoaQuickNotePanel::setUpPanel(const QuickNoteTexts& texts) {
   panel_.title = nsString(texts.title);

@@ -162,8 +162,19 @@ TEST_F(MacosQuickNotePanelTest, UndoesTypingButNothingOfASentNote) {
 }
 
 TEST_F(MacosQuickNotePanelTest, MovesTheFocusIntoTheNote) {
-  panel_->makeKeyAndOrderFront();
+  panel_->orderFrontRegardless();
+  [native() makeFirstResponder:nil];
   panel_->focusNote();
+  EXPECT_EQ(native().firstResponder, note());
+}
+
+TEST_F(MacosQuickNotePanelTest, TakesTheKeyboardIntoTheNoteWhateverHadItBefore) {
+  EXPECT_EQ(native().initialFirstResponder, note());
+  panel_->makeKeyAndOrderFront();
+  EXPECT_EQ(native().firstResponder, note());
+  [native() makeFirstResponder:nil];
+  panel_->orderOut();
+  panel_->makeKeyAndOrderFront();
   EXPECT_EQ(native().firstResponder, note());
 }
 

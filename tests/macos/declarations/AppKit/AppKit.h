@@ -310,6 +310,7 @@ extern "C" void NSBeep(void);
 @property(readonly) NSRect frame;
 @property(readonly) NSWindowFrameAutosaveName frameAutosaveName;
 @property BOOL hidesOnDeactivate;
+@property(nullable, weak) NSView* initialFirstResponder;
 @property(getter=isKeyWindow, readonly) BOOL keyWindow;
 @property NSWindowLevel level;
 @property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
