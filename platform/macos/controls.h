@@ -19,6 +19,11 @@ namespace notewick {
 [[nodiscard]] NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel,
                                    id target, SEL action);
 
+/// The same in the small size.
+[[nodiscard]] NSButton* smallPushButton(const std::string& title,
+                                        const std::string& accessibilityLabel, id target,
+                                        SEL action);
+
 /// Views below each other, their leading edges aligned. Hidden ones give up their room.
 [[nodiscard]] NSStackView* column(NSArray<NSView*>* views, CGFloat spacing);
 

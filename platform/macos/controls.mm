@@ -38,6 +38,13 @@ NSButton* pushButton(const std::string& title, const std::string& accessibilityL
   return button;
 }
 
+NSButton* smallPushButton(const std::string& title, const std::string& accessibilityLabel,
+                          id target, SEL action) {
+  NSButton* button = pushButton(title, accessibilityLabel, target, action);
+  button.controlSize = NSControlSizeSmall;
+  return button;
+}
+
 NSStackView* column(NSArray<NSView*>* views, CGFloat spacing) {
   NSStackView* column = stack(views, NSUserInterfaceLayoutOrientationVertical, spacing);
   column.alignment = NSLayoutAttributeLeading;

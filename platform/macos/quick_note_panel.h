@@ -4,15 +4,14 @@
 
 #include <memory>
 
+#include "platform/macos/caught_list.h"
 #include "platform/macos/floating_panel.h"
 #include "platform/quick_note_panel.h"
 
 /// Takes what the controls and the window tell and hands it to the panel's delegate.
-@interface NWQuickNoteEvents : NSObject <NSWindowDelegate, NSTextViewDelegate>
+@interface NWQuickNoteEvents : NSObject <NSWindowDelegate, NSTextViewDelegate, NWCaughtListTarget>
 - (instancetype)initWithDelegate:(std::weak_ptr<notewick::QuickNotePanelDelegate>)delegate;
 - (void)send:(id)sender;
-- (void)caughtLog:(NSButton*)sender;
-- (void)caughtSkip:(NSButton*)sender;
 @end
 
 namespace notewick {
@@ -48,13 +47,11 @@ class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
   void setUpPanel(const QuickNoteTexts& texts);
   [[nodiscard]] NSView* contents(const QuickNoteTexts& texts);
   [[nodiscard]] NSView* noteBox(const QuickNoteTexts& texts);
-  [[nodiscard]] NSView* caughtRow(const CaughtRow& row, std::size_t tag) const;
 
   NWQuickNoteEvents* events_;
   bool hasPlace_ =
       false;  ///< a frame was saved by an earlier run, or this run has placed the panel
-  std::string logTitle_;
-  std::string skipTitle_;
+  std::vector<std::string> titles_;  ///< the chooser's, to the byte
   NSPopUpButton* participants_;
   NSTextView* note_;
   NSTextField* placeholder_;
@@ -63,7 +60,7 @@ class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
   NSButton* send_;
   NSTextField* status_;
   NSTextField* caughtHeader_;
-  NSStackView* caught_;
+  CaughtList caught_;
 };
 
 }  // namespace notewick

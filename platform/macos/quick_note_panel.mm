@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/macos/chooser.h"
 #include "platform/macos/controls.h"
 #include "platform/macos/text.h"
 
@@ -77,8 +78,7 @@ CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
                                          std::weak_ptr<QuickNotePanelDelegate> delegate)
     : CocoaPanel(makePanel()),
       events_([[NWQuickNoteEvents alloc] initWithDelegate:std::move(delegate)]),
-      logTitle_(texts.log),
-      skipTitle_(texts.skip) {
+      caught_(texts, events_) {
   setUpPanel(texts);
   panel_.contentView = contents(texts);
   panel_.defaultButtonCell = send_.cell;
@@ -133,12 +133,12 @@ NSView* CocoaQuickNotePanel::contents(const QuickNoteTexts& texts) {
 
   caughtHeader_ =
       label(texts.caughtHeader, [NSFont boldSystemFontOfSize:11], NSColor.secondaryLabelColor);
-  caught_ = column(@[], 4);
+  caughtHeader_.hidden = YES;
 
   return contentColumn(
       @[
         participants_, noteBox, keepingItsRoom(placeholder_), minutes_, hint_, sendRow,
-        caughtHeader_, caught_
+        caughtHeader_, caught_.view()
       ],
       8, 12);
 }
@@ -163,15 +163,15 @@ NSView* CocoaQuickNotePanel::noteBox(const QuickNoteTexts& texts) {
 
 void CocoaQuickNotePanel::setParticipants(const std::vector<std::string>& titles,
                                           std::optional<std::size_t> selected) {
-  [participants_ removeAllItems];
-  [participants_ addItemsWithTitles:nsStrings(titles)];
-  if (selected) [participants_ selectItemAtIndex:static_cast<NSInteger>(*selected)];
+  titles_ = titles;
+  setItems(participants_, titles);
+  selectItem(participants_, selected);
 }
 
 std::optional<std::string> CocoaQuickNotePanel::selectedParticipant() const {
-  NSString* title = participants_.titleOfSelectedItem;
-  if (title == nil) return std::nullopt;
-  return utf8(title);
+  const auto selected = selectedItem(participants_);
+  if (!selected) return std::nullopt;
+  return titles_[*selected];
 }
 
 std::string CocoaQuickNotePanel::noteText() const { return utf8(note_.string); }
@@ -201,31 +201,11 @@ void CocoaQuickNotePanel::setStatus(const std::string& text) {
 
 void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
                                     const std::optional<std::string>& more) {
-  for (NSView* view in [caught_.arrangedSubviews copy]) {
-    [caught_ removeArrangedSubview:view];
-    [view removeFromSuperview];
-  }
+  if (!caught_.setRows(rows, more)) return;
   caughtHeader_.hidden = rows.empty();
-  caught_.hidden = rows.empty();
-  for (std::size_t tag = 0; tag < rows.size(); ++tag) {
-    [caught_ addArrangedSubview:caughtRow(rows[tag], tag)];
-  }
-  if (!more) return;
-  [caught_
-      addArrangedSubview:label(*more, [NSFont systemFontOfSize:10], NSColor.tertiaryLabelColor)];
-}
-
-NSView* CocoaQuickNotePanel::caughtRow(const CaughtRow& caught, std::size_t tag) const {
-  NSTextField* text = label(caught.text, [NSFont systemFontOfSize:11], NSColor.labelColor);
-  text.lineBreakMode = NSLineBreakByTruncatingTail;
-  [text.widthAnchor constraintLessThanOrEqualToConstant:190].active = YES;
-  NSButton* log = pushButton(logTitle_, caught.logLabel, events_, @selector(caughtLog:));
-  NSButton* skip = pushButton(skipTitle_, caught.skipLabel, events_, @selector(caughtSkip:));
-  for (NSButton* button in @[ log, skip ]) {
-    button.tag = static_cast<NSInteger>(tag);
-    button.controlSize = NSControlSizeSmall;
-  }
-  return row(@[ text, log, skip ], 6);
+  [panel_ recalculateKeyViewLoop];
+  const bool focusHasGone = panel_.firstResponder == panel_;
+  if (focusHasGone) focusNote();
 }
 
 void CocoaQuickNotePanel::fitToContents() { notewick::fitToContents(panel_); }

@@ -24,6 +24,7 @@ LANGUAGE = {
     "countByEnumeratingWithState",
     "dictionaryWithObjects",
     "numberWithBool",
+    "objectAtIndexedSubscript",
     "objectForKeyedSubscript",
     "setObject",
 }

@@ -64,6 +64,26 @@ class MacosQuickNotePanelTest : public testing::Test {
     [note() insertText:text replacementRange:NSMakeRange(note().string.length, 0)];
   }
 
+  /// What the tabulator key goes through after the note, were every control to take the keyboard.
+  [[nodiscard]] std::vector<NSView*> keyViewLoop() const {
+    [native() selectKeyViewFollowingView:note()];
+    std::vector<NSView*> loop;
+    for (NSView* view = note().nextKeyView; view != nil && view != note() && loop.size() < 100;
+         view = view.nextKeyView) {
+      loop.push_back(view);
+    }
+    return loop;
+  }
+  /// The buttons of as many rows.
+  [[nodiscard]] std::vector<NSView*> buttonsOf(std::size_t rows) const {
+    std::vector<NSView*> found;
+    for (std::size_t row = 0; row < rows; ++row) {
+      found.push_back(buttons(native(), "Log").at(row));
+      found.push_back(buttons(native(), "✕").at(row));
+    }
+    return found;
+  }
+
   std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
   std::unique_ptr<CocoaQuickNotePanel> panel_;
 };
@@ -197,6 +217,36 @@ TEST_F(MacosQuickNotePanelTest, ShowsRowsWithTheirButtons) {
   [buttons(native(), "Log").at(1) performClick:nil];
   [buttons(native(), "✕").at(0) performClick:nil];
   EXPECT_THAT(delegate_->log, testing::ElementsAre("log 1", "skip 0"));
+}
+
+TEST_F(MacosQuickNotePanelTest, LeavesRowsAloneThatHaveNotChanged) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  NSButton* log = buttons(native(), "Log").at(0);
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  EXPECT_EQ(buttons(native(), "Log").at(0), log);
+}
+
+TEST_F(MacosQuickNotePanelTest, TakesNoPressOnARowThatHasGone) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  NSButton* pressed = buttons(native(), "✕").at(0);
+  panel_->setCaught({TWO_ROWS[1]}, std::nullopt);
+  [pressed performClick:nil];
+  EXPECT_TRUE(delegate_->log.empty());
+}
+
+TEST_F(MacosQuickNotePanelTest, LeadsTheTabulatorKeyThroughNewRows) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_THAT(keyViewLoop(), testing::IsSupersetOf(buttonsOf(TWO_ROWS.size())));
+}
+
+TEST_F(MacosQuickNotePanelTest, PutsTheKeyboardIntoTheNoteWhenTheRowThatHadItHasGone) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  if (![native() makeFirstResponder:buttons(native(), "Log").at(0)]) {
+    GTEST_SKIP() << "buttons take no keyboard without full keyboard access";
+  }
+  panel_->setCaught({}, std::nullopt);
+  EXPECT_EQ(native().firstResponder, note());
 }
 
 TEST_F(MacosQuickNotePanelTest, CutsLongRowsAtTheirEnd) {

@@ -163,6 +163,7 @@ extern "C" void NSBeep(void);
 @property(readonly) NSLayoutDimension* heightAnchor;
 @property(getter=isHidden) BOOL hidden;
 @property(copy) NSArray<__kindof NSView*>* subviews;
+@property(nullable) NSView* nextKeyView;
 @property(nullable, readonly) NSView* superview;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property(readonly) NSLayoutDimension* widthAnchor;
@@ -209,6 +210,7 @@ extern "C" void NSBeep(void);
 @end
 
 @interface NSControl : NSView
+@property(nullable) SEL action;
 @property(nullable, retain) __kindof NSCell* cell;
 @property NSControlSize controlSize;
 @property(getter=isEnabled) BOOL enabled;
@@ -244,10 +246,13 @@ extern "C" void NSBeep(void);
 @end
 
 @interface NSPopUpButton : NSButton
-@property(nullable, readonly) NSString* titleOfSelectedItem;
+@property(readonly) NSInteger indexOfSelectedItem;
+@property(readonly) NSInteger numberOfItems;
 - (instancetype)initWithFrame:(NSRect)frame pullsDown:(BOOL)pullsDown;
-- (void)addItemsWithTitles:(NSArray<NSString*>*)titles;
-- (void)removeAllItems;
+- (void)insertItemWithTitle:(NSString*)title atIndex:(NSInteger)index;
+- (nullable NSMenuItem*)itemAtIndex:(NSInteger)index;
+- (NSString*)itemTitleAtIndex:(NSInteger)index;
+- (void)removeItemAtIndex:(NSInteger)index;
 - (void)selectItemAtIndex:(NSInteger)index;
 @end
 
@@ -331,7 +336,9 @@ extern "C" void NSBeep(void);
 - (void)orderFrontRegardless;
 - (void)orderOut:(nullable id)sender;
 - (void)performClose:(nullable id)sender;
+- (void)recalculateKeyViewLoop;
 - (void)saveFrameUsingName:(NSWindowFrameAutosaveName)name;
+- (void)selectKeyViewFollowingView:(NSView*)view;
 - (void)selectNextKeyView:(nullable id)sender;
 - (void)selectPreviousKeyView:(nullable id)sender;
 - (void)setContentSize:(NSSize)size;

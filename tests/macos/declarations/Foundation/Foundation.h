@@ -81,10 +81,13 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 + (instancetype)array;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nonnull])objects
                            count:(NSUInteger)count;
+- (BOOL)containsObject:(ObjectType)object;
+- (ObjectType)objectAtIndexedSubscript:(NSUInteger)index;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray <ObjectType>
 - (void)addObject:(ObjectType)object;
+- (void)removeAllObjects;
 @end
 
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSCopying>
