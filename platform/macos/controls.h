@@ -19,7 +19,7 @@ namespace notewick {
 [[nodiscard]] NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel,
                                    id target, SEL action);
 
-/// The same in the small size.
+/// The same in the small size, its title in the font of that size.
 [[nodiscard]] NSButton* smallPushButton(const std::string& title,
                                         const std::string& accessibilityLabel, id target,
                                         SEL action);

@@ -42,6 +42,7 @@ NSButton* smallPushButton(const std::string& title, const std::string& accessibi
                           id target, SEL action) {
   NSButton* button = pushButton(title, accessibilityLabel, target, action);
   button.controlSize = NSControlSizeSmall;
+  button.font = [NSFont systemFontOfSize:[NSFont systemFontSizeForControlSize:NSControlSizeSmall]];
   return button;
 }
 

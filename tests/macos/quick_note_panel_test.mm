@@ -219,6 +219,13 @@ TEST_F(MacosQuickNotePanelTest, ShowsRowsWithTheirButtons) {
   EXPECT_THAT(delegate_->log, testing::ElementsAre("log 1", "skip 0"));
 }
 
+TEST_F(MacosQuickNotePanelTest, SetsTheButtonsOfItsRowsInTheSmallFont) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  const CGFloat small = [NSFont systemFontSizeForControlSize:NSControlSizeSmall];
+  EXPECT_EQ(buttons(native(), "Log").at(0).font.pointSize, small);
+  EXPECT_EQ(buttons(native(), "✕").at(1).font.pointSize, small);
+}
+
 TEST_F(MacosQuickNotePanelTest, LeavesRowsAloneThatHaveNotChanged) {
   panel_->setCaught(TWO_ROWS, std::nullopt);
   NSButton* log = buttons(native(), "Log").at(0);

@@ -105,6 +105,7 @@ extern "C" void NSBeep(void);
 @interface NSFont : NSObject <NSCopying>
 @property(readonly) CGFloat pointSize;
 + (NSFont*)boldSystemFontOfSize:(CGFloat)size;
++ (CGFloat)systemFontSizeForControlSize:(NSControlSize)size;
 + (NSFont*)systemFontOfSize:(CGFloat)size;
 @end
 
