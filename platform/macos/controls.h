@@ -11,7 +11,8 @@ namespace notewick {
 /// A line of text that cannot be edited.
 [[nodiscard]] NSTextField* label(const std::string& text, NSFont* font, NSColor* colour);
 
-/// The same, broken into lines no wider than `width`.
+/// The same, broken into lines no wider than `width`. The mouse selects its text for copying; the
+/// tabulator key passes it by.
 [[nodiscard]] NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colour,
                                          CGFloat width);
 

@@ -2,6 +2,18 @@
 
 #include "platform/macos/text.h"
 
+/// AppKit leads the tabulator key to every text that can be selected.
+@interface NWPassedByLabel : NSTextField
+@end
+
+@implementation NWPassedByLabel
+
+- (BOOL)canBecomeKeyView {
+  return NO;
+}
+
+@end
+
 namespace notewick {
 namespace {
 
@@ -23,7 +35,8 @@ NSTextField* label(const std::string& text, NSFont* font, NSColor* colour) {
 }
 
 NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colour, CGFloat width) {
-  NSTextField* label = [NSTextField wrappingLabelWithString:nsString(text)];
+  NSTextField* label = [NWPassedByLabel wrappingLabelWithString:nsString(text)];
+  label.selectable = YES;
   label.font = font;
   label.textColor = colour;
   label.preferredMaxLayoutWidth = width;

@@ -123,6 +123,19 @@ TEST_F(MacosSignInPanelTest, GrowsWithItsErrorAndShrinksWithoutIt) {
   EXPECT_EQ(NSHeight(native().frame), plain);
 }
 
+TEST_F(MacosSignInPanelTest, LetsItsWordsBeCopiedButNotReachedByTheTabulatorKey) {
+  panel_->setError("The address is not secure.");
+  for (const std::string& words : {TEXTS.explanation, std::string("The address is not secure.")}) {
+    NSTextField* label = textField(native(), words);
+    EXPECT_TRUE(label.selectable);
+    EXPECT_FALSE(label.editable);
+    EXPECT_FALSE(label.canBecomeKeyView);
+  }
+  panel_->present();
+  [native() selectKeyViewFollowingView:email()];
+  EXPECT_NE(password().currentEditor, nil);
+}
+
 TEST_F(MacosSignInPanelTest, TellsOfAUserClosingIt) {
   panel_->present();
   panel_->orderOut();

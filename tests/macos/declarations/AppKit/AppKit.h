@@ -159,6 +159,7 @@ extern "C" void NSBeep(void);
 @interface NSView : NSResponder <NSAccessibility>
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property NSRect bounds;
+@property(readonly) BOOL canBecomeKeyView;
 @property(readonly) NSSize fittingSize;
 @property NSRect frame;
 @property(readonly) NSLayoutDimension* heightAnchor;
@@ -224,8 +225,10 @@ extern "C" void NSBeep(void);
 @end
 
 @interface NSTextField : NSControl
+@property(getter=isEditable) BOOL editable;
 @property(nullable, copy) NSString* placeholderString;
 @property CGFloat preferredMaxLayoutWidth;
+@property(getter=isSelectable) BOOL selectable;
 @property(nullable, copy) NSColor* textColor;
 + (instancetype)labelWithString:(NSString*)text;
 + (instancetype)textFieldWithString:(NSString*)text;
