@@ -4,6 +4,7 @@
 
 #include "platform/macos/chooser.h"
 #include "platform/macos/controls.h"
+#include "platform/macos/note_window.h"
 #include "platform/macos/text.h"
 
 @implementation NWQuickNoteEvents {
@@ -58,7 +59,7 @@ namespace {
 constexpr CGFloat FIELD_WIDTH = 296;
 
 NSPanel* makePanel() {
-  return [[NSPanel alloc]
+  return [[NWNoteWindow alloc]
       initWithContentRect:NSMakeRect(0, 0, 320, 300)
                 styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
                           NSWindowStyleMaskUtilityWindow | NSWindowStyleMaskNonactivatingPanel

@@ -12,6 +12,7 @@ set(NOTEWICK_MACOS_SOURCES
   http_session.mm
   main_loop.mm
   menu_renderer.mm
+  note_window.mm
   process_launcher.mm
   quick_note_panel.mm
   screen.mm

@@ -64,6 +64,21 @@ class MacosQuickNotePanelTest : public testing::Test {
     [note() insertText:text replacementRange:NSMakeRange(note().string.length, 0)];
   }
 
+  /// Whether the panel takes Return, pressed with these modifiers, before its controls get it.
+  bool takesReturn(NSEventModifierFlags modifiers, NSString* key = @"\r",
+                   BOOL repeated = NO) const {
+    NSEvent* pressed = [NSEvent keyEventWithType:NSEventTypeKeyDown
+                                        location:NSMakePoint(0, 0)
+                                   modifierFlags:modifiers
+                                       timestamp:0
+                                    windowNumber:native().windowNumber
+                                         context:nil
+                                      characters:key
+                     charactersIgnoringModifiers:key
+                                       isARepeat:repeated
+                                         keyCode:0];
+    return [native() performKeyEquivalent:pressed];
+  }
   /// What the tabulator key goes through after the note, were every control to take the keyboard.
   [[nodiscard]] std::vector<NSView*> keyViewLoop() const {
     [native() selectKeyViewFollowingView:note()];
@@ -144,6 +159,27 @@ TEST_F(MacosQuickNotePanelTest, SendsByItsDefaultButton) {
   EXPECT_EQ(native().defaultButtonCell, send.cell);
   [send performClick:nil];
   EXPECT_THAT(delegate_->log, testing::ElementsAre("send"));
+}
+
+TEST_F(MacosQuickNotePanelTest, SendsByCommandReturnFromTheNoteAndFromAnywhereElse) {
+  panel_->makeKeyAndOrderFront();
+  EXPECT_TRUE(takesReturn(NSEventModifierFlagCommand));
+  [native() makeFirstResponder:nil];
+  EXPECT_TRUE(takesReturn(NSEventModifierFlagCommand, @"\x03"));
+  EXPECT_THAT(delegate_->log, testing::ElementsAre("send", "send"));
+}
+
+TEST_F(MacosQuickNotePanelTest, SendsOnceWhileCommandReturnIsHeldDown) {
+  panel_->makeKeyAndOrderFront();
+  EXPECT_TRUE(takesReturn(NSEventModifierFlagCommand, @"\r", YES));
+  EXPECT_TRUE(delegate_->log.empty());
+}
+
+TEST_F(MacosQuickNotePanelTest, SendsByNoOtherModifierWithReturn) {
+  panel_->makeKeyAndOrderFront();
+  takesReturn(NSEventModifierFlagCommand | NSEventModifierFlagShift);
+  takesReturn(NSEventModifierFlagOption);
+  EXPECT_TRUE(delegate_->log.empty());
 }
 
 TEST_F(MacosQuickNotePanelTest, ListsParticipantsAndSelectsOne) {

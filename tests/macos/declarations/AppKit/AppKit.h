@@ -4,7 +4,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSMenu, NSMenuItem, NSText, NSTextView, NSView, NSWindow;
+@class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSText, NSTextView, NSView, NSWindow;
 
 // --- Constants -----------------------------------------------------------------------------------
 typedef NSInteger NSWindowLevel;
@@ -20,6 +20,7 @@ typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStylePush = 1 };
 typedef NS_ENUM(NSUInteger, NSBorderType) { NSBezelBorder = 2 };
 typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageLeading = 7 };
 typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeSmall = 1 };
+typedef NS_ENUM(NSUInteger, NSEventType) { NSEventTypeKeyDown = 10 };
 typedef NS_ENUM(NSInteger, NSLayoutAttribute) { NSLayoutAttributeLeading = 5 };
 typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByTruncatingTail = 4 };
 typedef NS_ENUM(NSUInteger, NSProgressIndicatorStyle) { NSProgressIndicatorStyleSpinning = 1 };
@@ -29,6 +30,9 @@ typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutOrientation) {
   NSUserInterfaceLayoutOrientationVertical = 1
 };
 NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){NSViewWidthSizable = 2};
+NS_OPTIONS(NSUInteger, NSEventModifierFlags){
+    NSEventModifierFlagShift = 1 << 17, NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19, NSEventModifierFlagCommand = 1 << 20};
 NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
     NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8};
@@ -51,8 +55,25 @@ extern "C" void NSBeep(void);
 - (void)insertTab:(nullable id)sender;
 @end
 
+@interface NSEvent : NSObject <NSCopying>
+@property(getter=isARepeat, readonly) BOOL ARepeat;
+@property(nullable, readonly) NSString* charactersIgnoringModifiers;
+@property(readonly) NSEventModifierFlags modifierFlags;
++ (nullable NSEvent*)keyEventWithType:(NSEventType)type
+                             location:(NSPoint)location
+                        modifierFlags:(NSEventModifierFlags)flags
+                            timestamp:(NSTimeInterval)time
+                         windowNumber:(NSInteger)windowNumber
+                              context:(nullable NSGraphicsContext*)context
+                           characters:(NSString*)characters
+          charactersIgnoringModifiers:(NSString*)charactersIgnoringModifiers
+                            isARepeat:(BOOL)isARepeat
+                              keyCode:(unsigned short)keyCode;
+@end
+
 @interface NSResponder : NSObject <NSStandardKeyBindingResponding>
 @property(nullable, readonly) NSUndoManager* undoManager;
+- (BOOL)performKeyEquivalent:(NSEvent*)event;
 @end
 
 // --- Application and system ----------------------------------------------------------------------
@@ -203,6 +224,7 @@ extern "C" void NSBeep(void);
 
 // --- Controls ------------------------------------------------------------------------------------
 @interface NSCell : NSObject <NSCopying>
+- (void)performClick:(nullable id)sender;
 @end
 
 @interface NSActionCell : NSCell
@@ -327,6 +349,7 @@ extern "C" void NSBeep(void);
 @property NSWindowStyleMask styleMask;
 @property(copy) NSString* title;
 @property(getter=isVisible, readonly) BOOL visible;
+@property(readonly) NSInteger windowNumber;
 + (void)removeFrameUsingName:(NSWindowFrameAutosaveName)name;
 - (instancetype)initWithContentRect:(NSRect)rect
                           styleMask:(NSWindowStyleMask)style
