@@ -1,0 +1,70 @@
+#include "tests/macos/quick_note_panel_fixture.h"
+
+namespace notewick {
+namespace {
+
+using MacosCaughtListTest = MacosQuickNotePanelTest;
+
+TEST_F(MacosCaughtListTest, ShowsRowsWithTheirButtons) {
+  panel_->setCaught(TWO_ROWS, "+ 2 more in the menu bar");
+  NSTextField* row = textField(native(), TWO_ROWS[1].text);
+  ASSERT_NE(row, nil);
+  EXPECT_EQ(row.lineBreakMode, NSLineBreakByTruncatingTail);
+  EXPECT_NE(textField(native(), "+ 2 more in the menu bar"), nil);
+  EXPECT_EQ(buttons(native(), "Log").at(1).controlSize, NSControlSizeSmall);
+  [buttons(native(), "Log").at(1) performClick:nil];
+  [buttons(native(), "✕").at(0) performClick:nil];
+  EXPECT_THAT(delegate_->log, testing::ElementsAre("log 1", "skip 0"));
+}
+
+TEST_F(MacosCaughtListTest, SetsTheButtonsOfItsRowsInTheSmallFont) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  const CGFloat small = [NSFont systemFontSizeForControlSize:NSControlSizeSmall];
+  EXPECT_EQ(buttons(native(), "Log").at(0).font.pointSize, small);
+  EXPECT_EQ(buttons(native(), "✕").at(1).font.pointSize, small);
+}
+
+TEST_F(MacosCaughtListTest, LeavesRowsAloneThatHaveNotChanged) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  NSButton* log = buttons(native(), "Log").at(0);
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  EXPECT_EQ(buttons(native(), "Log").at(0), log);
+}
+
+TEST_F(MacosCaughtListTest, TakesNoPressOnARowThatHasGone) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  NSButton* pressed = buttons(native(), "✕").at(0);
+  panel_->setCaught({TWO_ROWS[1]}, std::nullopt);
+  [pressed performClick:nil];
+  EXPECT_TRUE(delegate_->log.empty());
+}
+
+TEST_F(MacosCaughtListTest, LeadsTheTabulatorKeyThroughNewRows) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_THAT(keyViewLoop(), testing::IsSupersetOf(buttonsOf(TWO_ROWS.size())));
+}
+
+TEST_F(MacosCaughtListTest, PutsTheKeyboardIntoTheNoteWhenTheRowThatHadItHasGone) {
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  if (![native() makeFirstResponder:buttons(native(), "Log").at(0)]) {
+    GTEST_SKIP() << "buttons take no keyboard without full keyboard access";
+  }
+  panel_->setCaught({}, std::nullopt);
+  EXPECT_EQ(native().firstResponder, note());
+}
+
+TEST_F(MacosCaughtListTest, CutsLongRowsAtTheirEnd) {
+  panel_->setCaught({{std::string(200, 'x'), "Log", "Skip"}}, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_LE(laidOutWidth(textField(native(), std::string(200, 'x'))), 190);
+}
+
+TEST_F(MacosCaughtListTest, HidesTheHeaderWithoutRows) {
+  EXPECT_TRUE(textField(native(), TEXTS.caughtHeader).hidden);
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  EXPECT_FALSE(textField(native(), TEXTS.caughtHeader).hidden);
+}
+
+}  // namespace
+}  // namespace notewick

@@ -1,0 +1,65 @@
+#include "tests/macos/quick_note_panel_fixture.h"
+
+namespace notewick {
+namespace {
+
+using MacosQuickNotePanelPlaceTest = MacosQuickNotePanelTest;
+
+TEST_F(MacosQuickNotePanelPlaceTest, GrowsAndShrinksWithItsRows) {
+  const CGFloat plain = NSHeight(native().frame);
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_GT(NSHeight(native().frame), plain);
+  panel_->setCaught({}, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_EQ(NSHeight(native().frame), plain);
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, KeepsTheRoomOfTheHiddenPlaceholder) {
+  const CGFloat shown = native().contentView.fittingSize.height;
+  panel_->setPlaceholderHidden(true);
+  EXPECT_TRUE(textField(native(), TEXTS.placeholder).hidden);
+  EXPECT_EQ(native().contentView.fittingSize.height, shown);
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, LeavesNoRoomForRowsThatAreNotThere) {
+  NSView* sendRow = buttons(native(), "Send to VELK").at(0).superview;
+  EXPECT_EQ(NSMinY(placeInWindow(sendRow)), 12) << "stands on the inset";
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, StandsInTheBottomRightCornerUntilItHasAPlace) {
+  EXPECT_FALSE(panel_->applySavedFrame());
+  panel_->placeAtBottomRight(24);
+  EXPECT_EQ(NSMaxX(native().frame), NSMaxX(visible()) - 24);
+  EXPECT_EQ(NSMinY(native().frame), NSMinY(visible()) + 24);
+  EXPECT_TRUE(panel_->applySavedFrame());
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, GrowsUpwardsInTheBottomRightCorner) {
+  panel_->placeAtBottomRight(24);
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  panel_->fitToContents();
+  EXPECT_EQ(NSMinY(native().frame), NSMinY(visible()) + 24);
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, ComesBackWhereItWasLeft) {
+  panel_->placeAtBottomRight(24);
+  panel_->orderFrontRegardless();
+  [native() setFrameOrigin:NSMakePoint(NSMinX(visible()) + 100, NSMinY(visible()) + 150)];
+  [native() saveFrameUsingName:@"VELKQuickWidget"];
+  const NSRect left = native().frame;
+  remake();
+  EXPECT_TRUE(panel_->applySavedFrame());
+  EXPECT_TRUE(NSEqualRects(native().frame, left));
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, ComesBackOntoTheScreen) {
+  [native() setFrameOrigin:NSMakePoint(NSMaxX(visible()) + 5000, NSMinY(visible()))];
+  [native() saveFrameUsingName:@"VELKQuickWidget"];
+  remake();
+  EXPECT_TRUE(panel_->applySavedFrame());
+  EXPECT_TRUE(NSContainsRect(visible(), native().frame));
+}
+
+}  // namespace
+}  // namespace notewick
