@@ -2,13 +2,15 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/window_drag.h"
+
 namespace notewick {
 
 /// Gives the panel the size that its content view asks for, and keeps it in its place.
 void fitToContents(NSPanel* panel);
 
-/// Lets the panel, in its present size, stand where `kept` stood (platform/panel_placement.h).
-void standWhere(NSPanel* panel, NSRect kept);
+/// Pulls the panel wholly onto a screen (platform/panel_placement.h).
+void pullOntoScreen(NSPanel* panel);
 
 /// What both panels do alike, over a panel that the derived class has built. The window is not
 /// destroyed before this object, which must not be destroyed inside a call to a delegate.
@@ -31,6 +33,7 @@ class CocoaPanel : public Port {
 
  protected:
   NSPanel* const panel_;
+  WindowDrag drag_{panel_};
 };
 
 }  // namespace notewick

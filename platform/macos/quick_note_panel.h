@@ -16,7 +16,9 @@
 
 namespace notewick {
 
-/// The quick-note panel in native controls. Its frame is kept by the window's own autosave.
+/// The quick-note panel in native controls. Its frame is kept by the window's own autosave, which
+/// the window reads once: from then on it stands where it was left. While the user drags it nothing
+/// changes its size or its place.
 class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
  public:
   CocoaQuickNotePanel(const QuickNoteTexts& texts, std::weak_ptr<QuickNotePanelDelegate> delegate);
@@ -44,6 +46,7 @@ class CocoaQuickNotePanel final : public CocoaPanel<QuickNotePanel> {
   void placeAtBottomRight(double inset) override;
 
  private:
+  void showCaught(const std::vector<CaughtRow>& rows, const std::optional<std::string>& more);
   void setUpPanel(const QuickNoteTexts& texts);
   [[nodiscard]] NSView* contents(const QuickNoteTexts& texts);
   [[nodiscard]] NSView* noteBox(const QuickNoteTexts& texts);

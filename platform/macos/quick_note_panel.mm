@@ -202,6 +202,11 @@ void CocoaQuickNotePanel::setStatus(const std::string& text) {
 
 void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
                                     const std::optional<std::string>& more) {
+  drag_.whenOver([this, rows, more] { showCaught(rows, more); });
+}
+
+void CocoaQuickNotePanel::showCaught(const std::vector<CaughtRow>& rows,
+                                     const std::optional<std::string>& more) {
   if (!caught_.setRows(rows, more)) return;
   caughtHeader_.hidden = rows.empty();
   [panel_ recalculateKeyViewLoop];
@@ -209,16 +214,13 @@ void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
   if (focusHasGone) focusNote();
 }
 
-void CocoaQuickNotePanel::fitToContents() { notewick::fitToContents(panel_); }
+void CocoaQuickNotePanel::fitToContents() {
+  drag_.whenOver([this] { notewick::fitToContents(panel_); });
+}
 
 bool CocoaQuickNotePanel::applySavedFrame() {
-  if (!hasPlace_) return false;
-  const NSSize size = panel_.frame.size;
-  [panel_ setFrameUsingName:panel_.frameAutosaveName force:YES];
-  const NSRect saved = panel_.frame;
-  [panel_ setFrame:NSMakeRect(0, 0, size.width, size.height) display:NO];
-  standWhere(panel_, saved);
-  return true;
+  if (hasPlace_) drag_.whenOver([this] { pullOntoScreen(panel_); });
+  return hasPlace_;
 }
 
 void CocoaQuickNotePanel::placeAtBottomRight(double inset) {

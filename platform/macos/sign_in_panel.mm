@@ -117,8 +117,10 @@ std::string CocoaSignInPanel::email() const { return utf8(email_.stringValue); }
 std::string CocoaSignInPanel::password() const { return utf8(password_.stringValue); }
 
 void CocoaSignInPanel::setError(const std::string& text) {
-  error_.stringValue = nsString(text);
-  fitToContents(panel_);
+  drag_.whenOver([this, text] {
+    error_.stringValue = nsString(text);
+    fitToContents(panel_);
+  });
 }
 
 void CocoaSignInPanel::setBusy(bool busy) {

@@ -24,6 +24,7 @@ set(NOTEWICK_MACOS_SOURCES
   user_defaults.mm
   uuid_source.mm
   views.mm
+  window_drag.mm
   workspace.mm)
 list(TRANSFORM NOTEWICK_MACOS_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 

@@ -3,7 +3,31 @@
 namespace notewick {
 namespace {
 
-using MacosQuickNotePanelPlaceTest = MacosQuickNotePanelTest;
+class MacosQuickNotePanelPlaceTest : public MacosQuickNotePanelTest {
+ protected:
+  ~MacosQuickNotePanelPlaceTest() override {
+    for (id<NSObject> observation in observations_) {
+      [NSNotificationCenter.defaultCenter removeObserver:observation];
+    }
+  }
+
+  /// From here on writes down every frame that the panel takes.
+  void watchFrames() {
+    for (NSNotificationName name in
+         @[ NSWindowDidMoveNotification, NSWindowDidResizeNotification ]) {
+      [observations_
+          addObject:[NSNotificationCenter.defaultCenter addObserverForName:name
+                                                                    object:native()
+                                                                     queue:nil
+                                                                usingBlock:^(NSNotification*) {
+                                                                  frames_.push_back(native().frame);
+                                                                }]];
+    }
+  }
+
+  std::vector<NSRect> frames_;
+  NSMutableArray<id<NSObject>>* observations_ = [NSMutableArray array];
+};
 
 TEST_F(MacosQuickNotePanelPlaceTest, GrowsAndShrinksWithItsRows) {
   const CGFloat plain = NSHeight(native().frame);
@@ -40,6 +64,25 @@ TEST_F(MacosQuickNotePanelPlaceTest, GrowsUpwardsInTheBottomRightCorner) {
   panel_->setCaught(TWO_ROWS, std::nullopt);
   panel_->fitToContents();
   EXPECT_EQ(NSMinY(native().frame), NSMinY(visible()) + 24);
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, TakesItsNewFrameInOneStep) {
+  panel_->placeAtBottomRight(24);
+  panel_->orderFrontRegardless();
+  watchFrames();
+  panel_->setCaught(TWO_ROWS, std::nullopt);
+  panel_->fitToContents();
+  ASSERT_FALSE(frames_.empty());
+  for (const NSRect& frame : frames_) EXPECT_TRUE(NSEqualRects(frame, native().frame));
+}
+
+TEST_F(MacosQuickNotePanelPlaceTest, StaysWhereItIsWhenItIsPutThereAgain) {
+  panel_->placeAtBottomRight(24);
+  panel_->orderFrontRegardless();
+  watchFrames();
+  EXPECT_TRUE(panel_->applySavedFrame());
+  panel_->fitToContents();
+  EXPECT_TRUE(frames_.empty());
 }
 
 TEST_F(MacosQuickNotePanelPlaceTest, ComesBackWhereItWasLeft) {

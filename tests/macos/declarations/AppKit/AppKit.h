@@ -1,46 +1,10 @@
 #pragma once
 
-#include "../Foundation/Foundation.h"
+#include "values.h"
 
 #pragma clang assume_nonnull begin
 
 @class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSText, NSTextView, NSView, NSWindow;
-
-// --- Constants -----------------------------------------------------------------------------------
-typedef NSInteger NSWindowLevel;
-typedef NSString* NSWindowFrameAutosaveName;
-static const NSWindowLevel NSFloatingWindowLevel = 3;
-static const CGFloat NSVariableStatusItemLength = -1;
-
-typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
-  NSApplicationActivationPolicyAccessory = 1
-};
-typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
-typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStylePush = 1 };
-typedef NS_ENUM(NSUInteger, NSBorderType) { NSBezelBorder = 2 };
-typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageLeading = 7 };
-typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeSmall = 1 };
-typedef NS_ENUM(NSUInteger, NSEventType) { NSEventTypeKeyDown = 10 };
-typedef NS_ENUM(NSInteger, NSLayoutAttribute) { NSLayoutAttributeLeading = 5 };
-typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByTruncatingTail = 4 };
-typedef NS_ENUM(NSUInteger, NSProgressIndicatorStyle) { NSProgressIndicatorStyleSpinning = 1 };
-typedef NS_ENUM(NSUInteger, NSSegmentSwitchTracking) { NSSegmentSwitchTrackingSelectOne = 0 };
-typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutOrientation) {
-  NSUserInterfaceLayoutOrientationHorizontal = 0,
-  NSUserInterfaceLayoutOrientationVertical = 1
-};
-NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){NSViewWidthSizable = 2};
-NS_OPTIONS(NSUInteger, NSEventModifierFlags){
-    NSEventModifierFlagShift = 1 << 17, NSEventModifierFlagControl = 1 << 18,
-    NSEventModifierFlagOption = 1 << 19, NSEventModifierFlagCommand = 1 << 20};
-NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior){
-    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
-    NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8};
-NS_OPTIONS(NSUInteger, NSWindowStyleMask){
-    NSWindowStyleMaskTitled = 1 << 0, NSWindowStyleMaskClosable = 1 << 1,
-    NSWindowStyleMaskUtilityWindow = 1 << 4, NSWindowStyleMaskNonactivatingPanel = 1 << 7};
-
-extern "C" void NSBeep(void);
 
 // --- What many classes share ---------------------------------------------------------------------
 @protocol NSAccessibility <NSObject>
@@ -59,6 +23,7 @@ extern "C" void NSBeep(void);
 @property(getter=isARepeat, readonly) BOOL ARepeat;
 @property(nullable, readonly) NSString* charactersIgnoringModifiers;
 @property(readonly) NSEventModifierFlags modifierFlags;
+@property(class, readonly) NSUInteger pressedMouseButtons;
 + (nullable NSEvent*)keyEventWithType:(NSEventType)type
                              location:(NSPoint)location
                         modifierFlags:(NSEventModifierFlags)flags
@@ -325,73 +290,6 @@ extern "C" void NSBeep(void);
 + (NSScrollView*)scrollableTextView;
 @end
 
-// --- Windows and the status bar ------------------------------------------------------------------
-@protocol NSWindowDelegate <NSObject>
-@optional
-- (void)windowWillClose:(NSNotification*)notification;
-@end
-
-@interface NSWindow : NSResponder
-@property BOOL autorecalculatesKeyViewLoop;
-@property NSWindowCollectionBehavior collectionBehavior;
-@property(nullable, retain) __kindof NSView* contentView;
-@property(nullable, retain) NSButtonCell* defaultButtonCell;
-@property(nullable, weak) id<NSWindowDelegate> delegate;
-@property(nullable, readonly) NSResponder* firstResponder;
-@property(readonly) NSRect frame;
-@property(readonly) NSWindowFrameAutosaveName frameAutosaveName;
-@property BOOL hidesOnDeactivate;
-@property(nullable, weak) NSView* initialFirstResponder;
-@property(getter=isKeyWindow, readonly) BOOL keyWindow;
-@property NSWindowLevel level;
-@property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
-@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
-@property NSWindowStyleMask styleMask;
-@property(copy) NSString* title;
-@property(getter=isVisible, readonly) BOOL visible;
-@property(readonly) NSInteger windowNumber;
-+ (void)removeFrameUsingName:(NSWindowFrameAutosaveName)name;
-- (instancetype)initWithContentRect:(NSRect)rect
-                          styleMask:(NSWindowStyleMask)style
-                            backing:(NSBackingStoreType)backing
-                              defer:(BOOL)defer;
-- (void)center;
-- (void)close;
-- (void)layoutIfNeeded;
-- (BOOL)makeFirstResponder:(nullable NSResponder*)responder;
-- (void)makeKeyAndOrderFront:(nullable id)sender;
-- (void)orderFrontRegardless;
-- (void)orderOut:(nullable id)sender;
-- (void)performClose:(nullable id)sender;
-- (void)recalculateKeyViewLoop;
-- (void)saveFrameUsingName:(NSWindowFrameAutosaveName)name;
-- (void)selectKeyViewFollowingView:(NSView*)view;
-- (void)selectNextKeyView:(nullable id)sender;
-- (void)selectPreviousKeyView:(nullable id)sender;
-- (void)setContentSize:(NSSize)size;
-- (void)setFrame:(NSRect)frame display:(BOOL)display;
-- (BOOL)setFrameAutosaveName:(NSWindowFrameAutosaveName)name;
-- (void)setFrameOrigin:(NSPoint)origin;
-- (BOOL)setFrameUsingName:(NSWindowFrameAutosaveName)name force:(BOOL)force;
-@end
-
-@interface NSPanel : NSWindow
-@property BOOL becomesKeyOnlyIfNeeded;
-@end
-
-@interface NSStatusBarButton : NSButton
-@end
-
-@interface NSStatusItem : NSObject
-@property(nullable, readonly) NSStatusBarButton* button;
-@property CGFloat length;
-@property(nullable, retain) NSMenu* menu;
-@end
-
-@interface NSStatusBar : NSObject
-@property(class, readonly) NSStatusBar* systemStatusBar;
-- (void)removeStatusItem:(NSStatusItem*)item;
-- (NSStatusItem*)statusItemWithLength:(CGFloat)length;
-@end
-
 #pragma clang assume_nonnull end
+
+#include "windows.h"

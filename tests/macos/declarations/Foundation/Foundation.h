@@ -12,6 +12,7 @@ typedef NSUInteger NSStringEncoding;
 typedef NSString* NSCalendarIdentifier;
 typedef NSString* NSErrorDomain;
 typedef NSString* NSErrorUserInfoKey;
+typedef NSString* NSNotificationName;
 typedef NSString* NSRunLoopMode;
 typedef unsigned short unichar;
 
@@ -124,6 +125,16 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSNotification : NSObject <NSCopying>
+@end
+
+@interface NSNotificationCenter : NSObject
+@property(class, readonly) NSNotificationCenter* defaultCenter;
+- (id<NSObject>)addObserverForName:(nullable NSNotificationName)name
+                            object:(nullable id)object
+                             queue:(nullable NSOperationQueue*)queue
+                        usingBlock:(void (^)(NSNotification* notification))block;
+- (void)postNotificationName:(NSNotificationName)name object:(nullable id)object;
+- (void)removeObserver:(id)observer;
 @end
 
 // --- Time ----------------------------------------------------------------------------------------

@@ -1,0 +1,64 @@
+#include "platform/macos/window_drag.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/macos/eventually.h"
+
+namespace notewick {
+namespace {
+
+class MacosWindowDragTest : public testing::Test {
+ protected:
+  void startDrag() {
+    pressed_ = true;
+    [NSNotificationCenter.defaultCenter postNotificationName:NSWindowWillMoveNotification
+                                                      object:window_];
+  }
+
+  NSWindow* window_ = [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                                 styleMask:NSWindowStyleMaskTitled
+                                                   backing:NSBackingStoreBuffered
+                                                     defer:YES];
+  bool pressed_ = false;
+  std::unique_ptr<WindowDrag> drag_ =
+      std::make_unique<WindowDrag>(window_, [this] { return pressed_; });
+  std::string log_;
+};
+
+TEST_F(MacosWindowDragTest, PutsNothingOffWithoutADrag) {
+  pressed_ = true;
+  drag_->whenOver([this] { log_ += "a"; });
+  EXPECT_EQ(log_, "a") << "a press alone is no drag";
+}
+
+TEST_F(MacosWindowDragTest, RunsInOrderWhatHasWaitedForItsEnd) {
+  startDrag();
+  drag_->whenOver([this] { log_ += "a"; });
+  drag_->whenOver([this] { log_ += "b"; });
+  runLoopOnce();
+  EXPECT_EQ(log_, "");
+  pressed_ = false;
+  EXPECT_TRUE(eventually([this] { return log_ == "ab"; }));
+  pressed_ = true;
+  drag_->whenOver([this] { log_ += "c"; });
+  EXPECT_EQ(log_, "abc") << "that drag is over";
+}
+
+TEST_F(MacosWindowDragTest, DropsWhatWaitsWhenDestroyed) {
+  startDrag();
+  drag_->whenOver([this] { log_ += "x"; });
+  drag_.reset();
+  pressed_ = false;
+  bool later = false;
+  drag_ = std::make_unique<WindowDrag>(window_, [this] { return pressed_; });
+  startDrag();
+  drag_->whenOver([&later] { later = true; });
+  pressed_ = false;
+  EXPECT_TRUE(eventually([&later] { return later; }));
+  EXPECT_EQ(log_, "");
+}
+
+}  // namespace
+}  // namespace notewick
