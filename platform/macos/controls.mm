@@ -43,6 +43,18 @@ NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colou
   return label;
 }
 
+void announce(NSTextField* label, const std::string& news) {
+  NSString* text = nsString(news);
+  if ([label.stringValue isEqual:text]) return;
+  label.stringValue = text;
+  if (news.empty() || !label.window.visible) return;
+  NSAccessibilityPostNotificationWithUserInfo(
+      label.window, NSAccessibilityAnnouncementRequestedNotification, @{
+        NSAccessibilityAnnouncementKey : text,
+        NSAccessibilityPriorityKey : @(NSAccessibilityPriorityHigh)
+      });
+}
+
 NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel, id target,
                      SEL action) {
   NSButton* button = [NSButton buttonWithTitle:nsString(title) target:target action:action];

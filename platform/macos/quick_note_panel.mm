@@ -196,9 +196,7 @@ void CocoaQuickNotePanel::deselectMinutes() { minutes_.selectedSegment = -1; }
 
 void CocoaQuickNotePanel::setHint(const std::string& text) { hint_.stringValue = nsString(text); }
 
-void CocoaQuickNotePanel::setStatus(const std::string& text) {
-  status_.stringValue = nsString(text);
-}
+void CocoaQuickNotePanel::setStatus(const std::string& text) { announce(status_, text); }
 
 void CocoaQuickNotePanel::setCaught(const std::vector<CaughtRow>& rows,
                                     const std::optional<std::string>& more) {

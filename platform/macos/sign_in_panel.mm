@@ -118,7 +118,7 @@ std::string CocoaSignInPanel::password() const { return utf8(password_.stringVal
 
 void CocoaSignInPanel::setError(const std::string& text) {
   drag_.whenOver([this, text] {
-    error_.stringValue = nsString(text);
+    announce(error_, text);
     fitToContents(panel_);
   });
 }

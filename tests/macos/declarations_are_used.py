@@ -24,6 +24,7 @@ LANGUAGE = {
     "countByEnumeratingWithState",
     "dictionaryWithObjects",
     "numberWithBool",
+    "numberWithInteger",
     "objectAtIndexedSubscript",
     "objectForKeyedSubscript",
     "setObject",

@@ -11,6 +11,15 @@
 @property(nullable, copy) NSString* accessibilityLabel;
 @end
 
+extern "C" {
+extern const NSAccessibilityNotificationName NSAccessibilityAnnouncementRequestedNotification;
+extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityAnnouncementKey;
+extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityPriorityKey;
+void NSAccessibilityPostNotificationWithUserInfo(
+    id element, NSAccessibilityNotificationName notification,
+    NSDictionary<NSAccessibilityNotificationUserInfoKey, id>* _Nullable userInfo);
+}
+
 @protocol NSStandardKeyBindingResponding <NSObject>
 @optional
 - (void)doCommandBySelector:(SEL)command;

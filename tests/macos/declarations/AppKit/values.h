@@ -6,11 +6,14 @@
 
 #pragma clang assume_nonnull begin
 
+typedef NSString* NSAccessibilityNotificationName;
+typedef NSString* NSAccessibilityNotificationUserInfoKey;
 typedef NSInteger NSWindowLevel;
 typedef NSString* NSWindowFrameAutosaveName;
 static const NSWindowLevel NSFloatingWindowLevel = 3;
 static const CGFloat NSVariableStatusItemLength = -1;
 
+typedef NS_ENUM(NSInteger, NSAccessibilityPriorityLevel) { NSAccessibilityPriorityHigh = 90 };
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
   NSApplicationActivationPolicyAccessory = 1
 };

@@ -75,6 +75,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @interface NSNumber : NSValue
 @property(readonly) BOOL boolValue;
 + (NSNumber*)numberWithBool:(BOOL)value;
++ (NSNumber*)numberWithInteger:(NSInteger)value;
 @end
 
 @interface NSArray<__covariant ObjectType> : NSObject <NSCopying, NSFastEnumeration>
