@@ -24,7 +24,7 @@ struct MacosPlatform {
   CocoaClock clock;
   CocoaMainLoop mainLoop;
   PosixFiles files;
-  CocoaUserDefaults userDefaults{NSUserDefaults.standardUserDefaults};
+  CocoaUserDefaults userDefaults{withoutArguments(NSUserDefaults.standardUserDefaults)};
   KeychainSecretStore secretStore{mainLoop};
   TaskLauncher launcher;
   ScriptNotifier notifier{launcher};

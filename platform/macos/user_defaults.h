@@ -6,6 +6,12 @@
 
 namespace notewick {
 
+/// Takes the command line out of the settings and gives `database` back. macOS reads "-key value"
+/// there as a setting above all others, whereas the program knows one argument only, "--selftest".
+/// AppKit's own arguments ("-NSOpen file") then do nothing either, and no other word is taken for a
+/// document to open.
+[[nodiscard]] NSUserDefaults* withoutArguments(NSUserDefaults* database);
+
 /// The user defaults of the program's domain. Reads are typed: a number or a text is never taken
 /// for a Boolean, nor the other way round, as the database's own conversions would.
 class CocoaUserDefaults final : public UserDefaults {

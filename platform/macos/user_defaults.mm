@@ -4,6 +4,12 @@
 
 namespace notewick {
 
+NSUserDefaults* withoutArguments(NSUserDefaults* database) {
+  [database removeVolatileDomainForName:NSArgumentDomain];
+  [database setVolatileDomain:@{@"NSTreatUnknownArgumentsAsOpen" : @"NO"} forName:NSArgumentDomain];
+  return database;
+}
+
 std::optional<std::string> CocoaUserDefaults::string(const std::string& key) {
   id value = [database_ objectForKey:nsString(key)];
   if (![value isKindOfClass:NSString.class]) return std::nullopt;

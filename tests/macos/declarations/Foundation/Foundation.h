@@ -208,15 +208,20 @@ NS_OPTIONS(uint64_t,
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
 @end
 
+extern "C" NSString* const NSArgumentDomain;
+
 @interface NSUserDefaults : NSObject
 @property(class, readonly) NSUserDefaults* standardUserDefaults;
 - (nullable instancetype)initWithSuiteName:(nullable NSString*)name;
+- (BOOL)boolForKey:(NSString*)key;
 - (nullable id)objectForKey:(NSString*)key;
 - (void)setObject:(nullable id)value forKey:(NSString*)key;
 - (void)setBool:(BOOL)value forKey:(NSString*)key;
 - (void)setInteger:(NSInteger)value forKey:(NSString*)key;
 - (void)removeObjectForKey:(NSString*)key;
 - (void)removePersistentDomainForName:(NSString*)name;
+- (void)removeVolatileDomainForName:(NSString*)name;
+- (void)setVolatileDomain:(NSDictionary<NSString*, id>*)domain forName:(NSString*)name;
 @end
 
 @interface NSFileHandle : NSObject
