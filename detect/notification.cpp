@@ -25,8 +25,8 @@ std::string notificationScript(const std::string& title, const std::string& body
          " sound name \"Glass\"";
 }
 
-void ScriptNotifier::show(const std::string& title, const std::string& body) {
-  launcher_.launch("/usr/bin/osascript", {"-e", notificationScript(title, body)});
+Command notificationCommand(const std::string& title, const std::string& body) {
+  return {"/usr/bin/osascript", {"-e", notificationScript(title, body)}};
 }
 
 }  // namespace notewick

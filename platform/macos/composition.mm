@@ -1,11 +1,11 @@
 #include "platform/composition.h"
 
-#include "detect/notification.h"
 #include "platform/macos/accessibility.h"
 #include "platform/macos/application.h"
 #include "platform/macos/clock.h"
 #include "platform/macos/http_session.h"
 #include "platform/macos/main_loop.h"
+#include "platform/macos/notifier.h"
 #include "platform/macos/process_launcher.h"
 #include "platform/macos/screen.h"
 #include "platform/macos/secret_store.h"

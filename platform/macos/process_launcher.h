@@ -7,7 +7,7 @@ namespace notewick {
 /// Starts programs as tasks whose output goes nowhere.
 class TaskLauncher final : public ProcessLauncher {
  public:
-  void launch(const std::string& executable, const std::vector<std::string>& arguments) override;
+  void launch(const Command& command) override;
 };
 
 }  // namespace notewick

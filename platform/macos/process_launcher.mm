@@ -4,12 +4,11 @@
 
 namespace notewick {
 
-void TaskLauncher::launch(const std::string& executable,
-                          const std::vector<std::string>& arguments) {
+void TaskLauncher::launch(const Command& command) {
   NSTask* task = [[NSTask alloc] init];
-  task.executableURL = [NSURL fileURLWithPath:nsString(executable)];
+  task.executableURL = [NSURL fileURLWithPath:nsString(command.executable)];
   NSMutableArray<NSString*>* texts = [NSMutableArray array];
-  for (const std::string& argument : arguments) [texts addObject:nsString(argument)];
+  for (const std::string& argument : command.arguments) [texts addObject:nsString(argument)];
   task.arguments = texts;
   task.standardOutput = NSFileHandle.fileHandleWithNullDevice;
   task.standardError = NSFileHandle.fileHandleWithNullDevice;

@@ -13,6 +13,7 @@ set(NOTEWICK_MACOS_SOURCES
   main_loop.mm
   menu_renderer.mm
   note_window.mm
+  notifier.mm
   process_launcher.mm
   quick_note_panel.mm
   screen.mm

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/support/fake_process_launcher.h"
 #include "tests/support/world.h"
 
 namespace notewick {
@@ -27,12 +26,10 @@ TEST(NotificationScript, ABackslashAtTheEndLeavesItsLiteralClosed) {
             R"(display notification "\\\"" with title "" sound name "Glass")");
 }
 
-TEST(ScriptNotifierTest, LaunchesTheScriptInterpreterWithTheScript) {
-  FakeProcessLauncher launcher;
-  ScriptNotifier(launcher).show("Title", "Body");
-  EXPECT_THAT(launcher.launches,
-              ElementsAre(FakeProcessLauncher::Launch{
-                  "/usr/bin/osascript", {"-e", notificationScript("Title", "Body")}}));
+TEST(NotificationScript, IsRunByTheScriptInterpreter) {
+  const Command command = notificationCommand("Title", "Body");
+  EXPECT_EQ(command.executable, "/usr/bin/osascript");
+  EXPECT_THAT(command.arguments, ElementsAre("-e", notificationScript("Title", "Body")));
 }
 
 using NotifyTest = WorldTest;

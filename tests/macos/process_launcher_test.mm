@@ -12,13 +12,13 @@ namespace {
 
 TEST(MacosProcessLauncherTest, StartsAProgramWithItsArgumentsAsTheyStand) {
   const auto file = std::filesystem::temp_directory_path() / (CocoaUuidSource().next() + " \"$x");
-  TaskLauncher().launch("/usr/bin/touch", {file.string()});
+  TaskLauncher().launch({"/usr/bin/touch", {file.string()}});
   EXPECT_TRUE(eventually([&] { return std::filesystem::exists(file); }));
   std::filesystem::remove(file);
 }
 
 TEST(MacosProcessLauncherTest, IgnoresAProgramThatIsNotThere) {
-  TaskLauncher().launch("/nowhere/notewick", {});
+  TaskLauncher().launch({"/nowhere/notewick", {}});
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "platform/process_launcher.h"
@@ -10,17 +9,9 @@ namespace notewick {
 /// Keeps what was launched, in order; launches nothing.
 class FakeProcessLauncher : public ProcessLauncher {
  public:
-  struct Launch {
-    std::string executable;
-    std::vector<std::string> arguments;
-    bool operator==(const Launch&) const = default;
-  };
+  void launch(const Command& command) override { launches.push_back(command); }
 
-  void launch(const std::string& executable, const std::vector<std::string>& arguments) override {
-    launches.push_back({executable, arguments});
-  }
-
-  std::vector<Launch> launches;
+  std::vector<Command> launches;
 };
 
 }  // namespace notewick
