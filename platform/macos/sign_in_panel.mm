@@ -7,11 +7,16 @@
 
 @implementation NWSignInEvents {
   std::weak_ptr<notewick::SignInPanelDelegate> _delegate;
+  std::shared_ptr<notewick::BorrowedKeyboard> _keyboard;
 }
 
-- (instancetype)initWithDelegate:(std::weak_ptr<notewick::SignInPanelDelegate>)delegate {
+- (instancetype)initWithDelegate:(std::weak_ptr<notewick::SignInPanelDelegate>)delegate
+                        keyboard:(std::shared_ptr<notewick::BorrowedKeyboard>)keyboard {
   self = [super init];
-  if (self != nil) _delegate = std::move(delegate);
+  if (self != nil) {
+    _delegate = std::move(delegate);
+    _keyboard = std::move(keyboard);
+  }
   return self;
 }
 
@@ -20,7 +25,9 @@
 }
 
 - (void)windowWillClose:(NSNotification*)notification {
+  const bool hadKeyboard = static_cast<NSWindow*>(notification.object).keyWindow;
   if (const auto delegate = _delegate.lock()) delegate->windowWillClose();
+  if (hadKeyboard) _keyboard->giveBack();
 }
 
 @end
@@ -48,10 +55,11 @@ void setUpField(NSTextField* field, const std::string& accessibilityLabel) {
 CocoaSignInPanel::CocoaSignInPanel(const SignInTexts& texts,
                                    std::weak_ptr<SignInPanelDelegate> delegate)
     : CocoaPanel(makePanel()),
-      events_([[NWSignInEvents alloc] initWithDelegate:std::move(delegate)]) {
+      events_([[NWSignInEvents alloc] initWithDelegate:std::move(delegate) keyboard:keyboard_]) {
   setUpPanel(texts);
   panel_.contentView = contents(texts);
   panel_.defaultButtonCell = signIn_.cell;
+  panel_.initialFirstResponder = email_;
   fitToContents(panel_);
 }
 
@@ -98,18 +106,21 @@ NSView* CocoaSignInPanel::contents(const SignInTexts& texts) {
 
 void CocoaSignInPanel::present() {
   [panel_ center];
-// Later systems prefer a call that the first supported one does not have.
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-  [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
-#pragma clang diagnostic pop
+  keyboard_->take();
   [panel_ makeKeyAndOrderFront:nil];
   [panel_ makeFirstResponder:email_];
 }
 
 void CocoaSignInPanel::presentQuietly() {
   [panel_ center];
+  keyboard_->remember();
   [panel_ orderFrontRegardless];
+}
+
+void CocoaSignInPanel::orderOut() {
+  const bool hadKeyboard = panel_.keyWindow;
+  CocoaPanel::orderOut();
+  if (hadKeyboard) keyboard_->giveBack();
 }
 
 std::string CocoaSignInPanel::email() const { return utf8(email_.stringValue); }

@@ -4,6 +4,7 @@ set(NOTEWICK_MACOS_COMPOSITION ${CMAKE_CURRENT_LIST_DIR}/composition.mm)
 set(NOTEWICK_MACOS_SOURCES
   accessibility.mm
   application.mm
+  borrowed_keyboard.mm
   caught_list.mm
   chooser.mm
   clock.mm

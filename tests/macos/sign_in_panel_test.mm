@@ -87,6 +87,23 @@ TEST_F(MacosSignInPanelTest, PresentsItselfWithTheKeyboardInTheEmailField) {
   EXPECT_NE(email().currentEditor, nil);
 }
 
+TEST_F(MacosSignInPanelTest, ShowsItselfWithoutTheKeyboardWhenAFailureOpensIt) {
+  panel_->presentQuietly();
+  EXPECT_TRUE(native().visible);
+  EXPECT_FALSE(native().keyWindow);
+}
+
+TEST_F(MacosSignInPanelTest, ComesToTheFrontAgainWithTheKeyboardWhereItWas) {
+  panel_->presentQuietly();
+  panel_->orderFrontRegardless();
+  EXPECT_TRUE(native().visible);
+  EXPECT_FALSE(native().keyWindow);
+  panel_->present();
+  [native() makeFirstResponder:password()];
+  panel_->orderFrontRegardless();
+  EXPECT_NE(password().currentEditor, nil);
+}
+
 TEST_F(MacosSignInPanelTest, GivesWhatWasTypedAsItStands) {
   email().stringValue = @" dana@example.org ";
   password().stringValue = @" right horse ";

@@ -4,7 +4,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSText, NSTextView, NSView, NSWindow;
+@class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSRunningApplication, NSText, NSTextView, NSView, NSWindow;
 
 // --- What many classes share ---------------------------------------------------------------------
 @protocol NSAccessibility <NSObject>
@@ -62,18 +62,22 @@ void NSAccessibilityPostNotificationWithUserInfo(
 
 @interface NSApplication : NSResponder
 @property(class, readonly) __kindof NSApplication* sharedApplication;
+@property(getter=isActive, readonly) BOOL active;
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, retain) NSMenu* mainMenu;
 - (NSApplicationActivationPolicy)activationPolicy;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (void)run;
+- (void)yieldActivationToApplication:(NSRunningApplication*)application;
 - (void)terminate:(nullable id)sender;
 @end
 
 @interface NSRunningApplication : NSObject
+@property(class, readonly) NSRunningApplication* currentApplication;
 @property(nullable, readonly) NSString* localizedName;
 @property(readonly) pid_t processIdentifier;
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
 @end
 
 @interface NSWorkspace : NSObject

@@ -8,6 +8,7 @@
 
 typedef NSString* NSAccessibilityNotificationName;
 typedef NSString* NSAccessibilityNotificationUserInfoKey;
+typedef NSUInteger NSApplicationActivationOptions;
 typedef NSInteger NSWindowLevel;
 typedef NSString* NSWindowFrameAutosaveName;
 static const NSWindowLevel NSFloatingWindowLevel = 3;

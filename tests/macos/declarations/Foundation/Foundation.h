@@ -126,6 +126,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSNotification : NSObject <NSCopying>
+@property(nullable, readonly) id object;
 @end
 
 @interface NSNotificationCenter : NSObject
