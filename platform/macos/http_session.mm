@@ -1,29 +1,40 @@
 #include "platform/macos/http_session.h"
 
+#include <utility>
+
+#include "platform/macos/http_answers.h"
 #include "platform/macos/text.h"
-
-@interface NWRedirectRefusal : NSObject <NSURLSessionTaskDelegate>
-@end
-
-@implementation NWRedirectRefusal
-
-- (void)URLSession:(NSURLSession*)session
-                          task:(NSURLSessionTask*)task
-    willPerformHTTPRedirection:(NSHTTPURLResponse*)response
-                    newRequest:(NSURLRequest*)request
-             completionHandler:(void (^)(NSURLRequest*))completionHandler {
-  completionHandler(nil);
-}
-
-@end
 
 namespace notewick {
 namespace {
 
-using Answer = tl::expected<HttpResponse, TransportError>;
+NSURLSessionConfiguration* ephemeral(const HttpSessionConfiguration& configuration) {
+  NSURLSessionConfiguration* native = NSURLSessionConfiguration.ephemeralSessionConfiguration;
+  native.timeoutIntervalForRequest = configuration.requestTimeout;
+  native.HTTPCookieStorage = nil;
+  native.URLCache = nil;
+  native.URLCredentialStorage = nil;
+  return native;
+}
 
-tl::unexpected<TransportError> failure(NSError* error) {
-  return tl::unexpected(TransportError{utf8(error.localizedDescription)});
+NSURLSessionConfiguration* withoutProxies(NSURLSessionConfiguration* configuration) {
+  configuration.connectionProxyDictionary = @{};
+  return configuration;
+}
+
+NSURLSession* session(NSURLSessionConfiguration* configuration) {
+  return [NSURLSession sessionWithConfiguration:configuration
+                                       delegate:[[NWHttpAnswers alloc] init]
+                                  delegateQueue:NSOperationQueue.mainQueue];
+}
+
+NWHttpAnswers* answersOf(NSURLSession* session) {
+  return static_cast<NWHttpAnswers*>(session.delegate);
+}
+
+bool isLoopback(NSURL* url) {
+  NSString* host = url.host.lowercaseString;
+  return [host isEqual:@"localhost"] || [host isEqual:@"::1"] || [host hasPrefix:@"127."];
 }
 
 NSURLRequest* urlRequest(const HttpRequest& request, NSURL* url) {
@@ -41,49 +52,40 @@ NSURLRequest* urlRequest(const HttpRequest& request, NSURL* url) {
   return native;
 }
 
-Answer answerFrom(NSData* data, NSURLResponse* response, NSError* error) {
-  if (error != nil) return failure(error);
-  HttpResponse answer;
-  if ([response isKindOfClass:NSHTTPURLResponse.class]) {
-    answer.statusCode = static_cast<int>(static_cast<NSHTTPURLResponse*>(response).statusCode);
-  }
-  if (data.length > 0) answer.body.emplace(static_cast<const char*>(data.bytes), data.length);
-  return answer;
-}
-
 }  // namespace
 
 UrlSession::UrlSession(const HttpSessionConfiguration& configuration, MainLoop& mainLoop)
-    : mainLoop_(mainLoop) {
-  NSURLSessionConfiguration* native = NSURLSessionConfiguration.ephemeralSessionConfiguration;
-  native.timeoutIntervalForRequest = configuration.requestTimeout;
-  native.HTTPCookieStorage = nil;
-  native.URLCache = nil;
-  native.URLCredentialStorage = nil;
-  session_ = [NSURLSession sessionWithConfiguration:native
-                                           delegate:[[NWRedirectRefusal alloc] init]
-                                      delegateQueue:nil];
+    : session_(session(ephemeral(configuration))),
+      loopbackSession_(session(withoutProxies(ephemeral(configuration)))),
+      mainLoop_(mainLoop) {}
+
+UrlSession::~UrlSession() {
+  for (NSURLSession* session in @[ session_, loopbackSession_ ]) {
+    [answersOf(session) forgetAll];
+    [session invalidateAndCancel];
+  }
 }
 
-UrlSession::~UrlSession() { [session_ invalidateAndCancel]; }
+NSURLSession* UrlSession::native(NSURL* url) const {
+  return isLoopback(url) ? loopbackSession_ : session_;
+}
 
 void UrlSession::send(HttpRequest request, HttpCompletion completion) {
-  MainLoop* const loop = &mainLoop_;
-  const auto deliver = [loop, completion, alive = std::weak_ptr(alive_)](const Answer& answer) {
-    loop->post([completion, alive, answer] {
-      if (alive.lock()) completion(answer);
-    });
-  };
   NSURL* url = [NSURL URLWithString:nsString(request.url)];
-  if (url == nil) {
-    return deliver(failure([NSError errorWithDomain:NSURLErrorDomain
-                                               code:NSURLErrorBadURL
-                                           userInfo:nil]));
-  }
-  [[session_ dataTaskWithRequest:urlRequest(request, url)
-               completionHandler:^(NSData* data, NSURLResponse* response, NSError* error) {
-                 deliver(answerFrom(data, response, error));
-               }] resume];
+  if (url == nil) return failLater(std::move(completion));
+  NSURLSession* session = native(url);
+  NSURLSessionDataTask* task = [session dataTaskWithRequest:urlRequest(request, url)];
+  [answersOf(session) expectAnswerOf:task then:std::move(completion)];
+  [task resume];
+}
+
+void UrlSession::failLater(HttpCompletion completion) {
+  const TransportError error = transportError([NSError errorWithDomain:NSURLErrorDomain
+                                                                  code:NSURLErrorBadURL
+                                                              userInfo:nil]);
+  mainLoop_.post([completion = std::move(completion), error, alive = std::weak_ptr(alive_)] {
+    if (alive.lock()) completion(tl::unexpected(error));
+  });
 }
 
 }  // namespace notewick

@@ -10,6 +10,7 @@ set(NOTEWICK_MACOS_SOURCES
   clock.mm
   controls.mm
   floating_panel.mm
+  http_answers.mm
   http_session.mm
   main_loop.mm
   menu_renderer.mm

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/macos/main_loop.h"
+#include "platform/macos/text.h"
 #include "tests/macos/eventually.h"
 #include "tools/local-service/service.h"
 
@@ -93,6 +94,52 @@ TEST_F(MacosHttpSessionTest, FailsWhenTheConnectionIsCut) {
   const Answer answer = send(request("GET", "/a"));
   ASSERT_FALSE(answer);
   EXPECT_NE(answer.error().description, "");
+}
+
+TEST_F(MacosHttpSessionTest, FailsWhenTheBodyBreaksOff) {
+  fault({{"path", "/a"}, {"cut", "middle"}, {"status", 200}, {"garbage", 100000}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_FALSE(answer);
+  EXPECT_NE(answer.error().description, "");
+}
+
+TEST_F(MacosHttpSessionTest, TakesABodyOf8MiB) {
+  fault({{"path", "/a"}, {"status", 200}, {"garbage", 8 * 1024 * 1024}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_TRUE(answer) << answer.error().description;
+  EXPECT_EQ(answer->body.value_or("").size(), 8U * 1024 * 1024);
+}
+
+TEST_F(MacosHttpSessionTest, HasTheStatusButNoBodyWhereItIsLonger) {
+  fault({{"path", "/a"}, {"status", 503}, {"garbage", 8 * 1024 * 1024 + 1}});
+  const Answer answer = send(request("GET", "/a"));
+  ASSERT_TRUE(answer) << answer.error().description;
+  EXPECT_EQ(answer->statusCode, 503);
+  EXPECT_EQ(answer->body, std::nullopt);
+}
+
+TEST_F(MacosHttpSessionTest, KeepsAnswersThatComeTogetherApart) {
+  fault({{"path", "/a"}, {"status", 200}, {"body", "of a"}, {"delay", 0.1}});
+  fault({{"path", "/b"}, {"status", 201}, {"body", "of b"}});
+  std::vector<std::string> bodies(2);
+  session_->send(request("GET", "/a"), [&](Answer a) { bodies[0] = a->body.value_or(""); });
+  session_->send(request("GET", "/b"), [&](Answer b) { bodies[1] = b->body.value_or(""); });
+  EXPECT_TRUE(eventually([&] { return !bodies[0].empty() && !bodies[1].empty(); }));
+  EXPECT_EQ(bodies, (std::vector<std::string>{"of a", "of b"}));
+}
+
+TEST_F(MacosHttpSessionTest, KnowsNoProxyForLoopback) {
+  const UrlSession session(HttpSessionConfiguration{90}, loop_);
+  const auto proxies = [&](NSString* url) {
+    return session.native([NSURL URLWithString:url]).configuration.connectionProxyDictionary;
+  };
+  for (NSString* url in
+       @[ @"https://localhost:8443/a", @"http://127.0.0.2/", @"http://[::1]:80/" ]) {
+    EXPECT_TRUE([proxies(url) isEqual:@{}]) << utf8(url);
+  }
+  for (NSString* url in @[ @"https://velk.example/", @"https://localhost.example/" ]) {
+    EXPECT_FALSE([proxies(url) isEqual:@{}]) << utf8(url);
+  }
 }
 
 TEST_F(MacosHttpSessionTest, FailsForAnAddressWithoutAScheme) {

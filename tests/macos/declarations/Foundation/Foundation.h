@@ -4,8 +4,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSDate, NSError, NSHTTPCookieStorage, NSHTTPURLResponse, NSOperationQueue, NSURL, NSURLCache;
-@class NSURLCredentialStorage, NSURLRequest, NSURLResponse, NSURLSession, NSURLSessionTask;
+@class NSDate, NSError, NSOperationQueue, NSURL;
 
 typedef double NSTimeInterval;
 typedef NSUInteger NSStringEncoding;
@@ -52,12 +51,14 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
+@property(readonly) NSString* lowercaseString;
 + (instancetype)stringWithCharacters:(const unichar*)characters length:(NSUInteger)length;
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
+- (BOOL)hasPrefix:(NSString*)prefix;
 - (NSString*)stringByAppendingString:(NSString*)string;
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @end
@@ -92,7 +93,8 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (void)removeAllObjects;
 @end
 
-@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSCopying>
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType>
+    : NSObject <NSCopying, NSFastEnumeration>
 @property(readonly) NSUInteger count;
 + (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
                               forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
@@ -109,6 +111,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSURL : NSObject <NSCopying>
+@property(nullable, readonly) NSString* host;
 + (nullable instancetype)URLWithString:(NSString*)text;
 + (NSURL*)fileURLWithPath:(NSString*)path;
 @end
@@ -179,6 +182,10 @@ extern "C" const NSRunLoopMode NSRunLoopCommonModes;
 - (void)invalidate;
 @end
 
+@interface NSOperationQueue : NSObject
+@property(class, readonly) NSOperationQueue* mainQueue;
+@end
+
 @interface NSRunLoop : NSObject
 @property(class, readonly) NSRunLoop* mainRunLoop;
 @property(class, readonly) NSRunLoop* currentRunLoop;
@@ -246,68 +253,6 @@ extern "C" NSString* NSHomeDirectory(void);
 extern "C" SEL NSSelectorFromString(NSString* name);
 extern "C" NSString* NSStringFromSelector(SEL selector);
 
-// --- HTTP ----------------------------------------------------------------------------------------
-typedef NS_ENUM(NSUInteger, NSURLRequestCachePolicy) { NSURLRequestUseProtocolCachePolicy = 0 };
-extern "C" const NSErrorDomain NSURLErrorDomain;
-enum : NSInteger { NSURLErrorBadURL = -1000 };
-
-@interface NSURLRequest : NSObject <NSCopying>
-+ (instancetype)requestWithURL:(NSURL*)url
-                   cachePolicy:(NSURLRequestCachePolicy)policy
-               timeoutInterval:(NSTimeInterval)seconds;
-@end
-
-@interface NSMutableURLRequest : NSURLRequest
-@property(copy) NSString* HTTPMethod;
-@property(nullable, copy) NSData* HTTPBody;
-- (void)setValue:(nullable NSString*)value forHTTPHeaderField:(NSString*)field;
-@end
-
-@interface NSURLResponse : NSObject <NSCopying>
-@end
-
-@interface NSHTTPURLResponse : NSURLResponse
-@property(readonly) NSInteger statusCode;
-@end
-
-@protocol NSURLSessionDelegate <NSObject>
-@end
-
-@protocol NSURLSessionTaskDelegate <NSURLSessionDelegate>
-@optional
-- (void)URLSession:(NSURLSession*)session
-                          task:(NSURLSessionTask*)task
-    willPerformHTTPRedirection:(NSHTTPURLResponse*)response
-                    newRequest:(NSURLRequest*)request
-             completionHandler:(void (^)(NSURLRequest* _Nullable request))completionHandler;
-@end
-
-@interface NSURLSessionTask : NSObject <NSCopying>
-- (void)resume;
-@end
-
-@interface NSURLSessionDataTask : NSURLSessionTask
-@end
-
-@interface NSURLSessionConfiguration : NSObject <NSCopying>
-@property(class, readonly) NSURLSessionConfiguration* ephemeralSessionConfiguration;
-@property NSTimeInterval timeoutIntervalForRequest;
-@property(nullable, retain) NSHTTPCookieStorage* HTTPCookieStorage;
-@property(nullable, retain) NSURLCache* URLCache;
-@property(nullable, retain) NSURLCredentialStorage* URLCredentialStorage;
-@end
-
-@interface NSURLSession : NSObject
-+ (NSURLSession*)sessionWithConfiguration:(NSURLSessionConfiguration*)configuration
-                                 delegate:(nullable id<NSURLSessionDelegate>)delegate
-                            delegateQueue:(nullable NSOperationQueue*)queue;
-- (NSURLSessionDataTask*)dataTaskWithRequest:(NSURLRequest*)request
-                           completionHandler:(void (^)(NSData* _Nullable data,
-                                                       NSURLResponse* _Nullable response,
-                                                       NSError* _Nullable error))completionHandler;
-- (void)invalidateAndCancel;
-@end
-
 // --- Geometry ------------------------------------------------------------------------------------
 typedef struct {
   CGFloat x;
@@ -351,3 +296,5 @@ BOOL NSContainsRect(NSRect outer, NSRect inner);
 }
 
 #pragma clang assume_nonnull end
+
+#include "http.h"
