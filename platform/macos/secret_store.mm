@@ -35,7 +35,7 @@ Reading readItem(const SecretKey& key) {
   return {status, CFOwner<CFTypeRef>(copied)};
 }
 
-// The keychain in a file, which programs outside the sandbox use, has no newer calls for these two.
+// The keychain in a file, which programs outside the sandbox use, has no newer calls for these.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
 
@@ -43,6 +43,12 @@ void allowQuestions(bool allowed) { SecKeychainSetUserInteractionAllowed(allowed
 
 bool unlockDefaultKeychain() {
   return SecKeychainUnlock(nullptr, 0, nullptr, false) == errSecSuccess;
+}
+
+bool defaultKeychainIsLocked() {
+  SecKeychainStatus status = 0;
+  if (SecKeychainGetStatus(nullptr, &status) != errSecSuccess) return false;
+  return (status & kSecUnlockStateStatus) == 0;
 }
 
 #pragma clang diagnostic pop
@@ -60,7 +66,8 @@ bool openWithQuestions(const SecretKey& key) {
 SecretState KeychainSecretStore::state(const SecretKey& key) {
   if (*asking_) return SecretState::locked;
   allowQuestions(false);
-  const OSStatus status = SecItemCopyMatching((__bridge CFDictionaryRef)itemQuery(key), nullptr);
+  OSStatus status = SecItemCopyMatching((__bridge CFDictionaryRef)itemQuery(key), nullptr);
+  if (status == errSecSuccess && defaultKeychainIsLocked()) status = errSecInteractionNotAllowed;
   if (outcome(key, status) == SecretWrite::locked) return SecretState::locked;
   return status == errSecSuccess ? SecretState::found : SecretState::absent;
 }

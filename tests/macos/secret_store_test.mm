@@ -60,6 +60,23 @@ TEST_F(MacosSecretStoreTest, TakesASecretThatIsNoUtf8ForAbsent) {
   EXPECT_EQ(store_.load(key_).state, SecretState::absent);
 }
 
+TEST_F(MacosSecretStoreTest, SaysWhetherASecretIsThereWithoutReadingIt) {
+  EXPECT_EQ(store_.state(key_), SecretState::absent);
+  EXPECT_EQ(store_.save(key_, "token"), SecretWrite::done);
+  EXPECT_EQ(store_.state(key_), SecretState::found);
+  security("lock-keychain");
+  EXPECT_EQ(store_.state(key_), SecretState::locked);
+  EXPECT_EQ(store_.state({key_.service, "another"}), SecretState::absent);
+  security("unlock-keychain -p notewick");
+  EXPECT_EQ(store_.state(key_), SecretState::found);
+  EXPECT_EQ(store_.remove(key_), SecretWrite::done);
+  EXPECT_EQ(store_.state(key_), SecretState::absent);
+}
+
+TEST_F(MacosSecretStoreTest, TellsOfNoChanges) {
+  EXPECT_FALSE(store_.watch([] {}));
+}
+
 TEST_F(MacosSecretStoreTest, SaysLockedWithoutAskingAndGoesOnWhenOpened) {
   EXPECT_EQ(store_.save(key_, "token"), SecretWrite::done);
   security("lock-keychain");

@@ -27,6 +27,9 @@ OSStatus SecItemCopyMatching(CFDictionaryRef query, CFTypeRef _Nullable* _Nullab
 OSStatus SecItemDelete(CFDictionaryRef query);
 OSStatus SecItemUpdate(CFDictionaryRef query, CFDictionaryRef attributesToUpdate);
 
+typedef UInt32 SecKeychainStatus;
+enum : UInt32 { kSecUnlockStateStatus = 1 };
+OSStatus SecKeychainGetStatus(SecKeychainRef _Nullable keychain, SecKeychainStatus* status);
 OSStatus SecKeychainSetUserInteractionAllowed(Boolean allowed);
 OSStatus SecKeychainUnlock(SecKeychainRef _Nullable keychain, UInt32 passwordLength,
                            const void* _Nullable password, Boolean usePassword);
