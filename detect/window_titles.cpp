@@ -7,8 +7,6 @@
 namespace notewick {
 namespace {
 
-constexpr std::size_t MOST_WINDOWS = 8;
-
 void addTitle(std::vector<std::string>& titles, ScreenWindow& window) {
   auto title = window.title();
   if (!title || title->empty()) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +19,10 @@ class ScreenWindow {
   [[nodiscard]] virtual std::optional<std::string> title() = 0;
 };
 
+/// How many windows of an application are read: the first ones of its list, whether or not their
+/// titles can be read.
+inline constexpr std::size_t MOST_WINDOWS = 8;
+
 /// The application that was frontmost when it was asked for. Each call below is one attribute read.
 class ScreenApplication {
  public:
@@ -29,7 +34,8 @@ class ScreenApplication {
   /// The window with the focus; null when the read failed or there is none.
   [[nodiscard]] virtual std::unique_ptr<ScreenWindow> focusedWindow() = 0;
 
-  /// Its windows, frontmost first, never one of another program; empty when the read failed.
+  /// Its windows, frontmost first where the system tells their order, never one of another program;
+  /// empty when the read failed. Those after the first `MOST_WINDOWS` may be left out.
   [[nodiscard]] virtual std::vector<std::unique_ptr<ScreenWindow>> windows() = 0;
 };
 

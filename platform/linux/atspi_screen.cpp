@@ -44,7 +44,7 @@ std::unique_ptr<ScreenApplication> AtspiScreen::frontmostApplication() {
   const auto bus = bus_->connection();
   last_ = bus ? look(*bus, Deadline(limit_)) : std::nullopt;
   if (!last_) return nullptr;
-  activated_ = last_->application;
+  activated_ = last_->active.application;
   bus_->follow(activated_);
   return applicationOf(last_->snapshot);
 }
@@ -58,7 +58,7 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::look(const QDBusConnection& bu
     applications.erase(activated);
   }
   if (auto sighting = lookAt(bus, applications, deadline)) return sighting;
-  const bool isStillRight = last_ && last_->application == activated_ &&
+  const bool isStillRight = last_ && last_->active.application == activated_ &&
                             reader_.isSilent(activated_) && !last_->patience.isOver();
   return isStillRight ? last_ : std::nullopt;
 }
@@ -69,40 +69,36 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::lookAt(
   const auto windows = reader_.windows(bus, applications, deadline);
   const auto active = std::ranges::find_if(windows, &AtspiReader::Window::isActive);
   if (active == windows.end()) return std::nullopt;
-  std::vector<AtspiReference> readable{active->reference};
-  for (const auto& window : windows) {
-    const bool isAnother =
-        &window != &*active && window.reference.application == active->reference.application;
-    if (isAnother && readable.size() < maximumWindows) readable.push_back(window.reference);
+  std::vector<AtspiReference> readable;
+  for (const auto& [window, isActive] : windows) {
+    const bool belongs = window.application == active->reference.application;
+    if (belongs && readable.size() < MOST_WINDOWS) readable.push_back(window);
   }
-  return read(bus, std::move(readable), deadline);
+  return read(bus, active->reference, std::move(readable), deadline);
 }
 
 std::optional<AtspiScreen::Sighting> AtspiScreen::read(const QDBusConnection& bus,
+                                                       const AtspiReference& active,
                                                        std::vector<AtspiReference> windows,
                                                        const Deadline& deadline) {
-  const auto active = windows.front();
-  windows.push_back({active.application, rootPath});
-  auto names = reader_.names(bus, windows, deadline);
+  std::vector<AtspiReference> asked{{active.application, rootPath}, active};
+  asked.insert(asked.end(), windows.begin(), windows.end());
+  const auto names = reader_.names(bus, asked, deadline);
   if (reader_.isSilent(active.application)) return std::nullopt;
 
-  Sighting sighting{active.application, active.path.path(), {}, Deadline(patienceWithSilence)};
-  sighting.snapshot.name = textOf(names.back());
-  if (sighting.snapshot.name == "") sighting.snapshot.name.reset();
-  names.pop_back();
-  sighting.snapshot.focusedTitle = textOf(names.front());
-  for (const auto& name : names) {
-    if (name) sighting.snapshot.titles.push_back(name->toStdString());
-  }
-  return sighting;
+  ScreenSnapshot snapshot{textOf(names[0]), textOf(names[1]), {}};
+  if (snapshot.name == "") snapshot.name.reset();
+  std::transform(names.begin() + 2, names.end(), std::back_inserter(snapshot.titles), textOf);
+  return Sighting{active, std::move(windows), std::move(snapshot), Deadline(patienceWithSilence)};
 }
 
 void AtspiScreen::rename(const QString& application, const QString& path, const QString& name) {
-  if (!last_ || last_->application != application || last_->window != path) return;
-  const auto title = name.toStdString();
-  auto& titles = last_->snapshot.titles;
-  if (last_->snapshot.focusedTitle && !titles.empty()) titles.front() = title;
-  last_->snapshot.focusedTitle = title;
+  if (!last_ || last_->active.application != application) return;
+  auto& [appName, focusedTitle, titles] = last_->snapshot;
+  if (last_->active.path.path() == path) focusedTitle = name.toStdString();
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    if (last_->windows[i].path.path() == path) titles[i] = name.toStdString();
+  }
 }
 
 }  // namespace notewick

@@ -18,7 +18,7 @@ namespace notewick {
 /// last, and only if that is not active any more all others. When the active application does not
 /// answer, its last answer, kept current by its events, stands for two minutes at most and while no
 /// other is active: the user may long be in a program that never joined the bus.
-/// The order of windows behind the active one is the program's own.
+/// The order of the windows is the program's own.
 class AtspiScreen final : public QObject, public Screen {
  public:
   /// A sample takes `limit` at most.
@@ -28,8 +28,8 @@ class AtspiScreen final : public QObject, public Screen {
 
  private:
   struct Sighting {
-    QString application;
-    QString window;
+    AtspiReference active;
+    std::vector<AtspiReference> windows;  ///< those of the snapshot's titles, in the same order
     ScreenSnapshot snapshot;
     Deadline patience;  ///< until when it stands without a new answer
   };
@@ -39,6 +39,7 @@ class AtspiScreen final : public QObject, public Screen {
                                                const std::vector<AtspiReference>& applications,
                                                const Deadline& deadline);
   [[nodiscard]] std::optional<Sighting> read(const QDBusConnection& bus,
+                                             const AtspiReference& active,
                                              std::vector<AtspiReference> windows,
                                              const Deadline& deadline);
   void rename(const QString& application, const QString& path, const QString& name);

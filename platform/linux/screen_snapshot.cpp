@@ -7,12 +7,12 @@ namespace {
 
 class SnapshotWindow final : public ScreenWindow {
  public:
-  explicit SnapshotWindow(std::string title) : title_(std::move(title)) {}
+  explicit SnapshotWindow(std::optional<std::string> title) : title_(std::move(title)) {}
 
   std::optional<std::string> title() override { return title_; }
 
  private:
-  std::string title_;
+  std::optional<std::string> title_;
 };
 
 class SnapshotApplication final : public ScreenApplication {

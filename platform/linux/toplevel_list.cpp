@@ -32,7 +32,7 @@ std::optional<ScreenSnapshot> ToplevelList::frontmost() const {
     const bool belongs =
         id == active->id || (!applicationId.empty() && state.applicationId == applicationId);
     if (belongs) snapshot.titles.push_back(repairedUtf8(state.title));
-    if (snapshot.titles.size() == maximumWindows) break;
+    if (snapshot.titles.size() == MOST_WINDOWS) break;
   }
   return snapshot;
 }

@@ -70,12 +70,9 @@ std::unique_ptr<ScreenApplication> X11Screen::frontmostApplication() {
   snapshot.name = nameOf(*application);
   auto windows = application->windows;
   windows.push_back(desktop->active);
-  auto titles = readTitles(windows, deadline);
-  snapshot.focusedTitle = std::move(titles.back());
-  titles.pop_back();
-  for (auto& title : titles) {
-    if (title) snapshot.titles.push_back(std::move(*title));
-  }
+  snapshot.titles = readTitles(windows, deadline);
+  snapshot.focusedTitle = std::move(snapshot.titles.back());
+  snapshot.titles.pop_back();
   return applicationOf(std::move(snapshot));
 }
 
@@ -114,7 +111,7 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
   const bool managerIsGone = !properties.back();
   if (!active || managerIsGone) return std::nullopt;
   Application application{active->wmClass, {}};
-  for (std::size_t i = 1; i < windows.size() && application.windows.size() < maximumWindows; ++i) {
+  for (std::size_t i = 1; i < windows.size() && application.windows.size() < MOST_WINDOWS; ++i) {
     const auto identity = identityOf(i);
     if (identity && isSameApplication(*identity, *active))
       application.windows.push_back(windows[i]);

@@ -1,10 +1,11 @@
 #!/usr/bin/python3
-"""A program on the accessibility bus with one active window, whose title is the first argument.
+"""A program on the accessibility bus, with one window for each title; one of them is active.
 
-On the signal USR1 the window gets the title of the second argument, the program says so, and from then on
-answers nothing any more. A third argument is the program's name in place of "fake".
+On the signal USR1 the active window gets the title of --later, the program says so, and from then on
+answers nothing any more.
 """
 
+import argparse
 import os
 import signal
 import sys
@@ -17,15 +18,15 @@ from gi.repository import GLib
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 EVENTS = "org.a11y.atspi.Event.Object"
 ROOT = "/org/a11y/atspi/accessible/root"
-WINDOW = "/org/a11y/atspi/accessible/1"
+WINDOW = "/org/a11y/atspi/accessible/window"
 ACTIVE = 1 << 1
 
 
 class Node(dbus.service.Object):
-    def __init__(self, bus, path, name, children=(), state=0):
+    def __init__(self, bus, path, name, children=()):
         super().__init__(bus, path)
         self.name = name
-        self._state = state
+        self.state = 0
         self._children = [(bus.get_unique_name(), dbus.ObjectPath(child)) for child in children]
 
     @dbus.service.method(ACCESSIBLE, out_signature="a(so)")
@@ -34,10 +35,12 @@ class Node(dbus.service.Object):
 
     @dbus.service.method(ACCESSIBLE, out_signature="au")
     def GetState(self):
-        return dbus.Array([self._state, 0], signature="u")
+        return dbus.Array([self.state, 0], signature="u")
 
     @dbus.service.method("org.freedesktop.DBus.Properties", in_signature="ss", out_signature="v")
     def Get(self, interface, name):
+        if self.name is None:
+            raise dbus.exceptions.DBusException("no name here")
         return {"Name": self.name}[name]
 
     @dbus.service.signal(EVENTS, signature="siiva{sv}")
@@ -51,18 +54,33 @@ def join_bus():
     return bus
 
 
-def main(title, later_title, name="fake"):
+def options():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("titles", nargs="+")
+    parser.add_argument("--name", default="fake")
+    parser.add_argument("--active", type=int, default=0, help="index of the active window")
+    parser.add_argument("--unreadable", type=int, help="index of a window whose title cannot be read")
+    parser.add_argument("--later", default="")
+    return parser.parse_args()
+
+
+def main(chosen):
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     bus = join_bus()
-    root = Node(bus, ROOT, name, children=[WINDOW])
-    window = Node(bus, WINDOW, title, state=ACTIVE)
+    paths = [WINDOW + str(index) for index in range(len(chosen.titles))]
+    root = Node(bus, ROOT, chosen.name, children=paths)
+    windows = [Node(bus, path, title) for path, title in zip(paths, chosen.titles)]
+    if chosen.unreadable is not None:
+        windows[chosen.unreadable].name = None
+    active = windows[chosen.active]
+    active.state = ACTIVE
     registry = bus.get_object("org.a11y.atspi.Registry", ROOT)
     registry.Embed((bus.get_unique_name(), dbus.ObjectPath(ROOT)), dbus_interface="org.a11y.atspi.Socket")
 
     def rename_and_stop():
-        window.name = later_title
+        active.name = chosen.later
         empty = dbus.Dictionary({}, signature="sv")
-        window.PropertyChange("accessible-name", 0, 0, later_title, empty)
+        active.PropertyChange("accessible-name", 0, 0, chosen.later, empty)
         bus.flush()
         os.kill(os.getpid(), signal.SIGSTOP)
 
@@ -72,4 +90,4 @@ def main(title, later_title, name="fake"):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    main(options())

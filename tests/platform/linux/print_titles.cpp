@@ -37,7 +37,8 @@ Json readSample(Screen& screen) {
     if (const auto title = window->title()) sample["focused"] = *title;
   }
   for (const auto& window : application->windows()) {
-    if (const auto title = window->title()) sample["windows"].push_back(*title);
+    const auto title = window->title();
+    sample["windows"].push_back(title ? Json(*title) : Json());
   }
   return sample;
 }

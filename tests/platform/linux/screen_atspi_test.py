@@ -38,15 +38,20 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.assertTrue(sample.trusted)
         self.assertEqual((sample.app, sample.windows), ("zenity", ["Message to Léna O’Keefe"]))
 
-    def test_reads_all_windows_of_the_program_the_active_first(self):
+    def test_reads_all_windows_of_the_program(self):
         first, second = text_file("first"), text_file("second")
         titles = [f"{path} - Mousepad" for path in (first, second)]
         editor = desk.start("mousepad", "--disable-server", "-o", "window", first, second)
         windows = [editor.window(title) for title in titles]
         for window, title in zip(windows, titles):
             window.focus()
-            other = titles[1 - titles.index(title)]
-            self.assertEqual(self.reader.wait_for_focus(title).windows, [title, other])
+            self.assertCountEqual(self.reader.wait_for_focus(title).windows, titles)
+
+    def test_reads_the_first_eight_windows_and_the_active_one(self):
+        titles = [f"window {number}" for number in range(1, 13)]
+        desk.start(FAKE_PROGRAM, *titles, "--active", 11, "--unreadable", 1)
+        sample = self.reader.wait_for_focus("window 12")
+        self.assertEqual(sample.windows, ["window 1", None, *titles[2:8]])
 
     def test_nothing_is_frontmost_while_a_program_without_accessibility_is_active(self):
         desk.zenity("first")
@@ -70,7 +75,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.assertEqual(self.reader.sample().focused, "stopped while active")
 
     def test_the_title_that_a_program_had_when_it_stopped_is_known_from_its_events(self):
-        program = desk.start(FAKE_PROGRAM, "before", "after")
+        program = desk.start(FAKE_PROGRAM, "before", "--later", "after")
         self.addCleanup(program.signal, signal.SIGCONT)
         self.assertEqual(self.reader.wait_for_focus("before").app, "fake")
         program.signal(signal.SIGUSR1)
@@ -90,7 +95,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         clock = FastTime(factor=14)
         self.reader = Reader("--body", "atspi", **clock.environment)
         self.addCleanup(self.reader.close)
-        program = desk.start(FAKE_PROGRAM, "before", "after")
+        program = desk.start(FAKE_PROGRAM, "before", "--later", "after")
         self.addCleanup(program.signal, signal.SIGCONT)
         self.reader.wait_for_focus("before")
         start = time.monotonic()
@@ -100,7 +105,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.assertGreater((time.monotonic() - start) * clock.factor, 100)
 
     def test_a_program_without_a_name_has_none(self):
-        desk.start(FAKE_PROGRAM, "Tobias Hargreave", "", "")
+        desk.start(FAKE_PROGRAM, "Tobias Hargreave", "--name", "")
         self.assertIsNone(self.reader.wait_for_focus("Tobias Hargreave").app)
 
     def test_the_title_of_a_stopped_program_ends_when_another_is_active(self):
