@@ -20,9 +20,6 @@ std::optional<ScreenSnapshot> ownSnapshot() {
   return ScreenSnapshot{QGuiApplication::applicationDisplayName().toStdString(), title, {title}};
 }
 
-/// How long a program may be silent and still count as the active one.
-constexpr std::chrono::minutes patienceWithSilence{2};
-
 std::optional<std::string> textOf(const std::optional<QString>& name) {
   return name ? std::optional(name->toStdString()) : std::nullopt;
 }
@@ -58,9 +55,19 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::look(const QDBusConnection& bu
     applications.erase(activated);
   }
   if (auto sighting = lookAt(bus, applications, deadline)) return sighting;
-  const bool isStillRight = last_ && last_->active.application == activated_ &&
-                            reader_.isSilent(activated_) && !last_->patience.isOver();
-  return isStillRight ? last_ : std::nullopt;
+  return withoutAnswer();
+}
+
+std::optional<AtspiScreen::Sighting> AtspiScreen::withoutAnswer() {
+  // What the application told before it fell silent may have arrived during the wait.
+  QCoreApplication::sendPostedEvents(bus_.get(), QEvent::MetaCall);
+  const bool isStillRight =
+      last_ && last_->active.application == activated_ && reader_.isSilent(activated_);
+  if (!isStillRight) return std::nullopt;
+  auto sighting = *last_;
+  const bool wasAnswer = std::exchange(sighting.isAnswer, false);
+  if (!wasAnswer) sighting.snapshot = {sighting.snapshot.name, std::nullopt, {}};
+  return sighting;
 }
 
 std::optional<AtspiScreen::Sighting> AtspiScreen::lookAt(
@@ -89,7 +96,7 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::read(const QDBusConnection& bu
   ScreenSnapshot snapshot{textOf(names[0]), textOf(names[1]), {}};
   if (snapshot.name == "") snapshot.name.reset();
   std::transform(names.begin() + 2, names.end(), std::back_inserter(snapshot.titles), textOf);
-  return Sighting{active, std::move(windows), std::move(snapshot), Deadline(patienceWithSilence)};
+  return Sighting{active, std::move(windows), std::move(snapshot)};
 }
 
 void AtspiScreen::rename(const QString& application, const QString& path, const QString& name) {

@@ -16,8 +16,9 @@ namespace notewick {
 /// What is on screen where only the programs themselves tell: through the accessibility bus. Knows
 /// only programs that have joined it. A sample asks the application whose window was activated
 /// last, and only if that is not active any more all others. When the active application does not
-/// answer, its last answer, kept current by its events, stands for two minutes at most and while no
-/// other is active: the user may long be in a program that never joined the bus.
+/// answer, its last answer, kept current by its events, stands for one sample. From then on, until
+/// it answers again or another is active, it is frontmost without titles: the user may long be in a
+/// program that never joined the bus.
 /// The order of the windows is the program's own.
 class AtspiScreen final : public QObject, public Screen {
  public:
@@ -31,7 +32,7 @@ class AtspiScreen final : public QObject, public Screen {
     AtspiReference active;
     std::vector<AtspiReference> windows;  ///< those of the snapshot's titles, in the same order
     ScreenSnapshot snapshot;
-    Deadline patience;  ///< until when it stands without a new answer
+    bool isAnswer = true;  ///< the application itself gave it to this sample
   };
 
   [[nodiscard]] std::optional<Sighting> look(const QDBusConnection& bus, const Deadline& deadline);
@@ -42,6 +43,8 @@ class AtspiScreen final : public QObject, public Screen {
                                              const AtspiReference& active,
                                              std::vector<AtspiReference> windows,
                                              const Deadline& deadline);
+  /// What counts when nobody has answered.
+  [[nodiscard]] std::optional<Sighting> withoutAnswer();
   void rename(const QString& application, const QString& path, const QString& name);
 
   std::shared_ptr<AtspiBus> bus_;

@@ -3,11 +3,9 @@
 import os
 import signal
 import tempfile
-import time
 import unittest
 
 import desk
-from desk.fast_time import FastTime
 from title_reader import Reader
 
 FAKE_PROGRAM = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_accessible_program.py")
@@ -20,6 +18,11 @@ def text_file(name):
     with open(path, "w", encoding="utf-8"):
         pass
     return path
+
+
+def has_stopped(program):
+    with open(f"/proc/{program.pid}/stat", encoding="utf-8") as file:
+        return file.read().rpartition(")")[2].split()[0] == "T"
 
 
 class ScreenFromTheAccessibilityBus(unittest.TestCase):
@@ -68,18 +71,19 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.assertEqual(sample.focused, "active")
         self.assertLess(sample.milliseconds, SLACK)
 
-    def test_the_title_of_a_program_that_stops_while_active_stays_right(self):
-        program = desk.zenity("stopped while active")
-        self.reader.wait_for_focus("stopped while active")
-        self.stop(program)
-        self.assertEqual(self.reader.sample().focused, "stopped while active")
-
-    def test_the_title_that_a_program_had_when_it_stopped_is_known_from_its_events(self):
+    def test_a_stopped_program_counts_for_one_sample_with_the_title_of_its_last_event(self):
         program = desk.start(FAKE_PROGRAM, "before", "--later", "after")
         self.addCleanup(program.signal, signal.SIGCONT)
-        self.assertEqual(self.reader.wait_for_focus("before").app, "fake")
+        self.reader.wait_for_focus("before")
         program.signal(signal.SIGUSR1)
-        self.assertEqual(self.reader.wait_for_focus("after").windows, ["after"])
+        desk.wait_until(lambda: has_stopped(program), what="a stopped program")
+        sample = self.reader.sample()
+        self.assertEqual((sample.app, sample.focused, sample.windows), ("fake", "after", ["after"]))
+        for _ in range(2):
+            sample = self.reader.sample()
+            self.assertEqual((sample.app, sample.focused, sample.windows), ("fake", None, []))
+        program.signal(signal.SIGCONT)
+        self.reader.wait_for_focus("after")
 
     def test_a_stopped_program_costs_its_time_only_once(self):
         program = desk.zenity("stopped while active")
@@ -88,21 +92,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         samples = [self.reader.sample() for _ in range(5)]
         self.assertLess(samples[0].milliseconds, LIMIT + SLACK)
         for sample in samples[1:]:
-            self.assertEqual(sample.focused, "stopped while active")
             self.assertLess(sample.milliseconds, SLACK)
-
-    def test_the_title_of_a_stopped_program_stands_for_two_minutes(self):
-        clock = FastTime(factor=14)
-        self.reader = Reader("--body", "atspi", **clock.environment)
-        self.addCleanup(self.reader.close)
-        program = desk.start(FAKE_PROGRAM, "before", "--later", "after")
-        self.addCleanup(program.signal, signal.SIGCONT)
-        self.reader.wait_for_focus("before")
-        start = time.monotonic()
-        program.signal(signal.SIGUSR1)
-        self.reader.wait_for_focus("after")
-        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "the end of patience", timeout=30)
-        self.assertGreater((time.monotonic() - start) * clock.factor, 100)
 
     def test_a_program_without_a_name_has_none(self):
         desk.start(FAKE_PROGRAM, "Tobias Hargreave", "--name", "")
@@ -113,7 +103,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         stopped.window().focus()
         self.reader.wait_for_focus("stopped")
         self.stop(stopped)
-        self.reader.sample()
+        self.assertEqual(self.reader.sample().focused, "stopped")
         other.window().focus()
         self.reader.wait_for_focus("other")
 
