@@ -13,7 +13,8 @@
 namespace notewick {
 namespace {
 
-constexpr std::uint32_t maximumUnits = 64 * 1024 / 4;
+constexpr std::size_t firstPart = std::size_t{64} * 1024;
+constexpr std::size_t furtherPart = std::size_t{1024} * 1024;
 
 /// In the order of X11Atom.
 constexpr std::array<std::string_view, 13> atomNames = {"_NET_ACTIVE_WINDOW",
@@ -100,17 +101,48 @@ bool X11Connection::internAtoms() {
 std::vector<std::optional<X11Property>> X11Connection::read(
     const std::vector<X11PropertyQuery>& queries, const Deadline& deadline) {
   std::vector<unsigned int> requests;
-  for (const auto& query : queries) {
-    const auto atom = atoms_[static_cast<std::size_t>(query.property)];
-    requests.push_back(xcb_get_property(handle_.get(), 0, query.window, atom,
-                                        XCB_GET_PROPERTY_TYPE_ANY, 0, maximumUnits)
-                           .sequence);
-  }
+  for (const auto& query : queries) requests.push_back(ask(query, 0, firstPart));
   xcb_flush(handle_.get());
   std::vector<std::optional<X11Property>> properties;
   for (const auto request : requests) properties.push_back(awaitProperty(request, deadline));
   dropEvents();
   return properties;
+}
+
+std::vector<std::optional<X11Property>> X11Connection::readWhole(
+    const std::vector<X11PropertyQuery>& queries, const Deadline& deadline) {
+  auto properties = read(queries, deadline);
+  for (std::size_t i = 0; i < queries.size(); ++i) {
+    auto& property = properties[i];
+    while (property && property->bytesLeft > 0) {
+      property = readOn(queries[i], std::move(*property), deadline);
+    }
+  }
+  return properties;
+}
+
+std::optional<X11Property> X11Connection::readOn(const X11PropertyQuery& query, X11Property start,
+                                                 const Deadline& deadline) {
+  const auto request = ask(query, start.bytes.size(), furtherPart);
+  xcb_flush(handle_.get());
+  const auto next = awaitProperty(request, deadline);
+  const bool isSameValue = next && next->type == start.type &&
+                           next->bitsPerUnit == start.bitsPerUnit &&
+                           next->bytes.size() + next->bytesLeft == start.bytesLeft;
+  if (!isSameValue) return std::nullopt;
+  start.bytes += next->bytes;
+  start.bytesLeft = next->bytesLeft;
+  return start;
+}
+
+unsigned int X11Connection::ask(const X11PropertyQuery& query, std::size_t offset,
+                                std::size_t size) {
+  constexpr std::size_t unit = 4;
+  const auto atom = atoms_[static_cast<std::size_t>(query.property)];
+  return xcb_get_property(handle_.get(), 0, query.window, atom, XCB_GET_PROPERTY_TYPE_ANY,
+                          static_cast<std::uint32_t>(offset / unit),
+                          static_cast<std::uint32_t>(size / unit))
+      .sequence;
 }
 
 // Keyboard mapping changes are sent to every client, asked for or not.
@@ -138,6 +170,7 @@ std::optional<X11Property> X11Connection::awaitProperty(unsigned int request,
   const auto type = std::find(atoms_.begin(), atoms_.end(), reply->type);
   if (type != atoms_.end()) property.type = static_cast<X11Atom>(type - atoms_.begin());
   property.bitsPerUnit = reply->format;
+  property.bytesLeft = reply->bytes_after;
   property.bytes.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
                         static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
   return property;

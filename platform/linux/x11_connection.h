@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -35,6 +36,7 @@ struct X11Property {
   std::optional<X11Atom> type;  ///< absent for a type unknown here
   int bitsPerUnit = 0;          ///< 8, 16 or 32; 0 when the window has no such property
   std::string bytes;            ///< in the machine's own byte order
+  std::size_t bytesLeft = 0;    ///< how many more the server holds behind these
 
   [[nodiscard]] bool exists() const { return bitsPerUnit != 0; }
 
@@ -61,6 +63,11 @@ class X11Connection {
   [[nodiscard]] std::vector<std::optional<X11Property>> read(
       const std::vector<X11PropertyQuery>& queries, const Deadline& deadline);
 
+  /// The same without a limit of size: what is longer takes further round trips. A value that
+  /// changes between two of them is absent.
+  [[nodiscard]] std::vector<std::optional<X11Property>> readWhole(
+      const std::vector<X11PropertyQuery>& queries, const Deadline& deadline);
+
   [[nodiscard]] std::uint32_t rootWindow() const { return rootWindow_; }
 
   /// The X client that made the window, as a number that its other windows share.
@@ -74,6 +81,10 @@ class X11Connection {
   X11Connection(Handle handle, int screenNumber);
 
   [[nodiscard]] bool internAtoms();
+  [[nodiscard]] unsigned int ask(const X11PropertyQuery& query, std::size_t offset,
+                                 std::size_t size);
+  [[nodiscard]] std::optional<X11Property> readOn(const X11PropertyQuery& query, X11Property start,
+                                                  const Deadline& deadline);
   void dropEvents();
   [[nodiscard]] std::optional<X11Property> awaitProperty(unsigned int request,
                                                          const Deadline& deadline);

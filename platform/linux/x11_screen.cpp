@@ -121,7 +121,7 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
 
 std::vector<std::optional<std::string>> X11Screen::readTitles(const std::vector<Window>& windows,
                                                               const Deadline& deadline) {
-  const auto properties = connection_->read(queriesFor(windows, titleProperties), deadline);
+  const auto properties = connection_->readWhole(queriesFor(windows, titleProperties), deadline);
   std::vector<std::optional<std::string>> titles;
   for (std::size_t i = 0; i < windows.size(); ++i) {
     constexpr auto count = titleProperties.size();

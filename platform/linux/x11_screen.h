@@ -15,8 +15,8 @@ namespace notewick {
 /// What is on screen in an X11 session, from the properties that the window manager and the
 /// programs keep there (freedesktop Extended Window Manager Hints; ICCCM 4.1.2). They live in the X
 /// server, so a program that has stopped answering is read like any other. Three round trips a
-/// sample; the titles of other programs are never read. Without a window manager nothing is
-/// frontmost.
+/// sample, and more where a title is longer than 64 KiB; the titles of other programs are never
+/// read. Without a window manager nothing is frontmost.
 class X11Screen final : public Screen {
  public:
   /// A sample takes `limit` at most.
