@@ -1,6 +1,7 @@
 #include "platform/linux/caught_list.h"
 
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <algorithm>
 
 #include "platform/linux/elided_label.h"
@@ -11,6 +12,14 @@ namespace {
 
 constexpr double ROW_SPACING = 4;
 constexpr double BUTTON_SPACING = 6;
+
+class SkipButton final : public PanelButton {
+ public:
+  using PanelButton::PanelButton;
+
+ protected:
+  void mouseDoubleClickEvent(QMouseEvent* event) override { event->accept(); }
+};
 
 }  // namespace
 
@@ -75,9 +84,10 @@ void CaughtList::addRow(const CaughtRow& content) {
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(points(BUTTON_SPACING));
   line->addStretch();
-  QPushButton* const log = addButton(*row, logTitle_, content.logLabel, [this, tag] { log_(tag); });
-  QPushButton* const skip =
-      addButton(*row, skipTitle_, content.skipLabel, [this, tag] { skip_(tag); });
+  auto* const log = new PanelButton(logTitle_, content.logLabel, PanelButton::Size::small);
+  auto* const skip = new SkipButton(skipTitle_, content.skipLabel, PanelButton::Size::small);
+  addButton(*line, *log, [this, tag] { log_(tag); });
+  addButton(*line, *skip, [this, tag] { skip_(tag); });
   const int room = maximumWidth() - line->sizeHint().width() - line->spacing();
   line->insertWidget(0, new ElidedLabel(content.text, 11, Tint::primary, room));
   addLine(*row);
@@ -89,13 +99,11 @@ void CaughtList::addLine(QWidget& line) {
   line.show();
 }
 
-QPushButton* CaughtList::addButton(QWidget& row, const std::string& title, const std::string& label,
-                                   const std::function<void()>& pressed) {
-  auto* const button = new PanelButton(title, label, PanelButton::Size::small);
-  button->setAutoDefault(true);
-  connect(button, &QPushButton::clicked, this, pressed);
-  row.layout()->addWidget(button);
-  return button;
+void CaughtList::addButton(QLayout& line, QPushButton& button,
+                           const std::function<void()>& pressed) {
+  button.setAutoDefault(true);
+  connect(&button, &QPushButton::clicked, this, pressed);
+  line.addWidget(&button);
 }
 
 }  // namespace notewick

@@ -16,8 +16,9 @@ namespace notewick {
 /// The rows of caught work, each a text and two buttons, and the line below them. A text has the
 /// room that the buttons leave: fonts differ too much in width for a limit of its own. Rows are
 /// made anew whenever one of them changes, so that a press that began on one row never counts for
-/// another that took its place. A row that had the focus keeps it wherever it stands afterwards;
-/// when it is gone the focus goes to the row now at its place, or to the last one.
+/// another that took its place. Of a double click on ✕ the second press does nothing: by then the
+/// next row stands under the mouse. A row that had the focus keeps it wherever it stands
+/// afterwards; when it is gone the focus goes to the row now at its place, or to the last one.
 class CaughtList : public QWidget {
  public:
   using Pressed = std::function<void(std::size_t tag)>;
@@ -45,9 +46,7 @@ class CaughtList : public QWidget {
   void clear();
   void addRow(const CaughtRow& content);
   void addLine(QWidget& line);  ///< seen at once, so that the size of the list counts it
-  [[nodiscard]] QPushButton* addButton(QWidget& row, const std::string& title,
-                                       const std::string& label,
-                                       const std::function<void()>& pressed);
+  void addButton(QLayout& line, QPushButton& button, const std::function<void()>& pressed);
 
   std::string logTitle_;
   std::string skipTitle_;

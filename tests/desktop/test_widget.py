@@ -22,13 +22,15 @@ CAUGHT = {
     "evidence": ["Mail: Lena O'Keefe"],
 }
 CAUGHT_ROW = "Lena O'Keefe · ~12m · 2026-01-05"
+ALSO_CAUGHT = {**CAUGHT, "id": "0A1B2C3D-0000-4000-8000-000000000002", "participant": "Tobias Hargreave"}
+ALSO_CAUGHT_ROW = "Tobias Hargreave · ~12m · 2026-01-05"
 
 
 class WidgetStory(Story):
-    def catch(self):
+    def catch(self, *pendings):
         """Work that the program noticed on an earlier day."""
         self.home.support.mkdir(parents=True, mode=0o700)
-        (self.home.support / "pending.json").write_text(json.dumps([CAUGHT]))
+        (self.home.support / "pending.json").write_text(json.dumps(pendings or [CAUGHT]))
 
     def move(self, window):
         """Moves it as a user does: not in the moment of its appearing, when moves are the window manager's."""
@@ -159,9 +161,9 @@ class TheForm(WidgetStory):
         self.service.wait_for_notes("Called about rent")
         self.assertEqual(self.service.notes()[0]["durationMinutes"], 90)
 
-    def click(self, control):
+    def click(self, control, times=1):
         x, y, width, height = control.geometry
-        screen.click(x + width // 2, y + height // 2)
+        screen.click(x + width // 2, y + height // 2, times=times)
 
     def test_says_what_is_missing(self):
         program = self.start_signed_in()
@@ -188,6 +190,19 @@ class TheForm(WidgetStory):
         [note] = self.service.notes()
         self.assertEqual((note["participantName"], note["sessionDate"]), ("Lena O'Keefe", "2026-01-05"))
         self.assertEqual(self.home.list("pending.json"), [])
+
+    def test_drops_one_row_at_a_double_click(self):
+        self.catch(CAUGHT, ALSO_CAUGHT)
+        program = self.start_signed_in()
+        self.wait_for_notification("VELK Notewick", "Watching for work on 12 participants.")
+        desk.notifications.clear()  # they may lie over the widget
+        panel = program.widget.panel
+        self.click(panel.find(f"Skip {ALSO_CAUGHT_ROW}", "push button"), times=2)
+        self.click(program.widget.note)
+        screen.type_text("Both clicks were taken before this")
+        program.widget.note.wait_for_text("Both clicks were taken before this")
+        self.assertEqual(program.widget.caught(), [CAUGHT_ROW])
+        self.assertEqual(self.home.list("pending.json"), [CAUGHT])
 
     def test_drops_caught_work_that_is_skipped(self):
         self.catch()

@@ -62,6 +62,9 @@ def _wtype_arguments(chord):
     return [*before, "-k", key, *after]
 
 
-def click(x, y, button=1):
-    """A real click of the mouse; on X only, sway's seat has no mouse. Button 1 is left, 2 middle, 3 right."""
-    _run("xdotool", "mousemove", "--sync", x, y, "click", button)
+def click(x, y, button=1, times=1):
+    """A real click of the mouse; on X only, sway's seat has no mouse. Button 1 is left, 2 middle, 3 right.
+
+    Two times are a double click: the program has a moment to answer the first one.
+    """
+    _run("xdotool", "mousemove", "--sync", x, y, "click", "--repeat", times, "--delay", 100, button)

@@ -28,9 +28,13 @@ class CaughtListTest : public testing::Test {
 
   Log log_;
   bool kept_ = false;
+  std::function<void(std::size_t tag)> wasSkipped_;
   CaughtList list_{296, "Log", "✕",
                    [this](std::size_t tag) { log_.push_back("log " + std::to_string(tag)); },
-                   [this](std::size_t tag) { log_.push_back("skip " + std::to_string(tag)); }};
+                   [this](std::size_t tag) {
+                     log_.push_back("skip " + std::to_string(tag));
+                     if (wasSkipped_) wasSkipped_(tag);
+                   }};
 };
 
 TEST_F(CaughtListTest, TellsWhichRowWasPressed) {
@@ -78,6 +82,42 @@ TEST_F(CaughtListTest, ForgetsAPressThatBeganOnARowThatIsGone) {
   set({row("b")});
   if (pressed) QTest::mouseRelease(pressed, Qt::LeftButton);
   EXPECT_EQ(log_, Log{});
+}
+
+/// Rows that go when they are skipped, so that the next one moves up under the mouse.
+class SkippedRows : public CaughtListTest {
+ protected:
+  SkippedRows() {
+    set(rows_);
+    activate(list_);
+    wasSkipped_ = [this](std::size_t tag) {
+      rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(tag));
+      set(rows_);
+      list_.adjustSize();
+    };
+  }
+
+  /// The middle of the button in the window, to which a mouse sends its events.
+  QPoint place(const std::string& name) {
+    return button(name).mapTo(&list_, button(name).rect().center());
+  }
+
+  std::vector<CaughtRow> rows_{row("a"), row("b"), row("c")};
+};
+
+TEST_F(SkippedRows, ADoubleClickSkipsOneRow) {
+  QTest::mouseDClick(list_.windowHandle(), Qt::LeftButton, {}, place("Skip a"));
+  EXPECT_EQ(log_, Log{"skip 0"});
+  EXPECT_EQ(rows_.front().text, "b");
+}
+
+TEST_F(SkippedRows, TwoClicksSkipTwoRows) {
+  const QPoint top = place("Skip a");
+  for (int click = 0; click < 2; ++click) {
+    QTest::mouseClick(list_.windowHandle(), Qt::LeftButton, {}, top);
+  }
+  EXPECT_EQ(log_, (Log{"skip 0", "skip 0"}));
+  EXPECT_EQ(rows_.front().text, "c");
 }
 
 TEST_F(CaughtListTest, LetsTheFocusFollowItsRow) {
