@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <chrono>
 
+#include "platform/linux/plain_setting.h"
 #include "platform/linux/workspace.h"
 
 namespace notewick {
@@ -44,7 +45,11 @@ class OpenSettings : public QSettings {
   [[nodiscard]] std::optional<QString> text(const std::string& key) const {
     const QString name = QString::fromStdString(key);
     if (!contains(name)) return std::nullopt;
-    // An unquoted text with commas in it arrives as a list of what stands between them.
+    QFile file(fileName());
+    if (file.open(QFile::ReadOnly)) {
+      if (auto plain = plainSetting(file.readAll(), QByteArray::fromStdString(key))) return plain;
+    }
+    // Several quoted texts with commas between them arrive as a list.
     return value(name).toStringList().join(',');
   }
 

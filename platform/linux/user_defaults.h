@@ -7,9 +7,9 @@ namespace notewick {
 /// The toolkit's settings file, VELK/Notewick.ini in the user's configuration folder, which people
 /// may edit by hand. It knows no types: exactly `true` and `false` are Booleans, all else is text.
 ///
-/// A text written here is read back exactly. A text written by hand follows the file's own rules:
-/// quotes keep blanks, a backslash starts an escape, and of an unquoted text with commas in it the
-/// blanks around the commas are lost. Two programs may write at once: each writes its own changes
+/// A text written here is read back exactly. A text written by hand is what stands there
+/// (plain_setting.h); in quotes it keeps its blanks, and a backslash starts an escape where the
+/// file's form knows one. Two programs may write at once: each writes its own changes
 /// into what it finds there, under a lock file, which is taken away when it is not given back
 /// within two seconds. A failure to write is swallowed; the value may count while the program runs,
 /// or not. Something that is no file, or is larger than 1 MiB, holds no settings and takes none.
