@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/linux/own_application.h"
 #include "platform/linux/single_instance.h"
 #include "platform/linux/termination_signals.h"
 
@@ -101,8 +102,8 @@ QtApplication::QtApplication(char** argv) : application_(startToolkit(argumentCo
       [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
       Qt::DirectConnection);
   QApplication::setQuitOnLastWindowClosed(false);
-  QCoreApplication::setApplicationName("notewick");
-  QGuiApplication::setDesktopFileName("tools.velk.notewick");
+  QCoreApplication::setApplicationName(OWN_WINDOW_CLASS);
+  QGuiApplication::setDesktopFileName(OWN_DESKTOP_ENTRY);
 }
 
 int QtApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {

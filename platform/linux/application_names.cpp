@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/own_application.h"
 #include "platform/linux/title_text.h"
 
 namespace notewick {
@@ -66,6 +67,7 @@ ApplicationNames::ApplicationNames(std::vector<path> folders, std::vector<std::s
     : folders_(std::move(folders)), languages_(std::move(languages)) {}
 
 std::string ApplicationNames::nameOf(const std::string& id) {
+  if (id == OWN_WINDOW_CLASS || id == OWN_DESKTOP_ENTRY) return OWN_NAME;
   if (const auto known = known_.find(id); known != known_.end()) return known->second;
   const auto found = lookUp(id).value_or("");
   return known_[id] = repairedUtf8(found.empty() ? id : found);

@@ -21,7 +21,8 @@ class ApplicationNames {
   ApplicationNames(std::vector<std::filesystem::path> folders, std::vector<std::string> languages);
 
   /// The name of the program that calls its windows `id` (class part of WM_CLASS, Wayland
-  /// application id), valid UTF-8; the id itself when it has no desktop entry of that name.
+  /// application id), valid UTF-8; the id itself when it has no desktop entry of that name. This
+  /// program has one name, whatever its windows call themselves.
   [[nodiscard]] std::string nameOf(const std::string& id);
 
  private:

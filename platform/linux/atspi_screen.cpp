@@ -5,10 +5,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/own_application.h"
+
 namespace notewick {
 namespace {
 
 const QDBusObjectPath rootPath(QStringLiteral("/org/a11y/atspi/accessible/root"));
+
+bool isListed(const QWindow& window) {
+  return window.isVisible() && window.type() != Qt::Popup && window.type() != Qt::ToolTip;
+}
 
 /// This program itself, when one of its windows has the focus: while it waits for answers it cannot
 /// give any.
@@ -16,8 +22,11 @@ std::optional<ScreenSnapshot> ownSnapshot() {
   if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) return std::nullopt;
   const auto* focused = QGuiApplication::focusWindow();
   if (focused == nullptr) return std::nullopt;
-  const auto title = focused->title().toStdString();
-  return ScreenSnapshot{QGuiApplication::applicationDisplayName().toStdString(), title, {title}};
+  ScreenSnapshot snapshot{OWN_NAME, focused->title().toStdString(), {}};
+  for (const auto* window : QGuiApplication::topLevelWindows()) {
+    if (isListed(*window)) snapshot.titles.emplace_back(window->title().toStdString());
+  }
+  return snapshot;
 }
 
 std::optional<std::string> textOf(const std::optional<QString>& name) {

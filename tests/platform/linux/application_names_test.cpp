@@ -42,6 +42,13 @@ TEST_F(ApplicationNamesTest, IsTheIdOfAProgramWithoutEntry) {
   EXPECT_EQ(names().nameOf("XTerm"), "XTerm");
 }
 
+TEST_F(ApplicationNamesTest, ThisProgramHasOneNameWhateverItsWindowsCallThemselves) {
+  install("all/tools.velk.notewick.desktop", "[Desktop Entry]\nName=Another edition\n");
+  for (const char* id : {"notewick", "tools.velk.notewick"}) {
+    EXPECT_EQ(names().nameOf(id), "VELK Notewick");
+  }
+}
+
 TEST_F(ApplicationNamesTest, FindsAnEntryInLowerCase) {
   install("all/editor.desktop", "[Desktop Entry]\nName=Text Editor\n");
   EXPECT_EQ(names().nameOf("Editor"), "Text Editor");

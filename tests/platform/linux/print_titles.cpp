@@ -2,24 +2,27 @@
 // sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
 // output; only then write the next.
 //
-//   print-titles [--body x11|toplevels|atspi|atspi+x11] [--measure COUNT]
+//   print-titles [--body x11|toplevels|atspi|atspi+x11] [--measure COUNT] [--window TITLE...]
 //
 // --body takes that body, not the one that fits the session; --measure takes so many samples and
-// prints what one costs.
+// prints what one costs; --window, the last option, shows windows of its own.
 
 #include <unistd.h>
 
 #include <QApplication>
 #include <QSocketNotifier>
+#include <QWidget>
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "platform/linux/own_application.h"
 #include "platform/linux/screen.h"
 
 namespace notewick {
@@ -93,7 +96,20 @@ std::string valueOf(const std::vector<std::string>& arguments, const std::string
   return at == arguments.end() || at + 1 == arguments.end() ? std::string() : *(at + 1);
 }
 
+std::vector<std::unique_ptr<QWidget>> showWindows(const std::vector<std::string>& arguments) {
+  std::vector<std::unique_ptr<QWidget>> windows;
+  auto title = std::find(arguments.begin(), arguments.end(), "--window");
+  while (title != arguments.end() && ++title != arguments.end()) {
+    windows.push_back(std::make_unique<QWidget>());
+    windows.back()->setWindowTitle(QString::fromStdString(*title));
+    windows.back()->show();
+    windows.back()->activateWindow();
+  }
+  return windows;
+}
+
 void run(const std::vector<std::string>& arguments) {
+  const auto windows = showWindows(arguments);
   const auto body = bodyNamed(valueOf(arguments, "--body"));
   if (const auto count = valueOf(arguments, "--measure"); !count.empty()) {
     std::cout << measure(*body.screen, std::stoi(count)) << std::endl;
@@ -115,5 +131,7 @@ void run(const std::vector<std::string>& arguments) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setApplicationName(notewick::OWN_WINDOW_CLASS);
+  QApplication::setDesktopFileName(notewick::OWN_DESKTOP_ENTRY);
   notewick::run({argv + 1, argv + argc});
 }

@@ -127,6 +127,12 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.assertEqual(sample.focused, "active")
         self.assertLess(sample.milliseconds, LIMIT + SLACK)
 
+    def test_reads_all_windows_of_this_program_itself(self):
+        reader = Reader("--body", "atspi", "--window", "quick note", "sign in")
+        self.addCleanup(reader.close)
+        sample = reader.wait_for_focus("sign in")
+        self.assertEqual((sample.app, sample.windows), ("VELK Notewick", ["quick note", "sign in"]))
+
     def test_nothing_is_frontmost_without_windows(self):
         self.assertTrue(self.reader.sample().nothing_is_frontmost)
 

@@ -37,6 +37,13 @@ class ScreenFromTheCompositor(InSway):
         first.close()
         self.assertEqual(reader.wait_for_focus("second").windows, ["second"])
 
+    def test_reads_all_windows_of_this_program_itself(self):
+        reader = self.start_reader("--window", "quick note", "sign in", QT_QPA_PLATFORM="xcb")
+        reader.wait_for_focus("sign in")
+        desk.windows.wait_for("quick note", pid=reader.pid).focus()
+        sample = reader.wait_for_focus("quick note")
+        self.assertEqual((sample.app, sample.windows), ("VELK Notewick", ["quick note", "sign in"]))
+
     def test_knows_the_windows_that_were_there_before_it(self):
         desk.zenity("already open")
         self.assertEqual(self.start_reader().sample().focused, "already open")
@@ -71,6 +78,15 @@ class ScreenFromTheAccessibilityBus(InSway):
         self.assertEqual(reader.wait_for_focus("second").windows, ["second"])
         first.focus()
         reader.wait_for_focus("first")
+
+    def test_reads_all_windows_of_this_program_itself_from_the_x_server(self):
+        options = ("--body", "atspi+x11", "--window", "quick note", "sign in")
+        reader = self.start_reader(*options, QT_QPA_PLATFORM="xcb")
+        reader.wait_for_focus("sign in")
+        desk.windows.wait_for("quick note", pid=reader.pid).focus()
+        sample = reader.wait_for_focus("quick note")
+        self.assertEqual(sample.app, "VELK Notewick")
+        self.assertCountEqual(sample.windows, ["quick note", "sign in"])
 
     def test_of_programs_that_are_not_on_it_those_of_the_x_server_are_read_there(self):
         reader = self.start_reader("--body", "atspi+x11")

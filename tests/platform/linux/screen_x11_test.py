@@ -90,8 +90,8 @@ class ScreenOnX11(unittest.TestCase):
         self.addCleanup(desk.close_all)
         self.reader = self.start_reader()
 
-    def start_reader(self, **environment):
-        reader = Reader(**environment)
+    def start_reader(self, *options, **environment):
+        reader = Reader(*options, **environment)
         self.addCleanup(reader.close)
         return reader
 
@@ -119,6 +119,20 @@ class ScreenOnX11(unittest.TestCase):
             window.focus()
             other = titles[1 - titles.index(title)]
             self.assertEqual(self.reader.wait_for_focus(title).windows, [title, other])
+
+    def test_reads_all_windows_of_this_program_itself(self):
+        reader = self.start_reader("--window", "quick note", "sign in", QT_QPA_PLATFORM="xcb")
+        reader.wait_for_focus("sign in")
+        desk.windows.wait_for("quick note", pid=reader.pid).focus()
+        sample = reader.wait_for_focus("quick note")
+        self.assertEqual((sample.app, sample.windows), ("VELK Notewick", ["quick note", "sign in"]))
+
+    def test_reads_the_first_eight_windows(self):
+        titles = [f"window {number}" for number in range(12)]
+        program = self.start_reader("--window", *titles, QT_QPA_PLATFORM="xcb")
+        for title in titles:
+            desk.windows.wait_for(title, pid=program.pid)
+        self.assertEqual(self.reader.wait_for_focus(titles[-1]).windows, titles[:3:-1])
 
     def test_follows_a_change_of_title(self):
         window = desk.xterm("before").window()
