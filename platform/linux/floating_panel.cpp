@@ -22,7 +22,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto SETTLING_TIME = 300ms;
+/// A compositor gives the keyboard to a new window a moment after the window was drawn.
+constexpr auto QUIET_TIME = 300ms;
 constexpr Qt::WindowFlags FLAGS = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint;
 
@@ -38,14 +39,15 @@ QList<QRect> availableScreens() {
   return available;
 }
 
-PanelWindow::PanelWindow(const std::string& title) : QWidget(nullptr, FLAGS) {
+PanelWindow::PanelWindow(const std::string& title)
+    : QWidget(nullptr, FLAGS), witness_(isWaylandSession() ? Placing::always : Placing::once) {
   setAccessibleRole(*this, QAccessible::Dialog);
   setWindowTitle(fromUtf8(title));
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);
-  settling_.setSingleShot(true);
-  settling_.setInterval(SETTLING_TIME);
-  connect(&settling_, &QTimer::timeout, this, &PanelWindow::takeKeyboard);
+  quietEnd_.setSingleShot(true);
+  quietEnd_.setInterval(QUIET_TIME);
+  connect(&quietEnd_, &QTimer::timeout, this, &PanelWindow::takeKeyboard);
   qApp->installEventFilter(this);
 }
 
@@ -85,7 +87,6 @@ void PanelWindow::fitToContents() {
   layout()->activate();
   const QSize wanted = layout()->totalSizeHint();
   if (wanted == size() && wanted == maximumSize()) return;
-  settle();
   setFixedSize(wanted);
   applyPlacement();
 }
@@ -102,20 +103,27 @@ QRect PanelWindow::frame() const {
 
 void PanelWindow::applyPlacement() {
   if (!placement_) return;
-  settle();
-  move(placement_(frame().size()));
+  const QPoint place = placement_(frame().size());
+  if (isVisible() && pos() != place) witness_.asked(place);
+  move(place);
 }
 
-void PanelWindow::settle() {
-  if (shown_) settling_.start();
+void PanelWindow::windowMoved() {
+  const QRect moved = windowHandle()->frameGeometry();
+  const Mover mover = witness_.reported(moved.topLeft());
+  if (mover == Mover::user) return takeOver(moved);
+  // Only now is the size of its frame known.
+  if (mover == Mover::windowManager && witness_.isDrawn()) applyPlacement();
 }
 
-bool PanelWindow::isSettling() const {
-  return !shown_ || settling_.isActive();
+void PanelWindow::takeOver(const QRect& place) {
+  placement_ = [place](QSize size) { return standingWhere(place, size, availableScreens()); };
+  if (userMoved) userMoved(place);
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Quit && watched == qApp) quitting_ = true;
+  if (event->type() == QEvent::Move && watched == windowHandle() && isVisible()) windowMoved();
   return QWidget::eventFilter(watched, event);
 }
 
@@ -153,29 +161,22 @@ void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
   if (!grip_ || !event->buttons().testFlag(Qt::LeftButton)) return;
   if ((event->pos() - *grip_).manhattanLength() < QApplication::startDragDistance()) return;
   grip_.reset();
+  witness_.grabbed();
   windowHandle()->startSystemMove();
-}
-
-void PanelWindow::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  if (!event->spontaneous() || !isVisible() || isSettling()) return;
-  const QRect moved = frame();
-  placement_ = [moved](QSize size) { return standingWhere(moved, size, availableScreens()); };
-  if (userMoved) userMoved(moved);
 }
 
 void PanelWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
-  if (shown_) return;
-  shown_ = true;
-  settle();
+  if (witness_.isDrawn()) return;
+  witness_.drawn();
+  quietEnd_.start();
   QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
 }
 
 void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  settling_.stop();
-  shown_ = false;
+  quietEnd_.stop();
+  witness_.mapped();
   setFloatingHints(*windowHandle());
   if (quiet_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {

@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/move_witness.h"
+
 class QMenu;
 class QPushButton;
 
@@ -58,7 +60,6 @@ class PanelWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -66,16 +67,16 @@ class PanelWindow : public QWidget {
   void orderFront();
   void takeKeyboard();
   void applyPlacement();
-  void settle();
-  [[nodiscard]] bool isSettling() const;
-  void askForMenu();  ///< as the Menu key does, which the toolkit itself knows
+  void windowMoved();  ///< as the window system reports it, also where this program asked for it
+  void takeOver(const QRect& place);  ///< which the user has given the window
+  void askForMenu();                  ///< as the Menu key does, which the toolkit itself knows
 
   QPushButton* defaultButton_ = nullptr;
   Placement placement_;
   std::optional<QPoint> grip_;  ///< where the background was pressed
-  QTimer settling_;             ///< runs while moves answer this program's own requests
+  MoveWitness witness_;         ///< tells the user's moves from all others
   bool quiet_ = false;          ///< it is being mapped, and must not get the keyboard by that
-  bool shown_ = false;          ///< on the screen; until then the window manager moves it
+  QTimer quietEnd_;             ///< runs from the first drawing to the end of `quiet_`
   bool quitting_ = false;
 };
 

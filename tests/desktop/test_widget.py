@@ -11,6 +11,7 @@ from desk.notewick import NO_WORK, SENT, WATCHING, menu
 from desk.story import Story
 
 DESKTOP_ENTRY = Path(__file__).parents[2] / "packaging/linux/tools.velk.notewick.desktop"
+SCREEN_WIDTH = 1280
 FLOATING = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 CAUGHT = {
     "id": "0A1B2C3D-0000-4000-8000-000000000001",
@@ -33,14 +34,11 @@ class WidgetStory(Story):
         (self.home.support / "pending.json").write_text(json.dumps(pendings or [CAUGHT]))
 
     def move(self, window):
-        """Moves it as a user does: not in the moment of its appearing, when moves are the window manager's."""
-        for x in range(200, 280, 20):
-            window.move(x, 150)
-            try:
-                return desk.wait_until(lambda: self.home.setting("VELKQuickWidget"), timeout=1.5)
-            except desk.TimedOut:
-                continue
-        self.fail("the place of the widget was not kept")
+        """Moves it as soon as it stands in its corner: before, nobody can take hold of it."""
+        right = SCREEN_WIDTH - 24  # of its frame
+        desk.wait_until(lambda: window.geometry.x + window.geometry.width < right, what="the widget in its corner")
+        window.move(200, 150)
+        desk.wait_until(lambda: self.home.setting("VELKQuickWidget"), what="the place of the widget being kept")
 
     def wait_until_active(self, window):
         desk.wait_until(lambda: window.is_active, what=f"{window} being active")

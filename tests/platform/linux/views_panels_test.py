@@ -3,7 +3,6 @@
 import os
 import re
 import subprocess
-import time
 import unittest
 
 import desk
@@ -139,7 +138,6 @@ class TheQuickNotePanel(Panels):
         views = self.show("--quick")
         window = views.window()
         self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
-        time.sleep(0.5)  # what moves right after it appeared is the window manager's doing
         left, top, _, _ = frame_of(window)
         inner = window.geometry
         drag((inner.x + inner.width - 5, inner.y + inner.height - 5), (-300, -200))
@@ -150,6 +148,34 @@ class TheQuickNotePanel(Panels):
         views.close()
         again = self.show("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
+
+    def test_keeps_a_move_as_soon_as_it_stands_in_its_place(self):
+        window = self.show("--quick").window()
+        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        window.move(300, 200)
+        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
+        left, top, right, bottom = frame_of(window)
+        self.assertIn(f"={left} {top} {right - left} {bottom - top}\n", settings_text())
+
+    def test_keeps_a_drag_by_its_title_bar(self):
+        window = self.show("--quick").window()
+        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        left, top, right, _ = frame_of(window)
+        drag(((left + right) // 2, top + 8), (-300, -200))
+        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
+        self.assertEqual(frame_of(window)[:2], (left - 300, top - 200))
+
+    def test_takes_no_answer_of_a_slow_window_manager_for_a_move(self):
+        views = self.show("--quick")
+        window = views.window()
+        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        with desk.windows.slow_manager():
+            for rows in (6, 2, 5, 0, 3):
+                views.do(f"rows {rows}")
+        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        views.do("quit")
+        views.wait()
+        self.assertFalse(os.path.exists(settings_path()))
 
     def test_comes_back_there_also_when_the_window_manager_is_slow(self):
         save_frame(700, 400, 320, 258)
@@ -162,7 +188,6 @@ class TheQuickNotePanel(Panels):
         views = self.show("--quick")
         window = views.window()
         self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
-        time.sleep(0.5)
         window.move(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40)
         wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
         views.close()

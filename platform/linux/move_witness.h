@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QList>
+#include <QPoint>
+
+namespace notewick {
+
+/// Who moved a window.
+enum class Mover {
+  windowManager,  ///< It placed the window, which is being mapped, and put a frame around it.
+  program,        ///< The window manager answers a request of the program.
+  user,
+};
+
+/// How often a window manager places a window.
+enum class Placing {
+  once,   ///< X11: a window that is mapped again comes back where it was.
+  always  ///< A Wayland compositor does it with each window that XWayland maps.
+};
+
+/// Tells the moves of a window that are the user's from all others. The window system reports that
+/// a window stands somewhere else now and never says why, but its reports have an order:
+///
+/// - The first report of a window that is mapped tells where the window manager has placed it. It
+///   may come before or after the window is first drawn. Before that the user cannot take hold of
+///   the window.
+/// - Each request for a place is answered by a report (ICCCM 4.1.5): of that place, or of one that
+///   the window manager prefers. Requests and the user's input reach it in one queue, so that what
+///   the user does after a request is reported after its answer. Of several answers that wait,
+///   perhaps only the last one is reported.
+/// - Every other report is the user's doing.
+///
+/// No time is involved: a slow window manager answers late, but in the same order.
+///
+/// A window that stays where it is, because the window manager refuses a request or places the
+/// window exactly where it was asked to, is not reported. The first step of the user's next move is
+/// then taken for the missing report; the steps that follow in a drag are the user's.
+class MoveWitness {
+ public:
+  explicit MoveWitness(Placing placing) : placing_(placing) {}
+
+  /// The window is about to be mapped.
+  void mapped();
+
+  /// The window has been drawn for the first time since it was mapped.
+  void drawn() { isDrawn_ = true; }
+  [[nodiscard]] bool isDrawn() const { return isDrawn_; }
+
+  /// The program asks for another place. Places are those of the frame's top left corner.
+  void asked(QPoint place);
+
+  /// The user has taken hold of the window.
+  void grabbed();
+
+  /// The window stands somewhere else.
+  [[nodiscard]] Mover reported(QPoint place);
+
+ private:
+  Placing placing_;
+  bool isDrawn_ = false;
+  bool isPlaced_ = false;
+  QList<QPoint> asked_;  ///< since the user's last move, each once, the newest last
+  qsizetype owed_ = 0;   ///< answers that the window manager still has to give
+};
+
+}  // namespace notewick
