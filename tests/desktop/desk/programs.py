@@ -5,7 +5,7 @@ import subprocess
 import tempfile
 
 from desk import windows
-from desk.waiting import wait_until
+from desk.waiting import LIMIT, wait_until
 
 _running = []
 
@@ -55,10 +55,10 @@ class Program:
             _running.remove(self)
             self._log.close()
 
-    def wait_for_output(self, text, timeout=10):
+    def wait_for_output(self, text, timeout=LIMIT):
         wait_until(lambda: text in self.output, timeout, f"output {text!r} of {self.arguments[0]}")
 
-    def window(self, title=None, timeout=10):
+    def window(self, title=None, timeout=LIMIT):
         """Its window, as soon as it is there; with exactly this title if one is given."""
         return windows.wait_for(title, pid=self.pid, timeout=timeout)
 
