@@ -23,22 +23,31 @@ _PROGRAM = os.environ.get("LOCAL_SERVICE", "")
 
 
 class LocalService:
-    """A service over TLS with one account and the twelve participants of the demonstration.
+    """A service over TLS with one account and the participants of these names, "First Last".
 
-    Its database and its port outlive stop() and start().
+    None are the twelve of the demonstration. Its database and its port outlive stop() and start().
     """
 
-    def __init__(self, folder, environment=None):
+    def __init__(self, folder, environment=None, participants=None):
         self.folder = Path(folder)
         self._environment = {**(environment or {}), "LOCAL_SERVICE_PASSWORD": PASSWORD}
         self._port = "0"
+        self._participants = self._file_of(participants) if participants else None
         self.start()
+
+    def _file_of(self, participants):
+        named = [dict(zip(("first_name", "last_name"), name.split(" ", 1))) for name in participants]
+        path = self.folder / "participants.json"
+        path.write_text(json.dumps([{"id": f"p-{number}", **name} for number, name in enumerate(named)]))
+        return path
 
     def start(self):
         ports = self.folder / "ports"
         ports.unlink(missing_ok=True)
         arguments = ["--tls-dir", self.folder / "tls", "--database", self.folder / "notes.db"]
-        arguments += ["--account", EMAIL, "--port", self._port, "--control-port", "0", "--port-file", ports]
+        arguments += ["--account", EMAIL]
+        arguments += ["--participants", self._participants] if self._participants else []
+        arguments += ["--port", self._port, "--control-port", "0", "--port-file", ports]
         self._program = programs.start(_PROGRAM, *arguments, environment=self._environment)
         wait_until(lambda: ports.exists() or not self._program.is_running, what="the service's port")
         if not ports.exists():

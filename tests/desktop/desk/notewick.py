@@ -200,9 +200,9 @@ class Notewick(programs.Program):
     def choose(self, label):
         self.tray.choose(label)
 
-    def sign_in(self):
+    def sign_in(self, participants=12):
         self.sign_in_panel.sign_in()
-        self.wait_for_entry("Watching · 12 participants")
+        self.wait_for_entry(f"Watching · {participants} participants")
 
     def quit(self):
         """Ends it by its menu; returns the exit code."""

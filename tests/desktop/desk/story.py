@@ -13,7 +13,9 @@ from desk.local_service import LocalService
 class Story(unittest.TestCase):
     """Gives each test its own home folder and service; the secret store and the desktop are the session's."""
 
-    fast = False  # whether time runs sixty times faster for the program and the service
+    fast = False  # whether time runs faster for the program and the service
+    factor = 60  # how many times; more than 10 let samples come too late to count exactly
+    participants = None  # the names of the account's participants; None are the demonstration's twelve
     secret_store = True  # whether the session has an open one
 
     def setUp(self):
@@ -23,11 +25,11 @@ class Story(unittest.TestCase):
         notifications.clear()
         if self.secret_store:
             keyring.clear(**notewick.SECRET)
-        self.clock = FastTime().environment if self.fast else {}
+        self.clock = FastTime(factor=self.factor).environment if self.fast else {}
         self.home = notewick.Home(Path(folder.name, "home"))
         served = Path(folder.name, "service")
         served.mkdir()
-        self.service = LocalService(served, self.clock)
+        self.service = LocalService(served, self.clock, self.participants)
         self.home.point_at(self.service.origin)
 
     @property
@@ -39,7 +41,7 @@ class Story(unittest.TestCase):
 
     def start_signed_in(self):
         program = self.start()
-        program.sign_in()
+        program.sign_in(len(self.participants) if self.participants else 12)
         program.widget.window  # it comes with the participants
         return program
 
