@@ -18,12 +18,20 @@ enum class MenuReader {
 
 using MenuItemChosen = std::function<void(const MenuItem& item)>;
 
-/// The text that makes `reader` show `title` to the letter. For a tray host it counts on the
-/// toolkit making an access key of the first `&` that is not the last character.
+/// The text that makes `reader` show `title` to the letter. For a tray host it counts on Qt making
+/// an access key of the first `&` that is not the last character.
 [[nodiscard]] QString menuText(const std::string& title, MenuReader reader);
 
-/// Draws the menu into `drawing`, whose old items go. A shortcut is shown, with Control, but works
-/// nowhere outside the open menu. `chosen` gets a copy of the item, also when that is gone by then.
-void drawMenu(QMenu& drawing, const Menu& menu, MenuReader reader, const MenuItemChosen& chosen);
+/// Draws the menu into `drawing`, which holds nothing but what this function drew for the same
+/// reader. Lines that stay as they are keep their actions, so the time it takes grows with the
+/// differences. A shortcut is shown, with Control, but works nowhere outside the open menu.
+/// `chosen` gets a copy of the item as it reads when it is chosen, also when it is gone by then.
+///
+/// Where `exported` is given (see exportedTrayMenu), it sends one signal for the whole drawing, and
+/// none when nothing differs: ItemsPropertiesUpdated for one changed title, else LayoutUpdated.
+/// Some hosts read only new lines again after LayoutUpdated, so a line that changes with others is
+/// drawn as a new one.
+void drawMenu(QMenu& drawing, const Menu& menu, MenuReader reader, const MenuItemChosen& chosen,
+              QObject* exported = nullptr);
 
 }  // namespace notewick

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QEvent>
+#include <random>
 
 namespace notewick {
 namespace {
@@ -96,6 +98,126 @@ TEST(MenuRenderer, SurvivesBeingRedrawnByTheItemThatIsChosen) {
   drawing.actions()[0]->trigger();
   EXPECT_EQ(title, "first");
   EXPECT_EQ(drawing.actions()[0]->text(), QStringLiteral("second"));
+}
+
+/// What a user sees of a menu, and what choosing each of its lines hands back.
+struct Shown {
+  QStringList lines;
+  std::vector<MenuItem> chosen;
+
+  friend bool operator==(const Shown&, const Shown&) = default;
+};
+
+/// A drawn menu, drawn time and again.
+class DrawnMenu {
+ public:
+  void draw(const Menu& menu, QObject* exported = nullptr) {
+    drawMenu(
+        drawing_, menu, MenuReader::trayHost,
+        [this](const MenuItem& got) { chosen_.push_back(got); }, exported);
+  }
+
+  [[nodiscard]] QList<QAction*> actions() const { return drawing_.actions(); }
+
+  [[nodiscard]] Shown shown() {
+    chosen_.clear();
+    QStringList lines;
+    for (QAction* action : actions()) {
+      lines << QStringLiteral("%1|%2|%3|%4|%5")
+                   .arg(action->text(), action->shortcut().toString())
+                   .arg(action->isSeparator())
+                   .arg(action->isEnabled())
+                   .arg(action->shortcutContext());
+      action->trigger();
+    }
+    return {lines, chosen_};
+  }
+
+ private:
+  QMenu drawing_;
+  std::vector<MenuItem> chosen_;
+};
+
+Menu randomMenu(std::mt19937& random) {
+  const auto upTo = [&random](int most) {
+    return std::uniform_int_distribution<int>(0, most)(random);
+  };
+  Menu menu;
+  for (int count = upTo(12); count > 0; --count) {
+    MenuItem line = item("Title " + std::to_string(upTo(2)), MenuAction::openPending);
+    if (upTo(3) == 0) line.action.reset();
+    if (upTo(3) == 0) line.key = "l";
+    if (upTo(1) == 0) line.representedObject = std::to_string(upTo(2));
+    menu.push_back(upTo(4) == 0 ? separator() : line);
+  }
+  return menu;
+}
+
+TEST(MenuRenderer, DrawnOverAnyOtherAMenuIsAsIfDrawnAfresh) {
+  const auto seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  DrawnMenu redrawn;
+  for (int round = 0; round < 500; ++round) {
+    const Menu menu = randomMenu(random);
+    redrawn.draw(menu);
+    DrawnMenu fresh;
+    fresh.draw(menu);
+    ASSERT_EQ(redrawn.shown(), fresh.shown()) << "round " << round;
+  }
+}
+
+TEST(MenuRenderer, LeavesTheLinesThatStay) {
+  DrawnMenu menu;
+  menu.draw({item("first"), item("2 notes", std::nullopt), item("last")});
+  const auto before = menu.actions();
+  menu.draw({item("first"), item("1 note", std::nullopt), item("new"), item("last")});
+  EXPECT_EQ(menu.actions().first(), before.first());
+  EXPECT_EQ(menu.actions().last(), before.last());
+}
+
+TEST(MenuRenderer, HandsBackTheTitleThatIsShownByThen) {
+  DrawnMenu menu;
+  menu.draw({item("Pause", MenuAction::togglePause)});
+  QAction* const action = menu.actions().first();
+  menu.draw({item("Resume", MenuAction::togglePause)});
+  ASSERT_EQ(menu.actions().first(), action);
+  EXPECT_EQ(menu.shown().chosen.front().title, "Resume");
+}
+
+/// Stands for what Qt exports: it signals every change of the menu that it watches.
+class Exported : public QObject {
+ public:
+  explicit Exported(const DrawnMenu& menu) {
+    menu.actions().first()->associatedObjects().first()->installEventFilter(this);
+  }
+
+  int signalsSent = 0;
+
+ protected:
+  bool eventFilter(QObject* /*menu*/, QEvent* event) override {
+    const bool changes = event->type() == QEvent::ActionAdded ||
+                         event->type() == QEvent::ActionChanged ||
+                         event->type() == QEvent::ActionRemoved;
+    if (changes && !signalsBlocked()) ++signalsSent;
+    return false;
+  }
+};
+
+TEST(MenuRenderer, LetsOneSignalOutForAllThatDiffers) {
+  DrawnMenu menu;
+  const Menu two = {item("a"), item("2 notes", std::nullopt), item("b"), item("c")};
+  menu.draw(two);
+  Exported exported(menu);
+  menu.draw({item("a"), item("1 note", std::nullopt), item("b"), item("c")}, &exported);
+  EXPECT_EQ(exported.signalsSent, 1) << "for a title";
+  menu.draw({item("x"), separator(), item("b"), item("y"), item("z", MenuAction::togglePause, "p")},
+            &exported);
+  EXPECT_EQ(exported.signalsSent, 2) << "for many lines";
+  menu.draw({item("b")}, &exported);
+  EXPECT_EQ(exported.signalsSent, 3) << "for lines that go";
+  menu.draw({item("b")}, &exported);
+  EXPECT_EQ(exported.signalsSent, 3) << "for the same menu";
 }
 
 }  // namespace
