@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "platform/menu.h"
@@ -32,9 +33,12 @@ class StatusItem {
  public:
   virtual ~StatusItem() = default;
 
-  virtual void setTitle(const std::string& title) = 0;
+  /// `count` is the number in the title, 0 where it has none. Front ends without a title show it
+  /// in their own way.
+  virtual void setTitle(const std::string& title, std::size_t count) = 0;
 
-  /// Replaces the menu whole; safe while the old one is open.
+  /// Replaces the menu whole; safe while the old one is open. It may be called many times in a turn
+  /// of the main loop: what the user sees may follow at the end of the turn.
   virtual void setMenu(const Menu& menu) = 0;
 };
 

@@ -20,7 +20,8 @@ void AppDelegate::rebuildMenu() {
   state.pendings = pendings;
   state.outboxCount = outbox.size();
   statusItem->setMenu(makeMenu(state));
-  statusItem->setTitle(statusTitle(pendings.size(), outbox.size()));
+  const std::size_t waiting = waitingCount(pendings.size(), outbox.size());
+  statusItem->setTitle(statusTitle(waiting), waiting);
 }
 
 void AppDelegate::menuItemChosen(const MenuItem& item) {

@@ -88,9 +88,12 @@ Menu makeMenu(const MenuState& state) {
   return menu;
 }
 
-std::string statusTitle(std::size_t pendingCount, std::size_t outboxCount) {
-  const std::size_t count = checkedSum(pendingCount, outboxCount);
-  return count > 0 ? " VELK (" + std::to_string(count) + ")" : " VELK";
+std::size_t waitingCount(std::size_t pendingCount, std::size_t outboxCount) {
+  return checkedSum(pendingCount, outboxCount);
+}
+
+std::string statusTitle(std::size_t waiting) {
+  return waiting > 0 ? " VELK (" + std::to_string(waiting) + ")" : " VELK";
 }
 
 }  // namespace notewick

@@ -25,8 +25,10 @@ struct MenuState {
 /// The whole menu, top to bottom.
 [[nodiscard]] Menu makeMenu(const MenuState& state);
 
-/// The status item's title: the product word, with the number of things that wait for the user or
-/// the service.
-[[nodiscard]] std::string statusTitle(std::size_t pendingCount, std::size_t outboxCount);
+/// How many things wait for the user or the service. A sum that does not fit ends the program.
+[[nodiscard]] std::size_t waitingCount(std::size_t pendingCount, std::size_t outboxCount);
+
+/// The status item's title: the product word, with the number of things that wait.
+[[nodiscard]] std::string statusTitle(std::size_t waiting);
 
 }  // namespace notewick

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <iostream>
 
+#include "platform/linux/exported_menu.h"
 #include "platform/linux/panel_look.h"
 #include "platform/linux/status_symbol.h"
 
@@ -28,6 +29,8 @@ QtStatusItem::QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<Status
     : appearance_(std::move(appearance)),
       target_(std::move(target)),
       host_([this] { hostChanged(); }) {
+  drawing_.setSingleShot(true);
+  connect(&drawing_, &QTimer::timeout, this, &QtStatusItem::draw);
   held_.setSingleShot(true);
   connect(&held_, &QTimer::timeout, this, &QtStatusItem::drawTrayMenu);
   connect(&trayMenu_, &QMenu::aboutToShow, this, [this] {
@@ -41,15 +44,15 @@ QtStatusItem::QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<Status
   hostChanged();
 }
 
-void QtStatusItem::setTitle(const std::string& title) {
-  if (title == appearance_.title) return;
+void QtStatusItem::setTitle(const std::string& title, std::size_t count) {
   appearance_.title = title;
-  updateAppearance();
+  count_ = count;
+  drawSoon();
 }
 
 void QtStatusItem::setMenu(const Menu& menu) {
   menu_ = menu;
-  if (icon_ && !held_.isActive()) drawTrayMenu();
+  drawSoon();
 }
 
 std::unique_ptr<QMenu> QtStatusItem::windowMenu() {
@@ -76,24 +79,38 @@ void QtStatusItem::appear() {
     const auto target = target_.lock();
     if (reason == QSystemTrayIcon::Trigger && target) target->statusItemClicked();
   });
-  updateAppearance();
-  drawTrayMenu();
+  draw();
   icon_->setContextMenu(&trayMenu_);
   icon_->show();
 }
 
-void QtStatusItem::updateAppearance() {
-  if (!icon_) return;
-  icon_->setIcon(statusSymbol(countIn(appearance_.title)));
-  icon_->setToolTip(fromUtf8(appearance_.title).trimmed() + QStringLiteral(" — ") +
-                    fromUtf8(appearance_.accessibilityDescription));
+void QtStatusItem::drawSoon() {
+  if (icon_ && !drawing_.isActive()) drawing_.start();
+}
+
+void QtStatusItem::draw() {
+  drawSymbol();
+  drawToolTip();
+  if (!held_.isActive()) drawTrayMenu();
+}
+
+void QtStatusItem::drawSymbol() {
+  const QString badge = badgeOf(count_);
+  if (badge == badge_) return;
+  badge_ = badge;
+  icon_->setIcon(statusSymbol(badge));
+}
+
+void QtStatusItem::drawToolTip() {
+  const QString toolTip = fromUtf8(appearance_.title).trimmed() + QStringLiteral(" — ") +
+                          fromUtf8(appearance_.accessibilityDescription);
+  if (toolTip != icon_->toolTip()) icon_->setToolTip(toolTip);
 }
 
 void QtStatusItem::drawTrayMenu() {
+  if (!icon_) return;
   if (trayMenu_.isVisible()) return holdMenuFor(OPEN_AT_MOST);
-  if (menu_ == drawn_) return;
-  drawn_ = menu_;
-  drawMenu(trayMenu_, menu_, reader_, choosing());
+  drawMenu(trayMenu_, menu_, reader_, choosing(), exportedTrayMenu());
 }
 
 void QtStatusItem::holdMenuFor(std::chrono::milliseconds time) {

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include "platform/linux/menu_renderer.h"
 #include "platform/linux/tray_host.h"
@@ -15,14 +16,17 @@ namespace notewick {
 
 /// The tray item. It appears as soon as the desktop has a host for it. A desktop's panel may start
 /// after this program, so only when none has come within `patience` one line on standard error says
-/// so. The title shows as the tool tip, and its count as a badge on the symbol. A menu that is set
-/// while the old one is open is drawn when that has closed, or is opened again.
+/// so. The title shows as the tool tip, and its count as a badge on the symbol.
+///
+/// What differs from what is shown is drawn once at the end of a turn of the main loop, however
+/// often it was set in it: a host of trays asks for everything anew at each change. A menu that is
+/// set while the old one is open is drawn when that has closed, or is opened again.
 class QtStatusItem final : public QObject, public StatusItem {
  public:
   QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<StatusItemTarget> target,
                std::chrono::milliseconds patience = std::chrono::seconds(10));
 
-  void setTitle(const std::string& title) override;
+  void setTitle(const std::string& title, std::size_t count) override;
   void setMenu(const Menu& menu) override;
 
   /// The menu for a window to offer while the desktop shows no tray; else null.
@@ -32,21 +36,26 @@ class QtStatusItem final : public QObject, public StatusItem {
   [[nodiscard]] bool inTray() const;
   void hostChanged();
   void appear();
-  void updateAppearance();
+  void drawSoon();
+  void draw();
+  void drawSymbol();
+  void drawToolTip();
   void drawTrayMenu();
   void holdMenuFor(std::chrono::milliseconds time);
   void choose(const MenuItem& item);
   [[nodiscard]] MenuItemChosen choosing();
 
   StatusItemAppearance appearance_;
+  std::size_t count_ = 0;
   std::weak_ptr<StatusItemTarget> target_;
   Menu menu_;
-  Menu drawn_;
   QMenu trayMenu_;
-  QTimer held_;  ///< runs while the tray's menu may be open
+  QTimer drawing_;  ///< runs out at the end of the turn
+  QTimer held_;     ///< runs while the tray's menu may be open
   TrayHost host_;
   MenuReader reader_ = MenuReader::toolkit;
   std::unique_ptr<QSystemTrayIcon> icon_;
+  std::optional<QString> badge_;  ///< the one on the icon
 };
 
 }  // namespace notewick

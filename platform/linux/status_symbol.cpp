@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QPixmap>
-#include <QRegularExpression>
 #include <array>
 #include <cmath>
 
@@ -10,7 +9,7 @@ namespace notewick {
 namespace {
 
 constexpr std::array SIZES = {16, 22, 24, 32, 44, 48, 64};
-constexpr int MOST_SHOWN = 9;
+constexpr std::size_t MOST_SHOWN = 9;
 const QColor PAPER(0xfa, 0xfa, 0xfa);
 const QColor INK(0x2e, 0x34, 0x36);
 const QColor COUNT_FILL(0xc6, 0x28, 0x28);
@@ -22,16 +21,16 @@ class Drawing {
     pixmap_.fill(Qt::transparent);
   }
 
-  QPixmap of(std::optional<int> count) {
+  QPixmap with(const QString& badge) {
     QPainter painter(&pixmap_);
     painter.setRenderHint(QPainter::Antialiasing);
     drawNote(painter);
-    const QRect badge = badgeBox(count);
-    clearAround(painter, badge);
-    if (count) {
-      drawCount(painter, badge, *count);
+    const QRect box = badgeBox(badge);
+    clearAround(painter, box);
+    if (badge.isEmpty()) {
+      drawPlus(painter, box);
     } else {
-      drawPlus(painter, badge);
+      drawCount(painter, box, badge);
     }
     return pixmap_;
   }
@@ -41,9 +40,9 @@ class Drawing {
     return static_cast<int>(std::lround(side_ * share));
   }
 
-  [[nodiscard]] QRect badgeBox(std::optional<int> count) const {
-    const int height = part(count ? 0.60 : 0.52);
-    const int width = count && *count > MOST_SHOWN ? part(0.78) : height;
+  [[nodiscard]] QRect badgeBox(const QString& badge) const {
+    const int height = part(badge.isEmpty() ? 0.52 : 0.60);
+    const int width = badge.size() > 1 ? part(0.78) : height;
     return {side_ - width, side_ - height, width, height};
   }
 
@@ -61,33 +60,31 @@ class Drawing {
     }
   }
 
-  void clearAround(QPainter& painter, const QRect& badge) const {
+  void clearAround(QPainter& painter, const QRect& box) const {
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
-    fillPill(painter, badge.adjusted(-stroke_, -stroke_, stroke_, stroke_), Qt::black);
+    fillPill(painter, box.adjusted(-stroke_, -stroke_, stroke_, stroke_), Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   }
 
-  void drawPlus(QPainter& painter, const QRect& badge) const {
-    fillPill(painter, badge, INK);
-    fillPill(painter, badge.adjusted(stroke_, stroke_, -stroke_, -stroke_), PAPER);
-    const int arm = badge.width() / 2 - 2 * stroke_;
-    const int middle = badge.width() / 2 - stroke_ / 2;
-    const int span = 2 * arm + (badge.width() - stroke_) % 2;
-    const int start = (badge.width() - span) / 2;
-    painter.fillRect(badge.left() + start, badge.top() + middle, span, stroke_, INK);
-    painter.fillRect(badge.left() + middle, badge.top() + start, stroke_, span, INK);
+  void drawPlus(QPainter& painter, const QRect& box) const {
+    fillPill(painter, box, INK);
+    fillPill(painter, box.adjusted(stroke_, stroke_, -stroke_, -stroke_), PAPER);
+    const int arm = box.width() / 2 - 2 * stroke_;
+    const int middle = box.width() / 2 - stroke_ / 2;
+    const int span = 2 * arm + (box.width() - stroke_) % 2;
+    const int start = (box.width() - span) / 2;
+    painter.fillRect(box.left() + start, box.top() + middle, span, stroke_, INK);
+    painter.fillRect(box.left() + middle, box.top() + start, stroke_, span, INK);
   }
 
-  void drawCount(QPainter& painter, const QRect& badge, int count) const {
-    fillPill(painter, badge, COUNT_FILL);
+  static void drawCount(QPainter& painter, const QRect& box, const QString& badge) {
+    fillPill(painter, box, COUNT_FILL);
     QFont font;
-    font.setPixelSize(badge.height() * 4 / 5);
+    font.setPixelSize(box.height() * 4 / 5);
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(Qt::white);
-    const QString digits = count > MOST_SHOWN ? QString::number(MOST_SHOWN) + QLatin1Char('+')
-                                              : QString::number(count);
-    painter.drawText(badge, Qt::AlignCenter, digits);
+    painter.drawText(box, Qt::AlignCenter, badge);
   }
 
   static void fillPill(QPainter& painter, const QRect& box, const QColor& colour) {
@@ -104,17 +101,16 @@ class Drawing {
 
 }  // namespace
 
-QIcon statusSymbol(std::optional<int> count) {
-  QIcon icon;
-  for (const int side : SIZES) icon.addPixmap(Drawing(side).of(count));
-  return icon;
+QString badgeOf(std::size_t count) {
+  if (count == 0) return {};
+  return count > MOST_SHOWN ? QString::number(MOST_SHOWN) + QLatin1Char('+')
+                            : QString::number(count);
 }
 
-std::optional<int> countIn(const std::string& title) {
-  static const QRegularExpression atTheEnd(QStringLiteral("\\((\\d+)\\)$"));
-  const auto found = atTheEnd.match(QString::fromStdString(title));
-  if (!found.hasMatch()) return std::nullopt;
-  return found.captured(1).toInt();
+QIcon statusSymbol(const QString& badge) {
+  QIcon icon;
+  for (const int side : SIZES) icon.addPixmap(Drawing(side).with(badge));
+  return icon;
 }
 
 }  // namespace notewick

@@ -1,16 +1,17 @@
 #pragma once
 
 #include <QIcon>
-#include <optional>
-#include <string>
+#include <QString>
+#include <cstddef>
 
 namespace notewick {
 
-/// The program's symbol: a note with a plus, or with a count. White paper with dark ink, so that it
-/// is seen on light and on dark panels. Drawn for each usual size of a panel on its own pixel grid.
-[[nodiscard]] QIcon statusSymbol(std::optional<int> count);
+/// What the symbol shows of a count: nothing of 0, its digit up to 9, then "9+".
+[[nodiscard]] QString badgeOf(std::size_t count);
 
-/// The count that a status title ends with: 5 for " VELK (5)", none for " VELK".
-[[nodiscard]] std::optional<int> countIn(const std::string& title);
+/// The program's symbol: a note with this badge, or with a plus where the badge is empty. White
+/// paper with dark ink, so that it is seen on light and on dark panels. Drawn for each usual size
+/// of a panel on its own pixel grid.
+[[nodiscard]] QIcon statusSymbol(const QString& badge = {});
 
 }  // namespace notewick

@@ -10,7 +10,7 @@ namespace notewick {
 
 std::unique_ptr<StatusItem> QtViews::makeStatusItem(const StatusItemAppearance& appearance,
                                                     std::weak_ptr<StatusItemTarget> target) {
-  QGuiApplication::setWindowIcon(statusSymbol(std::nullopt));
+  QGuiApplication::setWindowIcon(statusSymbol());
   auto item = std::make_unique<QtStatusItem>(appearance, std::move(target));
   statusItem_ = item.get();
   return item;

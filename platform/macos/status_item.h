@@ -15,7 +15,7 @@ class CocoaStatusItem final : public StatusItem {
   CocoaStatusItem(const StatusItemAppearance& appearance, std::weak_ptr<StatusItemTarget> target);
   ~CocoaStatusItem() override;
 
-  void setTitle(const std::string& title) override;
+  void setTitle(const std::string& title, std::size_t count) override;
   void setMenu(const Menu& menu) override;
 
   /// The native item, for tests.

@@ -19,7 +19,9 @@ CocoaStatusItem::CocoaStatusItem(const StatusItemAppearance& appearance,
 
 CocoaStatusItem::~CocoaStatusItem() { [NSStatusBar.systemStatusBar removeStatusItem:item_]; }
 
-void CocoaStatusItem::setTitle(const std::string& title) { item_.button.title = nsString(title); }
+void CocoaStatusItem::setTitle(const std::string& title, std::size_t /*count*/) {
+  item_.button.title = nsString(title);
+}
 
 void CocoaStatusItem::setMenu(const Menu& menu) { item_.menu = renderedMenu(menu, target_); }
 

@@ -54,7 +54,7 @@ TEST_F(MacosStatusItemTest, ShowsTheSymbolBeforeTheTitle) {
   EXPECT_EQ(utf8(button.image.accessibilityDescription), "VELK Notewick");
   EXPECT_EQ(button.imagePosition, NSImageLeading);
   EXPECT_EQ(utf8(button.title), " VELK");
-  item_.setTitle(" VELK (2)");
+  item_.setTitle(" VELK (2)", 2);
   EXPECT_EQ(utf8(button.title), " VELK (2)");
   EXPECT_EQ(item_.native().length, NSVariableStatusItemLength);
 }

@@ -19,6 +19,11 @@ FakeStatusItem::~FakeStatusItem() {
   views_.forget(this);
 }
 
+void FakeStatusItem::setTitle(const std::string& text, std::size_t number) {
+  title = text;
+  count = number;
+}
+
 void FakeStatusItem::setMenu(const Menu& newMenu) {
   menu = newMenu;
   ++menusSet;

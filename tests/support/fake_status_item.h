@@ -18,7 +18,7 @@ class FakeStatusItem : public StatusItem {
   FakeStatusItem& operator=(const FakeStatusItem&) = delete;
   ~FakeStatusItem() override;
 
-  void setTitle(const std::string& text) override { title = text; }
+  void setTitle(const std::string& text, std::size_t number) override;
   void setMenu(const Menu& newMenu) override;
 
   /// The user chooses the enabled item with this title; a test failure when there is none.
@@ -34,6 +34,7 @@ class FakeStatusItem : public StatusItem {
 
   StatusItemAppearance appearance;
   std::string title;
+  std::size_t count = 0;  ///< the number beside the title
   Menu menu;
   int menusSet = 0;
   bool terminated = false;  ///< the user chose to quit

@@ -42,6 +42,7 @@ TEST_F(MenuTest, ShowsTheDelegatesState) {
                   "Open my case notes in VELK", "-", "Pause watching", "Reload participants",
                   "Start at login", "Sign out of VELK", "-", "Quit VELK Notewick"));
   EXPECT_EQ(statusItem().title, " VELK (2)");
+  EXPECT_EQ(statusItem().count, 2U);
 }
 
 TEST_F(MenuTest, IsBuiltWholeFromTheStateOfTheMoment) {

@@ -1,6 +1,6 @@
 // Shows the views with sample contents, and prints what the user does with them, one line each.
 // Usage: show_views [--quick] [--sign-in] [--tray] [--caught N] [--status TEXT] [--error TEXT]
-//                   [--busy] [--dark] [--contrast] [--key] [--count N] [--scale FACTOR]
+//                   [--busy] [--dark] [--contrast] [--key] [--notes N] [--scale FACTOR]
 // Lines on standard input are commands; see obey.
 
 #include <QApplication>
@@ -9,6 +9,7 @@
 #include <QSocketNotifier>
 #include <iostream>
 #include <memory>
+#include <sstream>
 
 #include "platform/linux/colour_scheme.h"
 #include "platform/linux/panel_look.h"
@@ -73,26 +74,35 @@ MenuItem line() {
   return {"", std::nullopt, "", std::nullopt, true};
 }
 
-Menu sampleMenu() {
-  return {item("Signed in as anna_b@example.org", std::nullopt),
-          item("Watching · 12 participants", std::nullopt),
-          line(),
-          item("Log: Lena O'Keefe (~12 min, 2024-05-02)", MenuAction::openPending),
-          item("Log: Snow & Sons & Daughters (~7 min, 2024-05-02)", MenuAction::openPending),
-          line(),
-          item("2 notes waiting to send to VELK", std::nullopt),
-          item("Retry now", MenuAction::retryOutbox),
-          line(),
-          item("Log work now (call, visit…)", MenuAction::logNow, "l"),
-          item("Hide floating widget", MenuAction::toggleWidget, "w"),
-          item("Open my case notes in VELK", MenuAction::openCaseNotes, "o"),
-          line(),
-          item("Pause watching", MenuAction::togglePause, "p"),
-          item("Reload participants", MenuAction::reloadParticipants),
-          item("Start at login", MenuAction::installLoginItem),
-          item("Sign out of VELK", MenuAction::menuSignOut),
-          line(),
-          item("Quit VELK Notewick", MenuAction::terminate, "q")};
+Menu sampleMenu(int notes) {
+  Menu menu = {item("Signed in as anna_b@example.org", std::nullopt),
+               item("Watching · 12 participants", std::nullopt),
+               line(),
+               item("Log: Lena O'Keefe (~12 min, 2024-05-02)", MenuAction::openPending),
+               item("Log: Snow & Sons & Daughters (~7 min, 2024-05-02)", MenuAction::openPending),
+               line(),
+               item(std::to_string(notes) + " notes waiting to send to VELK", std::nullopt),
+               item("Retry now", MenuAction::retryOutbox),
+               line(),
+               item("Log work now (call, visit…)", MenuAction::logNow, "l"),
+               item("Hide floating widget", MenuAction::toggleWidget, "w"),
+               item("Open my case notes in VELK", MenuAction::openCaseNotes, "o"),
+               line(),
+               item("Pause watching", MenuAction::togglePause, "p"),
+               item("Reload participants", MenuAction::reloadParticipants),
+               item("Start at login", MenuAction::installLoginItem),
+               item("Sign out of VELK", MenuAction::menuSignOut),
+               line(),
+               item("Quit VELK Notewick", MenuAction::terminate, "q")};
+  if (notes == 0) menu.erase(menu.begin() + 6, menu.begin() + 9);
+  return menu;
+}
+
+/// The menu and the title while so many notes wait.
+void showNotes(StatusItem& item, int notes) {
+  item.setMenu(sampleMenu(notes));
+  item.setTitle(notes == 0 ? " VELK" : " VELK (" + std::to_string(notes) + ")",
+                static_cast<std::size_t>(notes));
 }
 
 std::vector<CaughtRow> sampleRows(int count) {
@@ -151,10 +161,7 @@ void showTray(Printer& printer, QtViews& views, const QCommandLineParser& option
               std::weak_ptr<StatusItemTarget> target) {
   printer.statusItem =
       views.makeStatusItem({"note.text.badge.plus", "VELK Notewick", " VELK"}, std::move(target));
-  if (options.isSet("count")) {
-    printer.statusItem->setTitle(" VELK (" + options.value("count").toStdString() + ")");
-  }
-  printer.statusItem->setMenu(sampleMenu());
+  showNotes(*printer.statusItem, options.value("notes").toInt());
 }
 
 /// Carries out a line of standard input, a command and its text: what the program does later on.
@@ -168,7 +175,10 @@ void obey(const std::string& line, Printer& printer) {
   if (command == "rows") showRows(*printer.quick, std::stoi(text));
   if (command == "status") printer.quick->setStatus(text);
   if (command == "menu") printer.statusItem->setMenu({item(text, MenuAction::logNow)});
-  if (command == "title") printer.statusItem->setTitle(text);
+  if (command == "notes") {  // several numbers: in one turn of the main loop
+    std::istringstream numbers(text);
+    for (int notes = 0; numbers >> notes;) showNotes(*printer.statusItem, notes);
+  }
   if (command == "dark") QApplication::setPalette(darkPalette());
   if (command == "light") QApplication::setPalette(QPalette());
   if (command == "quit") QCoreApplication::quit();
@@ -185,7 +195,7 @@ int show(int argc, char** argv) {
                       {"contrast", ""},
                       {"key", ""},
                       {"caught", "", "n"},
-                      {"count", "", "n"},
+                      {"notes", "", "n"},
                       {"status", "", "text"},
                       {"error", "", "text"},
                       {"scale", "", "factor"}});

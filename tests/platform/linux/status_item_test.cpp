@@ -38,7 +38,7 @@ TEST_F(StatusItemWithoutATray, SaysSoOnceOnStandardError) {
   testing::internal::CaptureStderr();
   item_.setMenu({RETRY});
   letTimePass(150ms);
-  item_.setTitle(" VELK (2)");
+  item_.setTitle(" VELK (2)", 2);
   letTimePass(50ms);
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_EQ(said.find("No tray on this desktop"), 0U);

@@ -30,7 +30,7 @@ class WithoutATray(unittest.TestCase):
     def test_says_so_once(self):
         views = self.show("--tray")
         wait_until(lambda: self.complaints(views), timeout=15, what="the line about the tray")
-        views.do("title  VELK (2)")
+        views.do("notes 2")
         views.do("menu Another menu")
         self.assertEqual(len(self.complaints(views)), 1)
 
@@ -59,6 +59,15 @@ class WithoutATray(unittest.TestCase):
         self.choose_with(views, "Menu")
         views.wait_for(FIRST_CHOICE)
         self.assertEqual(self.complaints(views), [])
+
+    def test_shows_titles_to_the_letter_also_after_a_choice_in_the_panel(self):
+        views = self.show("--tray", "--quick")
+        self.choose_with(views, "Menu")
+        views.wait_for(FIRST_CHOICE)
+        tray.start_host()
+        item = wait_until(lambda: next(i for i in tray.everything() if i.pid == views.pid), what="the status item")
+        wait_until(lambda: item.labels(), what="the menu")
+        self.assertEqual(item.labels()[0], "Signed in as anna_b@example.org")
 
 
 if __name__ == "__main__":

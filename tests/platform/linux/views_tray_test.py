@@ -4,8 +4,10 @@ import unittest
 
 import desk
 from desk import tray, wait_until
+from desk.bus_traffic import BusTraffic
 from shown_views import ShownViews
 
+SIGNALS = "LayoutUpdated", "ItemsPropertiesUpdated", "NewToolTip", "NewIcon", "NewTitle", "NewMenu"
 MENU = [
     "Signed in as anna_b@example.org",
     "Watching · 12 participants",
@@ -32,7 +34,7 @@ MENU = [
 class TheStatusItem(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
-        self.views = ShownViews("--tray", "--quick")
+        self.views = ShownViews("--tray", "--quick", "--notes", "2")
         self.addCleanup(self.views.close)
         self.item = self.item_at_the_host()
 
@@ -85,11 +87,32 @@ class TheStatusItem(unittest.TestCase):
         wait_until(lambda: self.views.window().is_active, what="the panel being active")
 
     def test_shows_its_title_and_count(self):
-        self.assertEqual(self.tool_tip(), "VELK — VELK Notewick")
+        self.views.do("notes 0")
+        wait_until(lambda: self.tool_tip() == "VELK — VELK Notewick", what="the plain title")
         plain = self.item.read("IconPixmap")
-        self.views.do("title  VELK (5)")
+        self.views.do("notes 5")
         wait_until(lambda: self.tool_tip() == "VELK (5) — VELK Notewick", what="the title with the count")
         wait_until(lambda: self.item.read("IconPixmap") != plain, what="the badge")
+
+    def signals_of(self, *commands, title):
+        """What the host is told while these commands are carried out, until the title stands there."""
+        with BusTraffic() as traffic:
+            for command in commands:
+                self.views.do(command)
+            wait_until(lambda: self.tool_tip().startswith(title), what=f"the title {title}")
+        counted = traffic.count_of(self.views)
+        return {name: counted[name] for name in SIGNALS if counted[name]}
+
+    def test_tells_the_host_once_a_turn_what_differs(self):
+        wait_until(lambda: self.tool_tip().startswith("VELK (2)"), what="the first drawing")
+        told = self.signals_of("notes 9 8 7 3", "notes 3 4 3", title="VELK (3)")
+        self.assertEqual(told, {"ItemsPropertiesUpdated": 1, "NewToolTip": 1, "NewIcon": 1})
+        told = self.signals_of("notes 0", title="VELK —")
+        self.assertEqual(told, {"LayoutUpdated": 1, "NewToolTip": 1, "NewIcon": 1})
+        told = self.signals_of("notes 250", title="VELK (250)")
+        self.assertEqual(told, {"LayoutUpdated": 1, "NewToolTip": 1, "NewIcon": 1})
+        told = self.signals_of("notes 251", title="VELK (251)")
+        self.assertEqual(told, {"ItemsPropertiesUpdated": 1, "NewToolTip": 1}, "9+ is on the icon as before")
 
 
 if __name__ == "__main__":
