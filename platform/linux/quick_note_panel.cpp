@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
+#include <QSet>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -50,8 +51,9 @@ std::optional<QRect> frameIn(const std::string& text) {
 void replaceItems(QComboBox& chooser, const std::vector<std::string>& titles) {
   QStringList wanted;
   for (const std::string& title : titles) wanted << fromUtf8(title);
+  const QSet<QString> kept(wanted.begin(), wanted.end());
   for (int i = chooser.count() - 1; i >= 0; --i) {
-    if (!wanted.contains(chooser.itemText(i))) chooser.removeItem(i);
+    if (!kept.contains(chooser.itemText(i))) chooser.removeItem(i);
   }
   for (int i = 0; i < wanted.size(); ++i) {
     if (chooser.itemText(i) != wanted[i]) chooser.insertItem(i, wanted[i]);
@@ -169,8 +171,8 @@ void QtQuickNotePanel::tell(const Told& what) const {
 
 void QtQuickNotePanel::setParticipants(const std::vector<std::string>& titles,
                                        std::optional<std::size_t> selected) {
+  if (titles != titles_) replaceItems(*participants_, titles);
   titles_ = titles;
-  replaceItems(*participants_, titles);
   participants_->setCurrentIndex(selected ? static_cast<int>(*selected) : -1);
 }
 

@@ -26,6 +26,46 @@ TEST_F(QuickNotePanelTest, ReplacesParticipantsInAnyOrder) {
   EXPECT_EQ(chooser().itemText(2), QStringLiteral("Bob"));
 }
 
+/// Notes what lays out, paints or moves a widget.
+class Work : public QObject {
+ public:
+  Work() { qApp->installEventFilter(this); }
+
+  QList<QEvent::Type> done;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    const QList work = {QEvent::LayoutRequest, QEvent::UpdateRequest, QEvent::Paint, QEvent::Resize,
+                        QEvent::Move,          QEvent::Show,          QEvent::Hide};
+    if (work.contains(event->type())) done << event->type();
+    return false;
+  }
+};
+
+TEST_F(QuickNotePanelTest, DoesNothingToShowWhatItShowsAlready) {
+  const auto show = [this](const std::string& status) {
+    panel_.setParticipants({"Alice", "Bob"}, 1);
+    panel_.setCaught({row("Lena"), row("Zoë")}, "+ 2 more in the menu bar");
+    panel_.setStatus(status);
+    panel_.setHint("Minutes — you set this.");
+    panel_.setPlaceholderHidden(false);
+    panel_.fitToContents();
+    QApplication::processEvents();
+  };
+  activate(window());
+  Work work;
+  show("1 queued");
+  ASSERT_TRUE(QTest::qWaitFor([&work] {
+    work.done.clear();
+    QApplication::processEvents();
+    return work.done.isEmpty();
+  }));
+  show("1 queued");
+  EXPECT_EQ(work.done, QList<QEvent::Type>());
+  show("2 queued");
+  EXPECT_TRUE(work.done.contains(QEvent::Paint));
+}
+
 TEST_F(QuickNotePanelTest, KeepsTheOpenListOfParticipantsOpen) {
   panel_.setParticipants({"Alice", "Cleo"}, 0);
   activate(window());
