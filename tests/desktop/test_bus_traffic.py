@@ -1,0 +1,57 @@
+#!/usr/bin/python3
+"""How much the program has to say on the session bus while notes leave it."""
+
+import json
+import signal
+import unittest
+
+import desk
+from desk import tray
+from desk.bus_traffic import BusTraffic
+from desk.story import Story
+
+NOTES = 50
+AT_MOST_PER_NOTE = 12
+
+
+def note(number, participant):
+    return {
+        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
+        "participantId": participant["id"],
+        "participantName": f"{participant['first_name']} {participant['last_name']}",
+        "input": f"Note {number}",
+        "minutes": 15,
+        "sessionDate": "2026-03-05",
+        "attempts": 0,
+    }
+
+
+class ADrain(Story):
+    def start_with_notes_waiting(self):
+        """The service is silent; signal SIGCONT lets the notes go."""
+        self.assertEqual(self.start_signed_in().quit(), 0)
+        [participant, *_] = self.home.list("participants.json")
+        notes = [note(number, participant) for number in range(NOTES)]
+        (self.home.support / "outbox.json").write_text(json.dumps(notes))
+        desk.notifications.clear()
+        self.service.signal(signal.SIGSTOP)
+        self.addCleanup(self.service.signal, signal.SIGCONT)
+        program = self.start()
+        self.assertTrue(tray.item(program).read("ToolTip"))
+        return program
+
+    def test_costs_few_messages_a_note(self):
+        program = self.start_with_notes_waiting()
+        with BusTraffic() as traffic:
+            self.service.signal(signal.SIGCONT)
+            desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the end of the outbox")
+            desk.wait_until(lambda: str(program.tray.read("ToolTip")[2]).startswith("VELK —"), what="no count")
+        counted = traffic.count_of(program)
+        print(f"{counted.total() / NOTES:.1f} messages a note")
+        self.assertEqual(len(self.service.inputs()), NOTES)
+        self.assertIn("Notify", counted)
+        self.assertLessEqual(counted.total(), NOTES * AT_MOST_PER_NOTE, counted.most_common())
+
+
+if __name__ == "__main__":
+    unittest.main()
