@@ -3,10 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/linux/secret_on_bus.h"
 #include "platform/linux/secret_store.h"
 #include "tests/support/linux_session.h"
 
@@ -30,11 +36,43 @@ inline std::string told(const SecretLookup& lookup) {
 /// A store, and the secret service that a test has started.
 class SecretStoreTest : public testing::Test {
  protected:
+  SecretStoreTest() { registerSecretTypes(); }
+
   [[nodiscard]] std::string loaded() { return told(store_.load(token)); }
 
   void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
     service_ = std::make_unique<ChildProcess>(command, input);
     ASSERT_TRUE(waitForOwner(secretService::name));
+  }
+  void serviceEnds() {
+    service_.reset();
+    ASSERT_TRUE(waitForOwner(secretService::name, false));
+  }
+
+  /// Calls the service, as another program would.
+  static QVariantList ask(const QString& path, const QString& interface, const QString& member,
+                          const QVariantList& arguments = {}) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(secretService::name, path, interface, member);
+    message.setArguments(arguments);
+    const QDBusMessage answer = QDBusConnection::sessionBus().call(message);
+    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
+    return answer.arguments();
+  }
+
+  [[nodiscard]] static QVariant tokenAttributes() {
+    return QVariant::fromValue(
+        SecretAttributes{{"service", "tools.velk.notewick"}, {"account", "refresh-token"}});
+  }
+
+  void watch() {
+    ASSERT_TRUE(store_.watch([this] { ++reports_; }));
+  }
+  /// Whether the store reports a change, after those that have been asked for.
+  [[nodiscard]] bool reportsAChange() {
+    const bool reported = waitUntil([this] { return reports_ > 0; });
+    reports_ = 0;
+    return reported;
   }
 
   ~SecretStoreTest() override {
@@ -44,6 +82,57 @@ class SecretStoreTest : public testing::Test {
 
   std::unique_ptr<ChildProcess> service_;
   SecretServiceStore store_;
+  int reports_ = 0;
+};
+
+/// With GNOME Keyring, open with an empty password unless a test says otherwise.
+class GnomeKeyringTest : public SecretStoreTest {
+ protected:
+  GnomeKeyringTest() {
+    std::filesystem::remove_all(LinuxSession::current().home() + "/.local/share/keyrings");
+  }
+
+  void keyringIsOpen() {
+    startAndWait({"gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"},
+                 "\n");
+  }
+  void keyringWasNeverMade() {
+    startAndWait({"gnome-keyring-daemon", "--foreground", "--components=secrets"});
+  }
+  static void userLocksIt() {
+    ask(secretService::path, secretService::serviceInterface, "Lock",
+        {QVariant::fromValue(QList{login})});
+  }
+  /// Without a question to the user, as a login does.
+  static void loginOpensIt() {
+    const auto session = ask(secretService::path, secretService::serviceInterface, "OpenSession",
+                             {"plain", QVariant::fromValue(QDBusVariant(""))});
+    const SecretOnBus password{session.value(1).value<QDBusObjectPath>(), {}, "\n", "text/plain"};
+    ask(secretService::path, "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
+        "UnlockWithMasterPassword", {QVariant::fromValue(login), QVariant::fromValue(password)});
+  }
+
+  static inline const QDBusObjectPath login{"/org/freedesktop/secrets/collection/login"};
+};
+
+/// With a service whose user is the test.
+class ScriptedServiceTest : public SecretStoreTest {
+ protected:
+  void serviceIs(const std::string& state = "") {
+    startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE, state});
+  }
+
+  static QVariantList control(const QString& member, const QVariantList& arguments = {}) {
+    return ask("/control", "tools.velk.notewick.FakeSecrets", member, arguments);
+  }
+  [[nodiscard]] static uint openPrompts() { return control("OpenPrompts").value(0).toUInt(); }
+  [[nodiscard]] static QStringList calls() { return control("Calls").value(0).toStringList(); }
+
+  void unlock() {
+    store_.unlock([this](bool opened) { answers_.push_back(opened); });
+  }
+
+  std::vector<bool> answers_;
 };
 
 }  // namespace notewick

@@ -1,11 +1,6 @@
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QElapsedTimer>
 #include <csignal>
-#include <filesystem>
 
-#include "platform/linux/secret_on_bus.h"
 #include "tests/platform/linux/secret_store_fixture.h"
 
 namespace notewick {
@@ -16,29 +11,6 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 using namespace std::chrono_literals;
-
-/// With GNOME Keyring, open with an empty password unless a test says otherwise.
-class GnomeKeyringTest : public SecretStoreTest {
- protected:
-  GnomeKeyringTest() {
-    std::filesystem::remove_all(LinuxSession::current().home() + "/.local/share/keyrings");
-  }
-
-  void keyringIsOpen() {
-    startAndWait({"gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"},
-                 "\n");
-  }
-  void keyringWasNeverMade() {
-    startAndWait({"gnome-keyring-daemon", "--foreground", "--components=secrets"});
-  }
-  static void userLocksIt() {
-    QDBusMessage lock = QDBusMessage::createMethodCall(secretService::name, secretService::path,
-                                                       secretService::serviceInterface, "Lock");
-    const QDBusObjectPath collection("/org/freedesktop/secrets/collection/login");
-    lock << QVariant::fromValue(QList{collection});
-    ASSERT_EQ(QDBusConnection::sessionBus().call(lock).type(), QDBusMessage::ReplyMessage);
-  }
-};
 
 TEST_F(GnomeKeyringTest, AnEmptyStoreHoldsNothing) {
   keyringIsOpen();
@@ -113,31 +85,6 @@ TEST_F(GnomeKeyringTest, TheSecretIsNotInClearInAnyFile) {
   ChildProcess search({"grep", "-rlF", "n0t-in-clear", LinuxSession::current().home()});
   EXPECT_EQ(search.readLine(), "");
 }
-
-/// With a service whose user is the test.
-class ScriptedServiceTest : public SecretStoreTest {
- protected:
-  void serviceIs(const std::string& state = "") {
-    startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE, state});
-  }
-
-  static QVariantList control(const QString& member, const QVariantList& arguments = {}) {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        secretService::name, "/control", "tools.velk.notewick.FakeSecrets", member);
-    message.setArguments(arguments);
-    const QDBusMessage answer = QDBusConnection::sessionBus().call(message);
-    EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
-    return answer.arguments();
-  }
-  [[nodiscard]] static uint openPrompts() { return control("OpenPrompts").value(0).toUInt(); }
-  [[nodiscard]] static QStringList calls() { return control("Calls").value(0).toStringList(); }
-
-  void unlock() {
-    store_.unlock([this](bool opened) { answers_.push_back(opened); });
-  }
-
-  std::vector<bool> answers_;
-};
 
 TEST_F(ScriptedServiceTest, LookingNeverUnlocksAndNeverPrompts) {
   serviceIs();
@@ -224,11 +171,8 @@ TEST_F(ScriptedServiceTest, NoCollectionIsMadeForNothing) {
 }
 
 TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
-  registerSecretTypes();
   serviceIs("--empty");
-  const SecretAttributes attributes{{"service", "tools.velk.notewick"},
-                                    {"account", "refresh-token"}};
-  control("Put", {QVariant::fromValue(attributes), "s3cr3t"});
+  control("Put", {tokenAttributes(), "s3cr3t"});
   control("Lock");
   EXPECT_EQ(loaded(), "locked");
   unlock();

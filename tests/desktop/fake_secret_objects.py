@@ -1,0 +1,280 @@
+"""The objects of the fake Secret Service on the bus: service, collection, items, sessions and prompts."""
+
+import functools
+import time
+
+import dbus
+import dbus.service
+
+ROOT = "/org/freedesktop/secrets"
+COLLECTION_PATH = ROOT + "/collection/login"
+DEFAULT_ALIAS_PATH = ROOT + "/aliases/default"
+SECRET = "org.freedesktop.Secret."
+PROPERTIES = "org.freedesktop.DBus.Properties"
+NOTHING = dbus.ObjectPath("/")
+
+
+class IsLocked(dbus.DBusException):
+    _dbus_error_name = SECRET + "Error.IsLocked"
+
+
+class NoSuchObject(dbus.DBusException):
+    _dbus_error_name = SECRET + "Error.NoSuchObject"
+
+
+class NotSupported(dbus.DBusException):
+    _dbus_error_name = "org.freedesktop.DBus.Error.NotSupported"
+
+
+def paths(objects):
+    return dbus.Array([dbus.ObjectPath(o) for o in objects], signature="o")
+
+
+def secret_method(interface, **options):
+    """A method of the Secret Service; its call is noted."""
+
+    def decorate(function):
+        @functools.wraps(function)
+        def noted(self, *arguments, **keywords):
+            self.store.calls.append(function.__name__)
+            self.store.require_room(function.__name__)
+            return function(self, *arguments, **keywords)
+
+        return dbus.service.method(SECRET + interface, **options)(noted)
+
+    return decorate
+
+
+class Exported(dbus.service.Object):
+    """An object on the bus with the properties of one interface."""
+
+    interface = ""
+
+    def __init__(self, store, path):
+        super().__init__(store.bus, path)
+        self.store = store
+
+    def properties(self):
+        return {}
+
+    @dbus.service.method(PROPERTIES, in_signature="ss", out_signature="v")
+    def Get(self, _interface, name):
+        return self.properties()[name]
+
+    @dbus.service.method(PROPERTIES, in_signature="s", out_signature="a{sv}")
+    def GetAll(self, _interface):
+        return self.properties()
+
+    @dbus.service.signal(PROPERTIES, signature="sa{sv}as")
+    def PropertiesChanged(self, interface, changed, invalidated):
+        pass
+
+    def tell_change(self, *names):
+        values = self.properties()
+        self.PropertiesChanged(SECRET + self.interface, {n: values[n] for n in names}, [])
+
+
+class Session(Exported):
+    interface = "Session"
+
+    @secret_method("Session")
+    def Close(self):
+        self.remove_from_connection()
+
+
+class Item(Exported):
+    interface = "Item"
+
+    def __init__(self, store, path, label, attributes, value, content_type):
+        super().__init__(store, path)
+        self.path, self.label, self.attributes = path, label, attributes
+        self.value, self.content_type = value, content_type
+        self.created = self.modified = int(time.time())
+
+    def properties(self):
+        return {
+            "Locked": dbus.Boolean(self.store.locked),
+            "Attributes": dbus.Dictionary(self.attributes, signature="ss"),
+            "Label": self.label,
+            "Created": dbus.UInt64(self.created),
+            "Modified": dbus.UInt64(self.modified),
+        }
+
+    def matches(self, wanted):
+        return all(self.attributes.get(key) == value for key, value in wanted.items())
+
+    def secret(self, session):
+        self.store.require_unlocked()
+        return dbus.Struct(
+            (dbus.ObjectPath(session), dbus.ByteArray(b""), dbus.ByteArray(self.value), self.content_type),
+            signature="oayays",
+        )
+
+    @secret_method("Item", out_signature="o")
+    def Delete(self):
+        self.store.require_unlocked()
+        self.store.collection.remove(self)
+        return NOTHING
+
+    @secret_method("Item", in_signature="o", out_signature="(oayays)")
+    def GetSecret(self, session):
+        return self.secret(session)
+
+    @secret_method("Item", in_signature="(oayays)")
+    def SetSecret(self, secret):
+        self.store.require_unlocked()
+        self.value, self.content_type = bytes(secret[2]), secret[3]
+        self.store.collection.ItemChanged(self.path)
+
+
+class Collection(Exported):
+    interface = "Collection"
+    SUPPORTS_MULTIPLE_OBJECT_PATHS = True
+
+    def __init__(self, store):
+        super().__init__(store, COLLECTION_PATH)
+        self.add_to_connection(store.bus, DEFAULT_ALIAS_PATH)
+        self.items = []
+        self.made = 0
+
+    def properties(self):
+        return {
+            "Items": paths(i.path for i in self.items),
+            "Label": "Login",
+            "Locked": dbus.Boolean(self.store.locked),
+            "Created": dbus.UInt64(0),
+            "Modified": dbus.UInt64(0),
+        }
+
+    def matching(self, attributes):
+        return [i for i in self.items if i.matches(attributes)]
+
+    def put(self, label, attributes, value, content_type="text/plain", replace=True):
+        if replace:
+            for item in self.matching(attributes):
+                self.remove(item)
+        self.made += 1
+        item = Item(self.store, f"{COLLECTION_PATH}/{self.made}", label, attributes, value, content_type)
+        self.items.append(item)
+        self.ItemCreated(item.path)
+        self.tell_change("Items")
+        return item
+
+    def remove(self, item):
+        self.items.remove(item)
+        item.remove_from_connection()
+        self.ItemDeleted(item.path)
+        self.tell_change("Items")
+
+    @secret_method("Collection", in_signature="a{ss}", out_signature="ao")
+    def SearchItems(self, attributes):
+        return paths(i.path for i in self.matching(attributes))
+
+    @secret_method("Collection", in_signature="a{sv}(oayays)b", out_signature="oo")
+    def CreateItem(self, properties, secret, replace):
+        self.store.require_unlocked()
+        attributes = {str(k): str(v) for k, v in properties.get(SECRET + "Item.Attributes", {}).items()}
+        label = properties.get(SECRET + "Item.Label", "")
+        item = self.put(label, attributes, bytes(secret[2]), secret[3], replace)
+        return dbus.ObjectPath(item.path), NOTHING
+
+    @dbus.service.signal(SECRET + "Collection", signature="o")
+    def ItemCreated(self, item):
+        pass
+
+    @dbus.service.signal(SECRET + "Collection", signature="o")
+    def ItemDeleted(self, item):
+        pass
+
+    @dbus.service.signal(SECRET + "Collection", signature="o")
+    def ItemChanged(self, item):
+        pass
+
+
+class Prompt(Exported):
+    """Waits for the user, that is for the test; it is gone when the program that asked is gone."""
+
+    interface = "Prompt"
+
+    def __init__(self, store, path, objects):
+        super().__init__(store, path)
+        self.objects = objects
+        self.asker = None
+
+    def is_open(self):
+        return self.asker is not None and self.store.bus.name_has_owner(self.asker)
+
+    def finish(self, dismissed):
+        self.asker = None
+        if not dismissed:
+            self.store.set_locked(False)
+        self.Completed(dismissed, paths([] if dismissed else self.objects))
+        self.remove_from_connection()
+
+    @secret_method("Prompt", in_signature="s", sender_keyword="sender")
+    def Prompt(self, _window, sender=None):
+        self.asker = sender
+
+    @secret_method("Prompt")
+    def Dismiss(self):
+        self.finish(dismissed=True)
+
+    @dbus.service.signal(SECRET + "Prompt", signature="bv")
+    def Completed(self, dismissed, result):
+        pass
+
+
+class Service(Exported):
+    interface = "Service"
+
+    def properties(self):
+        return {"Collections": paths([COLLECTION_PATH])}
+
+    @secret_method("Service", in_signature="sv", out_signature="vo")
+    def OpenSession(self, algorithm, _input):
+        if algorithm != "plain":
+            raise NotSupported("only plain sessions")
+        path = self.store.new_path("session")
+        Session(self.store, path)
+        return dbus.String("", variant_level=1), dbus.ObjectPath(path)
+
+    @secret_method("Service", in_signature="a{ss}", out_signature="aoao", async_callbacks=("reply", "_error"))
+    def SearchItems(self, attributes, reply=None, _error=None):
+        self.store.searches.append(functools.partial(self.search, attributes, reply))
+        self.store.answer_searches()
+
+    def search(self, attributes, reply):
+        found = paths(i.path for i in self.store.collection.matching(attributes))
+        reply(*((paths([]), found) if self.store.locked else (found, paths([]))))
+        self.store.set_locked(self.store.locked or self.store.locks_after_search)
+
+    @secret_method("Service", in_signature="ao", out_signature="aoo")
+    def Unlock(self, objects):
+        if not self.store.locked:
+            return paths(objects), NOTHING
+        return paths([]), dbus.ObjectPath(self.store.new_prompt(objects))
+
+    @secret_method("Service", in_signature="ao", out_signature="aoo")
+    def Lock(self, objects):
+        self.store.set_locked(True)
+        return paths(objects), NOTHING
+
+    @secret_method("Service", in_signature="aoo", out_signature="a{o(oayays)}")
+    def GetSecrets(self, items, session):
+        wanted = [] if self.store.locked else [i for i in self.store.collection.items if i.path in items]
+        return dbus.Dictionary(
+            {dbus.ObjectPath(i.path): i.secret(session) for i in wanted}, signature="o(oayays)"
+        )
+
+    @secret_method("Service", in_signature="s", out_signature="o")
+    def ReadAlias(self, name):
+        return dbus.ObjectPath(COLLECTION_PATH) if name in self.store.aliases else NOTHING
+
+    @secret_method("Service", in_signature="a{sv}s", out_signature="oo")
+    def CreateCollection(self, _properties, alias):
+        self.store.aliases = (alias,)
+        return dbus.ObjectPath(COLLECTION_PATH), NOTHING
+
+    @dbus.service.signal(SECRET + "Service", signature="o")
+    def CollectionChanged(self, collection):
+        pass
