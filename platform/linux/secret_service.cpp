@@ -5,6 +5,7 @@
 #include <QVariantMap>
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "platform/linux/secret_on_bus.h"
 
@@ -15,26 +16,6 @@ using namespace secretService;
 
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
-
-SecretServiceFailure failureOf(const QDBusError& error) {
-  switch (error.type()) {
-    case QDBusError::NoReply:
-    case QDBusError::Timeout:
-    case QDBusError::TimedOut:
-      return SecretServiceFailure::unanswered;
-    case QDBusError::ServiceUnknown:
-    case QDBusError::Disconnected:
-    case QDBusError::NoServer:
-      return SecretServiceFailure::missing;
-    default:
-      break;
-  }
-  if (error.name() == "org.freedesktop.DBus.Error.NameHasNoOwner") {
-    return SecretServiceFailure::missing;
-  }
-  const bool isLocked = error.name() == "org.freedesktop.Secret.Error.IsLocked";
-  return isLocked ? SecretServiceFailure::locked : SecretServiceFailure::refused;
-}
 
 SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int patience) {
   const QDBusMessage reply =
@@ -74,6 +55,14 @@ QDBusMessage secretService::startMessage(const char* program) {
   return wish;
 }
 
+QDBusMessage secretService::searchMessage(const SecretKey& key) {
+  registerSecretTypes();
+  QDBusMessage question =
+      QDBusMessage::createMethodCall(name, path, serviceInterface, "SearchItems");
+  question << variantOf(attributesOf(key));
+  return question;
+}
+
 SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
   QDBusMessage question = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
   question << name;
@@ -103,11 +92,10 @@ SecretServiceAnswer<void> SecretServiceConversation::appearance() const {
 }
 
 SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretKey& key) const {
-  return call(path, serviceInterface, "SearchItems", {variantOf(attributesOf(key))})
-      .map([](const QVariantList& answer) {
-        return SecretItems{qdbus_cast<QList<QDBusObjectPath>>(answer.value(0)),
-                           qdbus_cast<QList<QDBusObjectPath>>(answer.value(1))};
-      });
+  return send(searchMessage(key)).map([](const QVariantList& answer) {
+    return SecretItems{qdbus_cast<QList<QDBusObjectPath>>(answer.value(0)),
+                       qdbus_cast<QList<QDBusObjectPath>>(answer.value(1))};
+  });
 }
 
 SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
@@ -144,8 +132,7 @@ SecretServiceAnswer<std::optional<QDBusObjectPath>> SecretServiceConversation::d
 
 SecretServiceAnswer<bool> SecretServiceConversation::isLocked(
     const QDBusObjectPath& collection) const {
-  return call(collection.path(), "org.freedesktop.DBus.Properties", "Get",
-              {collectionInterface, "Locked"})
+  return call(collection.path(), propertiesInterface, "Get", {collectionInterface, "Locked"})
       .map([](const QVariantList& answer) {
         return answer.value(0).value<QDBusVariant>().variant().toBool();
       });
@@ -181,10 +168,14 @@ SecretServiceAnswer<QVariantList> SecretServiceConversation::callInSession(
 SecretServiceAnswer<QVariantList> SecretServiceConversation::call(
     const QString& object, const QString& interface, const QString& member,
     const QVariantList& arguments) const {
-  if (end_.hasExpired()) return tl::unexpected(SecretServiceFailure::unanswered);
   registerSecretTypes();
   QDBusMessage message = QDBusMessage::createMethodCall(name, object, interface, member);
   message.setArguments(arguments);
+  return send(std::move(message));
+}
+
+SecretServiceAnswer<QVariantList> SecretServiceConversation::send(QDBusMessage message) const {
+  if (end_.hasExpired()) return tl::unexpected(SecretServiceFailure::unanswered);
   message.setAutoStartService(false);
   return answerOf(message, static_cast<int>(end_.remainingTime()));
 }

@@ -8,22 +8,11 @@
 #include <chrono>
 #include <functional>
 #include <optional>
-#include <tl/expected.hpp>
 
+#include "platform/linux/secret_service_failure.h"
 #include "platform/secret_store.h"
 
 namespace notewick {
-
-/// Why the secret service gave no answer.
-enum class SecretServiceFailure {
-  missing,     ///< there is no such service, or no session bus
-  unanswered,  ///< it did not answer in time
-  locked,      ///< what it said to be open is locked by now
-  refused,     ///< it answered with an error
-};
-
-template <class T>
-using SecretServiceAnswer = tl::expected<T, SecretServiceFailure>;
 
 /// The items with the attributes of one key.
 struct SecretItems {
@@ -68,6 +57,7 @@ class SecretServiceConversation {
                                                        const QString& interface,
                                                        const QString& member,
                                                        const QVariantList& arguments) const;
+  [[nodiscard]] SecretServiceAnswer<QVariantList> send(QDBusMessage message) const;
   /// Makes one call, which needs a session to hand a secret over in.
   [[nodiscard]] SecretServiceAnswer<QVariantList> callInSession(
       const QString& path, const QString& interface, const QString& member,
@@ -86,10 +76,13 @@ inline constexpr const char* collectionInterface = "org.freedesktop.Secret.Colle
 inline constexpr const char* itemInterface = "org.freedesktop.Secret.Item";
 inline constexpr const char* sessionInterface = "org.freedesktop.Secret.Session";
 inline constexpr const char* promptInterface = "org.freedesktop.Secret.Prompt";
+inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 inline constexpr const char* nothing = "/";  ///< the path that stands for no object
 
 /// What asks the bus to start the program with this name.
 [[nodiscard]] QDBusMessage startMessage(const char* program);
+/// What asks the service for the items of `key`, locked or not.
+[[nodiscard]] QDBusMessage searchMessage(const SecretKey& key);
 }  // namespace secretService
 
 }  // namespace notewick

@@ -2,11 +2,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <limits>
 #include <utility>
 
 #include "platform/linux/secret_service.h"
+#include "platform/linux/secret_service_call.h"
 
 namespace notewick {
 
@@ -19,37 +18,32 @@ constexpr std::chrono::seconds GRACE{2};
 
 }  // namespace
 
-SecretServiceWait::SecretServiceWait(std::function<void()> ended)
+SecretServiceWait::SecretServiceWait(const SecretKey& key, std::function<void()> ended)
     : ended_(std::move(ended)),
-      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForRegistration) {
+      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   grace_.setSingleShot(true);
   grace_.setInterval(GRACE);
   connect(&grace_, &QTimer::timeout, this, &SecretServiceWait::end);
-  connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this, &SecretServiceWait::end);
-  call(QDBusMessage::createMethodCall(name, path, "org.freedesktop.DBus.Peer", "Ping"),
-       &SecretServiceWait::pingAnswered);
+  connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+          &SecretServiceWait::ownerChanged);
+  callPatiently(searchMessage(key), this, [this](const QDBusMessage& answer) { answered(answer); });
 }
 
-void SecretServiceWait::call(const QDBusMessage& message,
-                             void (SecretServiceWait::*then)(const QDBusMessage&)) {
-  constexpr int asLongAsItTakes = std::numeric_limits<int>::max();
-  const auto answer = QDBusConnection::sessionBus().asyncCall(message, asLongAsItTakes);
-  auto* const watcher = new QDBusPendingCallWatcher(answer, this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, then] {
-    watcher->deleteLater();
-    (this->*then)(watcher->reply());
-  });
-}
-
-void SecretServiceWait::pingAnswered(const QDBusMessage& answer) {
-  const bool isMissing = QDBusError(answer).type() == QDBusError::ServiceUnknown;
+void SecretServiceWait::answered(const QDBusMessage& answer) {
+  const bool isMissing = failureOf(QDBusError(answer)) == SecretServiceFailure::missing;
   if (!isMissing) return end();
-  call(startMessage(walletName), &SecretServiceWait::walletStarted);
+  callPatiently(startMessage(walletName), this,
+                [this](const QDBusMessage& started) { walletStarted(started); });
 }
 
 void SecretServiceWait::walletStarted(const QDBusMessage& answer) {
   if (answer.type() != QDBusMessage::ReplyMessage) return end();
   grace_.start();
+}
+
+void SecretServiceWait::ownerChanged(const QString& /*service*/, const QString& /*before*/,
+                                     const QString& after) {
+  if (!after.isEmpty()) end();
 }
 
 void SecretServiceWait::end() {

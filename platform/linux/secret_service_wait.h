@@ -5,22 +5,25 @@
 #include <QTimer>
 #include <functional>
 
+#include "platform/secret_store.h"
+
 class QDBusMessage;
 
 namespace notewick {
 
 /// Waits, without blocking and as long as it takes, for a Secret Service that did not answer in
-/// time: one that hangs, or is being started. It ends when the service answers, and also when the
-/// service turns out not to come. Main thread.
+/// time: one that hangs, or is being started. It ends when the service answers a search, and also
+/// when the service turns out not to come. A mere ping would not do: GNOME Keyring answers it also
+/// while it hangs. Main thread.
 class SecretServiceWait : public QObject {
  public:
-  /// `ended` is called once, in a later turn.
-  explicit SecretServiceWait(std::function<void()> ended);
+  /// `ended` is called once, in a later turn. `key` is what the service is asked for.
+  SecretServiceWait(const SecretKey& key, std::function<void()> ended);
 
  private:
-  void call(const QDBusMessage& message, void (SecretServiceWait::*then)(const QDBusMessage&));
-  void pingAnswered(const QDBusMessage& answer);
+  void answered(const QDBusMessage& answer);
   void walletStarted(const QDBusMessage& answer);
+  void ownerChanged(const QString& service, const QString& before, const QString& after);
   void end();
 
   std::function<void()> ended_;

@@ -74,7 +74,7 @@ SecretLookup SecretServiceStore::load(const SecretKey& key) {
   const auto lookup =
       find(service, key).and_then([&](const SecretItems& items) { return lookUp(service, items); });
   if (lookup) return *lookup;
-  noteFailure(lookup.error());
+  noteFailure(lookup.error(), key);
   return {opensLater(lookup.error()) ? SecretState::locked : SecretState::absent, ""};
 }
 
@@ -90,7 +90,7 @@ SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string&
     return write(service, items, key, QByteArray::fromStdString(secret));
   });
   if (written) return *written;
-  noteFailure(written.error());
+  noteFailure(written.error(), key);
   return opensLater(written.error()) ? SecretWrite::locked : SecretWrite::failed;
 }
 
@@ -100,7 +100,7 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
     return removeAll(service, items);
   });
   if (removed) return *removed;
-  noteFailure(removed.error());
+  noteFailure(removed.error(), key);
   if (removed.error() == SecretServiceFailure::missing) return SecretWrite::done;
   return opensLater(removed.error()) ? SecretWrite::locked : SecretWrite::failed;
 }
@@ -147,9 +147,9 @@ SecretServiceAnswer<SecretItems> SecretServiceStore::find(const SecretServiceCon
       });
 }
 
-void SecretServiceStore::noteFailure(SecretServiceFailure failure) {
+void SecretServiceStore::noteFailure(SecretServiceFailure failure, const SecretKey& key) {
   if (failure != SecretServiceFailure::unanswered || wait_) return;
-  wait_ = std::make_unique<SecretServiceWait>([this] { waitEnded(); });
+  wait_ = std::make_unique<SecretServiceWait>(key, [this] { waitEnded(); });
 }
 
 void SecretServiceStore::waitEnded() {

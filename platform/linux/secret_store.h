@@ -17,8 +17,9 @@ class SecretUnlock;
 /// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
 ///
 /// Each of `load`, `save` and `remove` takes at most `secretServicePatience`. A service that does
-/// not answer by then (it hangs, or is slow to start right after login) counts as locked, and is
-/// not waited for again before it has answered: `unlock` waits for that without blocking. A service
+/// not answer by then (it hangs, is slow to start right after login, or has no room for the call)
+/// counts as locked, and is not waited for again before it has answered: `unlock` waits for that
+/// without blocking. A service
 /// that is not running is started once in the life of the program, or KWallet, which is not known
 /// to the bus as such a service; when that fails there is none.
 ///
@@ -42,7 +43,7 @@ class SecretServiceStore : public SecretStore {
   [[nodiscard]] SecretServiceAnswer<void> reach(const SecretServiceConversation& service);
   [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
                                                       const SecretKey& key);
-  void noteFailure(SecretServiceFailure failure);
+  void noteFailure(SecretServiceFailure failure, const SecretKey& key);
   void waitEnded();
   void askToUnlock();
   void unlockEnded(bool opened);

@@ -2,12 +2,11 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QVariantMap>
-#include <limits>
 #include <utility>
 
 #include "platform/linux/secret_service.h"
+#include "platform/linux/secret_service_call.h"
 
 namespace notewick {
 
@@ -18,8 +17,8 @@ SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
     : objects_(items),
       missing_(missing),
       ended_(std::move(ended)),
-      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForUnregistration) {
-  connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { end(false); });
+      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
+  connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this, &SecretUnlock::ownerChanged);
   if (QDBusConnection::sessionBus().isConnected()) {
     call(path, serviceInterface, "ReadAlias", {"default"}, &SecretUnlock::aliasRead);
   } else {
@@ -31,19 +30,11 @@ SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
 void SecretUnlock::call(const QString& object, const QString& interface, const QString& member,
                         const QVariantList& arguments,
                         void (SecretUnlock::*then)(const QDBusMessage&)) {
-  constexpr int asLongAsItTakes = std::numeric_limits<int>::max();
   QDBusMessage message = QDBusMessage::createMethodCall(name, object, interface, member);
   message.setArguments(arguments);
-  const auto answer = QDBusConnection::sessionBus().asyncCall(message, asLongAsItTakes);
-  auto* const watcher = new QDBusPendingCallWatcher(answer, this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, then] {
-    watcher->deleteLater();
-    const QDBusMessage reply = watcher->reply();
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-      (this->*then)(reply);
-    } else {
-      end(false);
-    }
+  callPatiently(message, this, [this, then](const QDBusMessage& answer) {
+    if (answer.type() != QDBusMessage::ReplyMessage) return end(false);
+    (this->*then)(answer);
   });
 }
 
@@ -78,6 +69,11 @@ void SecretUnlock::promptShown(const QDBusMessage& /*answer*/) {}
 
 void SecretUnlock::promptCompleted(bool dismissed, const QDBusVariant& /*result*/) {
   end(!dismissed);
+}
+
+void SecretUnlock::ownerChanged(const QString& /*service*/, const QString& before,
+                                const QString& /*after*/) {
+  if (!before.isEmpty()) end(false);
 }
 
 void SecretUnlock::end(bool opened) {

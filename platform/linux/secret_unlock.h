@@ -14,7 +14,8 @@ namespace notewick {
 /// Asks the user, through the Secret Service's own prompt, to open the default collection and the
 /// one of each item given. Waits for the service and for the user as long as it takes, without
 /// blocking, and never takes the question back, not even when it is destroyed: a service may crash
-/// when it is cancelled.
+/// when it is cancelled. The question stays on the screen also when another program opens the store
+/// meanwhile. It ends with the service that asks it, which may be followed by another at once.
 class SecretUnlock : public QObject {
   Q_OBJECT
 
@@ -35,6 +36,7 @@ class SecretUnlock : public QObject {
   void aliasRead(const QDBusMessage& answer);
   void unlockAnswered(const QDBusMessage& answer);
   void promptShown(const QDBusMessage& answer);
+  void ownerChanged(const QString& service, const QString& before, const QString& after);
   void end(bool opened);
 
   QList<QDBusObjectPath> objects_;

@@ -231,6 +231,29 @@ TEST_F(ScriptedServiceTest, AServiceThatEndsWhileItAsksEndsTheQuestion) {
   EXPECT_THAT(answers_, ElementsAre(false));
 }
 
+TEST_F(ScriptedServiceTest, ADismissalAfterOthersOpenedTheStoreIsStillADismissal) {
+  serviceIs("--locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("Unlock");
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, IsEmpty());
+  control("DismissPrompt");
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  service_.reset();
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, ElementsAre(false));
+}
+
+TEST_F(ScriptedServiceTest, AQuestionThatAnotherServiceTakesOverEnds) {
+  serviceIs("--locked");
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  const ChildProcess successor({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(false));
+}
+
 TEST_F(ScriptedServiceTest, AServiceThatHangsCostsTimeOnceAndCountsAsLocked) {
   serviceIs();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
