@@ -1,13 +1,24 @@
 #include "platform/linux/secret_store.h"
 
+#include <QDBusConnection>
 #include <QStringDecoder>
+#include <QTimer>
+#include <algorithm>
 #include <utility>
 
 #include "platform/linux/secret_service_wait.h"
+#include "platform/linux/secret_service_watch.h"
 #include "platform/linux/secret_unlock.h"
 
 namespace notewick {
+
+using namespace std::chrono_literals;
+
 namespace {
+
+constexpr std::chrono::seconds FIRST_PAUSE{1};
+constexpr std::chrono::seconds LONGEST_PAUSE{60};
+constexpr std::chrono::milliseconds FORGOTTEN = 5min;
 
 bool isUtf8(const QByteArray& text) {
   QStringDecoder decoder(QStringDecoder::Utf8);
@@ -18,14 +29,17 @@ bool isUtf8(const QByteArray& text) {
 using LookupAnswer = SecretServiceAnswer<SecretLookup>;
 using WriteAnswer = SecretServiceAnswer<SecretWrite>;
 
+SecretState stateOf(const SecretItems& items) {
+  if (!items.unlocked.isEmpty()) return SecretState::found;
+  return items.locked.isEmpty() ? SecretState::absent : SecretState::locked;
+}
+
 LookupAnswer lookUp(const SecretServiceConversation& service, const SecretItems& items) {
-  if (!items.unlocked.isEmpty()) {
-    return service.secretOf(items.unlocked.front()).map([](const QByteArray& secret) {
-      if (!isUtf8(secret)) return SecretLookup{SecretState::absent, ""};
-      return SecretLookup{SecretState::found, secret.toStdString()};
-    });
-  }
-  return SecretLookup{items.locked.isEmpty() ? SecretState::absent : SecretState::locked, ""};
+  if (items.unlocked.isEmpty()) return SecretLookup{stateOf(items), ""};
+  return service.secretOf(items.unlocked.front()).map([](const QByteArray& secret) {
+    if (!isUtf8(secret)) return SecretLookup{SecretState::absent, ""};
+    return SecretLookup{SecretState::found, secret.toStdString()};
+  });
 }
 
 WriteAnswer create(const SecretServiceConversation& service, const SecretKey& key,
@@ -66,16 +80,16 @@ SecretServiceStore::SecretServiceStore() = default;
 SecretServiceStore::~SecretServiceStore() = default;
 
 SecretState SecretServiceStore::state(const SecretKey& key) {
-  return load(key).state;
+  const SecretServiceConversation service;
+  const auto state = find(service, key).map(stateOf);
+  return state ? *state : stateAfter(state.error(), key);
 }
 
 SecretLookup SecretServiceStore::load(const SecretKey& key) {
   const SecretServiceConversation service;
   const auto lookup =
       find(service, key).and_then([&](const SecretItems& items) { return lookUp(service, items); });
-  if (lookup) return *lookup;
-  noteFailure(lookup.error(), key);
-  return {opensLater(lookup.error()) ? SecretState::locked : SecretState::absent, ""};
+  return lookup ? *lookup : SecretLookup{stateAfter(lookup.error(), key), ""};
 }
 
 SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& secret) {
@@ -89,9 +103,7 @@ SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string&
   const auto written = find(service, key).and_then([&](const SecretItems& items) {
     return write(service, items, key, QByteArray::fromStdString(secret));
   });
-  if (written) return *written;
-  noteFailure(written.error(), key);
-  return opensLater(written.error()) ? SecretWrite::locked : SecretWrite::failed;
+  return written ? *written : outcomeAfter(written.error(), key);
 }
 
 SecretWrite SecretServiceStore::remove(const SecretKey& key) {
@@ -99,10 +111,8 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
   const auto removed = find(service, key).and_then([&](const SecretItems& items) {
     return removeAll(service, items);
   });
-  if (removed) return *removed;
-  noteFailure(removed.error(), key);
-  if (removed.error() == SecretServiceFailure::missing) return SecretWrite::done;
-  return opensLater(removed.error()) ? SecretWrite::locked : SecretWrite::failed;
+  if (!removed && removed.error() == SecretServiceFailure::missing) return SecretWrite::done;
+  return removed ? *removed : outcomeAfter(removed.error(), key);
 }
 
 void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {
@@ -110,8 +120,20 @@ void SecretServiceStore::unlock(std::function<void(bool opened)> completion) {
   askToUnlock();
 }
 
-bool SecretServiceStore::watch(std::function<void()> /*changed*/) {
-  return false;
+bool SecretServiceStore::watch(std::function<void()> changed) {
+  if (!QDBusConnection::sessionBus().isConnected()) return false;
+  watch_ = std::make_unique<SecretServiceWatch>(std::move(changed));
+  return true;
+}
+
+SecretState SecretServiceStore::stateAfter(SecretServiceFailure failure, const SecretKey& key) {
+  noteFailure(failure, key);
+  return opensLater(failure) ? SecretState::locked : SecretState::absent;
+}
+
+SecretWrite SecretServiceStore::outcomeAfter(SecretServiceFailure failure, const SecretKey& key) {
+  noteFailure(failure, key);
+  return opensLater(failure) ? SecretWrite::locked : SecretWrite::failed;
 }
 
 void SecretServiceStore::askToUnlock() {
@@ -155,6 +177,14 @@ void SecretServiceStore::noteFailure(SecretServiceFailure failure, const SecretK
 void SecretServiceStore::waitEnded() {
   wait_.release()->deleteLater();
   askToUnlock();
+  reportAnswer();
+}
+
+void SecretServiceStore::reportAnswer() {
+  const bool again = sinceWait_.isValid() && !sinceWait_.hasExpired(FORGOTTEN.count());
+  pause_ = again ? std::clamp(2 * pause_, FIRST_PAUSE, LONGEST_PAUSE) : 0s;
+  sinceWait_.start();
+  if (watch_) QTimer::singleShot(pause_, watch_.get(), &SecretServiceWatch::report);
 }
 
 }  // namespace notewick

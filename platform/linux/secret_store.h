@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDBusObjectPath>
+#include <QElapsedTimer>
 #include <QList>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -12,16 +14,22 @@
 namespace notewick {
 
 class SecretServiceWait;
+class SecretServiceWatch;
 class SecretUnlock;
 
 /// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
 ///
-/// Each of `load`, `save` and `remove` takes at most `secretServicePatience`. A service that does
-/// not answer by then (it hangs, is slow to start right after login, or has no room for the call)
-/// counts as locked, and is not waited for again before it has answered: `unlock` waits for that
-/// without blocking. A service
-/// that is not running is started once in the life of the program, or KWallet, which is not known
-/// to the bus as such a service; when that fails there is none.
+/// Each of `state`, `load`, `save` and `remove` takes at most `secretServicePatience`. A service
+/// that does not answer by then (it hangs, is slow to start right after login, or has no room for
+/// the call) counts as locked, and is not waited for again before it has answered: `unlock` waits
+/// for that without blocking.
+///
+/// A service that is not running is started once in the life of the program, or KWallet, which is
+/// not known to the bus as such a service; when that fails there is none.
+///
+/// That a service answers again is reported at once the first time. Where that turns out wrong time
+/// after time, it is reported ever more rarely, up to once a minute: each new attempt may keep the
+/// main thread waiting.
 ///
 /// `save` says `locked` also when the user has no collection for secrets yet; `unlock` then lets
 /// the service ask for the password of a new one, but only then. In a locked collection that does
@@ -40,20 +48,26 @@ class SecretServiceStore : public SecretStore {
 
  private:
   SecretWrite trySave(const SecretKey& key, const std::string& secret);
+  [[nodiscard]] SecretState stateAfter(SecretServiceFailure failure, const SecretKey& key);
+  SecretWrite outcomeAfter(SecretServiceFailure failure, const SecretKey& key);
   [[nodiscard]] SecretServiceAnswer<void> reach(const SecretServiceConversation& service);
   [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
                                                       const SecretKey& key);
   void noteFailure(SecretServiceFailure failure, const SecretKey& key);
   void waitEnded();
+  void reportAnswer();
   void askToUnlock();
   void unlockEnded(bool opened);
 
   bool startTried_ = false;
   std::unique_ptr<SecretServiceWait> wait_;  ///< since a question went unanswered
+  std::chrono::seconds pause_{0};            ///< between the end of a wait and its report
+  QElapsedTimer sinceWait_;                  ///< since the last one ended
   QList<QDBusObjectPath> lockedItems_;       ///< those that the last search found
   bool saveWaits_ = false;                   ///< the last `save` said `locked`
   std::unique_ptr<SecretUnlock> unlock_;
   std::vector<std::function<void(bool)>> unlockCompletions_;
+  std::unique_ptr<SecretServiceWatch> watch_;
 };
 
 }  // namespace notewick

@@ -23,10 +23,16 @@ TEST(NoBusTest, TheSecretStoreIsEmptyAtOnce) {
   SecretServiceStore store;
   QElapsedTimer time;
   time.start();
+  EXPECT_EQ(store.state(token), SecretState::absent);
   EXPECT_EQ(store.load(token).state, SecretState::absent);
   EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::failed);
   EXPECT_EQ(store.remove(token), SecretWrite::done);
   EXPECT_LT(time.elapsed(), 200);
+}
+
+TEST(NoBusTest, TheSecretStoreReportsNoChanges) {
+  SecretServiceStore store;
+  EXPECT_FALSE(store.watch([] { ADD_FAILURE() << "called without a bus"; }));
 }
 
 TEST(NoBusTest, ThereIsNoSecretStoreToUnlock) {

@@ -26,6 +26,13 @@ TEST_F(GnomeKeyringTest, ASavedSecretIsFoundAndARemovedOneIsNot) {
   EXPECT_EQ(loaded(), "absent");
 }
 
+TEST_F(GnomeKeyringTest, WhetherItIsThereIsKnownWithoutFetchingIt) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.state(token), SecretState::absent);
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.state(token), SecretState::found);
+}
+
 TEST_F(GnomeKeyringTest, SavingAgainReplacesAndNeverAddsASecond) {
   keyringIsOpen();
   for (const char* secret : {"first", "second", "", "a much longer third one"}) {
@@ -58,6 +65,7 @@ TEST_F(GnomeKeyringTest, ALockedStoreIsNeitherReadNorWrittenAndNotWaitedFor) {
   userLocksIt();
   QElapsedTimer time;
   time.start();
+  EXPECT_EQ(store_.state(token), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
@@ -107,6 +115,13 @@ TEST_F(ScriptedServiceTest, AStoreThatLocksBetweenSearchAndUseIsLocked) {
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   control("Unlock");
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+}
+
+TEST_F(ScriptedServiceTest, WhetherItIsThereTakesOneSearch) {
+  serviceIs();
+  control("Put", {tokenAttributes(), "s3cr3t"});
+  EXPECT_EQ(store_.state(token), SecretState::found);
+  EXPECT_EQ(calls(), QStringList("SearchItems"));
 }
 
 TEST_F(ScriptedServiceTest, SessionsAreClosedAgain) {

@@ -1,0 +1,191 @@
+#include <csignal>
+
+#include "tests/platform/linux/secret_store_fixture.h"
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+
+// --- What GNOME Keyring announces
+// ------------------------------------------------------------------
+
+TEST_F(GnomeKeyringTest, WhatOthersWriteOrRemoveIsReported) {
+  keyringIsOpen();
+  watch();
+  const std::vector<std::string> words{"service", token.service, "account", token.account};
+  const auto secretTool = [&](std::vector<std::string> command, const std::string& input = "") {
+    command.insert(command.end(), words.begin(), words.end());
+    return ChildProcess(command, input).wait();
+  };
+  ASSERT_EQ(secretTool({"secret-tool", "store", "--label=x"}, "theirs"), 0);
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "found theirs");
+  ASSERT_EQ(secretTool({"secret-tool", "clear"}), 0);
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "absent");
+}
+
+TEST_F(GnomeKeyringTest, AStoreThatOthersLockOrOpenIsReported) {
+  keyringIsOpen();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  watch();
+  userLocksIt();
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "locked");
+  loginOpensIt();
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+// --- What the Secret Service API lets a service announce
+// ------------------------------------------------
+
+constexpr const char* collectionPath = "/org/freedesktop/secrets/collection/any";
+
+TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
+  serviceIs();
+  watch();
+  for (const char* signal : {"CollectionCreated", "CollectionChanged", "CollectionDeleted"}) {
+    control("Emit", {secretService::path, secretService::serviceInterface, signal});
+    EXPECT_TRUE(reportsAChange()) << signal;
+  }
+  for (const char* signal : {"ItemCreated", "ItemChanged", "ItemDeleted"}) {
+    control("Emit", {collectionPath, secretService::collectionInterface, signal});
+    EXPECT_TRUE(reportsAChange()) << signal;
+  }
+  control("EmitChange", {collectionPath, secretService::collectionInterface});
+  EXPECT_TRUE(reportsAChange());
+}
+
+TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
+  serviceIs();
+  watch();
+  control("EmitChange", {collectionPath, secretService::itemInterface});
+  control("Emit", {"/prompt", secretService::promptInterface, "Completed"});
+  letTimePass(50ms);
+  EXPECT_EQ(reports_, 0);
+}
+
+TEST_F(ScriptedServiceTest, WhatHappensAtOnceIsReportedOnce) {
+  serviceIs();
+  watch();
+  control("Put", {tokenAttributes(), "s3cr3t"});
+  control("Lock");
+  control("Unlock");
+  EXPECT_TRUE(waitUntil([this] { return reports_ > 0; }));
+  letTimePass(50ms);
+  EXPECT_EQ(reports_, 1);
+}
+
+TEST_F(ScriptedServiceTest, TheLastToWatchIsTheOneToHear) {
+  serviceIs();
+  ASSERT_TRUE(store_.watch([] { ADD_FAILURE() << "the first is still told"; }));
+  watch();
+  control("Lock");
+  EXPECT_TRUE(reportsAChange());
+}
+
+TEST_F(ScriptedServiceTest, WatchingAsksTheServiceNothing) {
+  serviceIs();
+  watch();
+  control("Emit", {collectionPath, secretService::collectionInterface, "ItemChanged"});
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatComesOrGoesIsReported) {
+  watch();
+  serviceIs();
+  EXPECT_TRUE(reportsAChange());
+  serviceEnds();
+  EXPECT_TRUE(reportsAChange());
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatAnotherReplacesIsReported) {
+  serviceIs();
+  watch();
+  EXPECT_EQ(loaded(), "absent");
+  const ChildProcess successor({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
+  EXPECT_TRUE(reportsAChange());
+}
+
+// --- Trouble that passes
+// -------------------------------------------------------------------------------
+
+TEST_F(ScriptedServiceTest, AServiceThatAnswersAgainIsReported) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  watch();
+  service_->signal(SIGSTOP);
+  EXPECT_EQ(store_.state(token), SecretState::locked);
+  letTimePass(50ms);
+  EXPECT_EQ(reports_, 0);
+  service_->signal(SIGCONT);
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatAnswersPingsOnlyIsStillWaitedFor) {
+  serviceIs();
+  control("Put", {tokenAttributes(), "s3cr3t"});
+  control("HoldSearches");
+  watch();
+  EXPECT_EQ(store_.state(token), SecretState::locked);
+  ask(secretService::path, "org.freedesktop.DBus.Peer", "Ping");
+  letTimePass(50ms);
+  EXPECT_EQ(reports_, 0);
+  control("ReleaseSearches");
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ScriptedServiceTest, AnAnswerThatIsFollowedByNoneIsReportedMoreRarely) {
+  serviceIs();
+  control("Put", {tokenAttributes(), "s3cr3t"});
+  control("Refuse", {"org.freedesktop.DBus.Error.NoReply", "GetSecret"});
+  EXPECT_EQ(loaded(), "locked");
+  ASSERT_TRUE(store_.watch([this] {
+    ++reports_;
+    EXPECT_EQ(loaded(), "locked");
+  }));
+  EXPECT_TRUE(waitUntil([this] { return reports_ == 1; }));
+  letTimePass(300ms);
+  EXPECT_EQ(reports_, 1);
+  EXPECT_TRUE(waitUntil([this] { return reports_ == 2; }));
+}
+
+TEST_F(ScriptedServiceTest, ACallRefusedForLoadIsNoAnswer) {
+  serviceIs();
+  control("Put", {tokenAttributes(), "s3cr3t"});
+  control("Refuse", {"org.freedesktop.DBus.Error.LimitsExceeded", ""});
+  watch();
+  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  letTimePass(50ms);
+  EXPECT_EQ(reports_, 0);
+  control("Refuse", {"", ""});
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_EQ(loaded(), "found s3cr3t");
+}
+
+TEST_F(ScriptedServiceTest, AQuestionToTheUserIsNotGivenUpForLoad) {
+  serviceIs("--locked");
+  control("Refuse", {"org.freedesktop.DBus.Error.NoMemory", ""});
+  unlock();
+  EXPECT_TRUE(waitUntil([] { return !calls().isEmpty(); }));
+  letTimePass(50ms);
+  EXPECT_THAT(answers_, IsEmpty());
+  control("Refuse", {"", ""});
+  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  control("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  EXPECT_THAT(answers_, ElementsAre(true));
+}
+
+}  // namespace
+}  // namespace notewick
