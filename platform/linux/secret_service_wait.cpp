@@ -18,20 +18,24 @@ constexpr std::chrono::seconds GRACE{2};
 
 }  // namespace
 
-SecretServiceWait::SecretServiceWait(const SecretKey& key, std::function<void()> ended)
-    : ended_(std::move(ended)),
+SecretServiceWait::SecretServiceWait(const SecretKey& key, Missing missing,
+                                     std::function<void()> ended)
+    : missing_(missing),
+      ended_(std::move(ended)),
       watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   grace_.setSingleShot(true);
   grace_.setInterval(GRACE);
   connect(&grace_, &QTimer::timeout, this, &SecretServiceWait::end);
   connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
           &SecretServiceWait::ownerChanged);
-  callPatiently(searchMessage(key), this, [this](const QDBusMessage& answer) { answered(answer); });
+  QDBusMessage question = searchMessage(key);
+  question.setAutoStartService(missing == Missing::isStarted);
+  callPatiently(question, this, [this](const QDBusMessage& answer) { answered(answer); });
 }
 
 void SecretServiceWait::answered(const QDBusMessage& answer) {
   const bool isMissing = failureOf(QDBusError(answer)) == SecretServiceFailure::missing;
-  if (!isMissing) return end();
+  if (!isMissing || missing_ == Missing::stays) return end();
   callPatiently(startMessage(walletName), this,
                 [this](const QDBusMessage& started) { walletStarted(started); });
 }

@@ -17,8 +17,11 @@ namespace notewick {
 /// while it hangs. Main thread.
 class SecretServiceWait : public QObject {
  public:
+  /// What happens where no service is running: it is started, or the wait ends.
+  enum class Missing { isStarted, stays };
+
   /// `ended` is called once, in a later turn. `key` is what the service is asked for.
-  SecretServiceWait(const SecretKey& key, std::function<void()> ended);
+  SecretServiceWait(const SecretKey& key, Missing missing, std::function<void()> ended);
 
  private:
   void answered(const QDBusMessage& answer);
@@ -26,6 +29,7 @@ class SecretServiceWait : public QObject {
   void ownerChanged(const QString& service, const QString& before, const QString& after);
   void end();
 
+  Missing missing_;
   std::function<void()> ended_;
   QDBusServiceWatcher watcher_;
   QTimer grace_;  ///< runs while KWallet is there and the service is not

@@ -70,10 +70,6 @@ WriteAnswer write(const SecretServiceConversation& service, SecretItems items, c
   return service.replaceSecret(kept, secret).and_then([&] { return removeAll(service, items); });
 }
 
-bool opensLater(SecretServiceFailure failure) {
-  return failure == SecretServiceFailure::unanswered || failure == SecretServiceFailure::locked;
-}
-
 }  // namespace
 
 SecretServiceStore::SecretServiceStore() = default;
@@ -111,7 +107,6 @@ SecretWrite SecretServiceStore::remove(const SecretKey& key) {
   const auto removed = find(service, key).and_then([&](const SecretItems& items) {
     return removeAll(service, items);
   });
-  if (!removed && removed.error() == SecretServiceFailure::missing) return SecretWrite::done;
   return removed ? *removed : outcomeAfter(removed.error(), key);
 }
 
@@ -136,6 +131,11 @@ SecretWrite SecretServiceStore::outcomeAfter(SecretServiceFailure failure, const
   return opensLater(failure) ? SecretWrite::locked : SecretWrite::failed;
 }
 
+bool SecretServiceStore::opensLater(SecretServiceFailure failure) const {
+  if (failure == SecretServiceFailure::missing) return wasThere_;
+  return failure == SecretServiceFailure::unanswered || failure == SecretServiceFailure::locked;
+}
+
 void SecretServiceStore::askToUnlock() {
   if (unlock_ || wait_ || unlockCompletions_.empty()) return;
   const auto missing = saveWaits_ ? SecretUnlock::Missing::isMade : SecretUnlock::Missing::stays;
@@ -152,8 +152,11 @@ SecretServiceAnswer<void> SecretServiceStore::reach(const SecretServiceConversat
   if (wait_) return tl::unexpected(SecretServiceFailure::unanswered);
   const auto running = service.isRunning();
   if (!running) return tl::unexpected(running.error());
+  wasThere_ = wasThere_ || *running;
   if (*running) return {};
-  if (std::exchange(startTried_, true)) return tl::unexpected(SecretServiceFailure::missing);
+  if (wasThere_ || std::exchange(startTried_, true)) {
+    return tl::unexpected(SecretServiceFailure::missing);
+  }
   return service.start().map_error([](SecretServiceFailure failure) {
     return failure == SecretServiceFailure::refused ? SecretServiceFailure::missing : failure;
   });
@@ -171,7 +174,9 @@ SecretServiceAnswer<SecretItems> SecretServiceStore::find(const SecretServiceCon
 
 void SecretServiceStore::noteFailure(SecretServiceFailure failure, const SecretKey& key) {
   if (failure != SecretServiceFailure::unanswered || wait_) return;
-  wait_ = std::make_unique<SecretServiceWait>(key, [this] { waitEnded(); });
+  using Missing = SecretServiceWait::Missing;
+  wait_ = std::make_unique<SecretServiceWait>(key, wasThere_ ? Missing::stays : Missing::isStarted,
+                                              [this] { waitEnded(); });
 }
 
 void SecretServiceStore::waitEnded() {

@@ -24,8 +24,11 @@ class SecretUnlock;
 /// the call) counts as locked, and is not waited for again before it has answered: `unlock` waits
 /// for that without blocking.
 ///
-/// A service that is not running is started once in the life of the program, or KWallet, which is
-/// not known to the bus as such a service; when that fails there is none.
+/// A service that is not running at the first question is started, or KWallet, which is not known
+/// to the bus as such a service. That is tried once in the life of the program; where it fails
+/// there is no store: no secret is found, and `save` and `remove` fail. A service that was there
+/// and has gone (it crashed, is being replaced, or the user logs out) counts as locked instead,
+/// because the secret is still where it was; only `unlock` starts it again.
 ///
 /// That a service answers again is reported at once the first time. Where that turns out wrong time
 /// after time, it is reported ever more rarely, up to once a minute: each new attempt may keep the
@@ -50,6 +53,7 @@ class SecretServiceStore : public SecretStore {
   SecretWrite trySave(const SecretKey& key, const std::string& secret);
   [[nodiscard]] SecretState stateAfter(SecretServiceFailure failure, const SecretKey& key);
   SecretWrite outcomeAfter(SecretServiceFailure failure, const SecretKey& key);
+  [[nodiscard]] bool opensLater(SecretServiceFailure failure) const;
   [[nodiscard]] SecretServiceAnswer<void> reach(const SecretServiceConversation& service);
   [[nodiscard]] SecretServiceAnswer<SecretItems> find(const SecretServiceConversation& service,
                                                       const SecretKey& key);
@@ -59,6 +63,7 @@ class SecretServiceStore : public SecretStore {
   void askToUnlock();
   void unlockEnded(bool opened);
 
+  bool wasThere_ = false;  ///< a service has been running
   bool startTried_ = false;
   std::unique_ptr<SecretServiceWait> wait_;  ///< since a question went unanswered
   std::chrono::seconds pause_{0};            ///< between the end of a wait and its report

@@ -56,9 +56,10 @@ class ActivationTest : public SecretStoreTest {
 TEST_F(ActivationTest, WithoutAServiceTheStoreIsEmptyAtOnce) {
   QElapsedTimer time;
   time.start();
+  EXPECT_EQ(store_.state(token), SecretState::absent);
   EXPECT_EQ(loaded(), "absent");
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_EQ(store_.remove(token), SecretWrite::failed);
   EXPECT_LT(time.elapsed(), 200);
 }
 
@@ -86,6 +87,18 @@ TEST_F(ActivationTest, AServiceThatTheBusFailsToStartIsTriedOnce) {
   EXPECT_EQ(loaded(), "absent");
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
   EXPECT_EQ(std::filesystem::file_size(tries), 2U);
+}
+
+TEST_F(ActivationTest, AServiceThatHasGoneIsStartedAgainForTheUserOnly) {
+  startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
+  EXPECT_EQ(loaded(), "absent");
+  busStarts("/usr/bin/python3 " FAKE_SECRET_SERVICE);
+  serviceEnds();
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_TRUE(waitForOwner(secretService::name, false));
+  EXPECT_THAT(unlocked(), ElementsAre(true));
+  EXPECT_EQ(loaded(), "absent");
 }
 
 TEST_F(ActivationTest, AServiceThatIsSlowToStartCountsAsLockedUntilItIsThere) {

@@ -187,5 +187,17 @@ TEST_F(ScriptedServiceTest, AQuestionToTheUserIsNotGivenUpForLoad) {
   EXPECT_THAT(answers_, ElementsAre(true));
 }
 
+TEST_F(ScriptedServiceTest, AServiceThatHasGoneCountsAsLockedUntilItIsBack) {
+  serviceIs();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  serviceEnds();
+  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  serviceIs();
+  EXPECT_EQ(loaded(), "absent");
+}
+
 }  // namespace
 }  // namespace notewick
