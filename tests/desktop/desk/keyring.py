@@ -1,10 +1,12 @@
 """The secret store: gnome-keyring in the session, or a fake that a test steers."""
 
+import itertools
 import os
 import signal
 import subprocess
 
 import dbus
+import dbus.lowlevel
 
 from desk import programs, screen, windows
 from desk.waiting import wait_until
@@ -96,6 +98,37 @@ def dismiss_prompt():
     _prompt_with_keyboard()
     screen.press("Escape")
     wait_until(lambda: not prompt(), what="the end of the keyring's prompt")
+
+
+class Listener:
+    """Hears every call to the store from now on, whoever makes it."""
+
+    def __init__(self):
+        rule = f"type='method_call',destination='{_BUS_NAME}'"
+        self._monitor = programs.start("stdbuf", "-oL", "dbus-monitor", "--session", "--profile", rule)
+        self._marks = itertools.count()
+        wait_until(lambda: self._mark() in self._monitor.output, what="the monitor of the bus")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._monitor.close()
+
+    def _mark(self):
+        """Sends a call that stands behind all that was called so far, and gives its path."""
+        path = f"/mark/{next(self._marks)}/end"
+        mark = dbus.lowlevel.MethodCallMessage(_BUS_NAME, path, "org.freedesktop.DBus.Peer", "Ping")
+        mark.set_no_reply(True)
+        dbus.SessionBus().send_message(mark)
+        return path
+
+    def members(self):
+        """What has been called so far, in order."""
+        mark = self._mark()
+        wait_until(lambda: mark in self._monitor.output, what="the calls so far")
+        calls = [line.split("\t") for line in self._monitor.output.splitlines() if line.startswith("mc\t")]
+        return [call[-1] for call in calls if not any(word.startswith("/mark/") for word in call)]
 
 
 class FakeStore:
