@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "app/constants.h"
 #include "app/entry.h"
 #include "model/json_text.h"
@@ -43,9 +45,23 @@ TEST_F(LaunchTest, AFirstLaunchMakesTheFolderAndAsksForSignInAndTrust) {
 
 TEST_F(LaunchTest, TakesItsStepsInTheirOrder) {
   launch();
-  EXPECT_THAT(newDeeds(), ElementsAre("create folders " + SUPPORT_DIR, "read pending.json",
-                                      "read outbox.json", "read participants.json", "status item",
-                                      "menu", "ask for trust", "sign-in panel"));
+  EXPECT_THAT(newDeeds(),
+              ElementsAre("create folders " + SUPPORT_DIR, "read pending.json", "read outbox.json",
+                          "read participants.json", "status item", "menu", "ask for trust",
+                          "every 15 s", "every 60 s", "sign-in panel"));
+}
+
+TEST_F(LaunchTest, SignedInItAsksTheServiceAfterAllElse) {
+  signIn();
+  has("outbox.json", ONE_NOTE);
+  service.onRequest = [this] { deeds.push_back("ask the service"); };
+  launch();
+  const auto asked = std::ranges::find(deeds, "ask the service");
+  ASSERT_NE(asked, deeds.end());
+  EXPECT_EQ(*std::prev(asked), "every 60 s");
+  const auto trail = service.trail();
+  EXPECT_LT(std::ranges::find(trail, "GET " + std::string(PARTICIPANTS_PATH)),
+            std::ranges::find(trail, "POST " + std::string(CAPTURE_PATH)));
 }
 
 TEST_F(LaunchTest, WithoutFilesNothingIsWritten) {
@@ -101,6 +117,8 @@ TEST_F(LaunchTest, DamagedFilesReadAsEmptyAndAreLeftAlone) {
   EXPECT_EQ(statusItem().title, " VELK");
   EXPECT_THAT(app().participants, IsEmpty());
   EXPECT_EQ(text("pending.json"), "{}");
+  EXPECT_EQ(text("outbox.json"), ONE_NOTE.substr(0, ONE_NOTE.size() / 2));
+  EXPECT_EQ(text("participants.json"), std::string(100'000, '['));
 }
 
 TEST_F(LaunchTest, OneDamagedFileDoesNotTouchTheOthers) {
@@ -221,12 +239,18 @@ TEST_F(LaunchTest, PausingLeavesTheTimersRunning) {
 }
 
 TEST_F(LaunchTest, TimersOfAProgramThatIsGoneDoNothing) {
+  has("outbox.json", ONE_NOTE);
   launch();
-  const std::shared_ptr<Timer> sampling = std::move(app().timer);
-  const std::shared_ptr<Timer> outbox = std::move(app().outboxTimer);
+  screen.show("Mail", {"Lena O'Keefe"});
+  const std::weak_ptr<AppDelegate> program = delegate;
+  const auto sampling = std::move(app().timer);
+  const auto outbox = std::move(app().outboxTimer);
   quit();
+  ASSERT_THAT(loop.runningTimers(), ElementsAre(15, 60));
+  EXPECT_TRUE(program.expired());
+  const auto before = deeds;
   advance(600);
-  EXPECT_THAT(watchLogLines(), IsEmpty());
+  EXPECT_EQ(deeds, before);
 }
 
 TEST_F(LaunchTest, NothingIsSavedAtQuit) {

@@ -15,6 +15,10 @@ using testing::SizeIs;
 
 class EntryTest : public WorldTest {
  protected:
+  ~EntryTest() override {
+    fakeApplication().onRequest = [] {};
+  }
+
   /// Starts with these arguments and gives what stands on standard output.
   std::string outputOf(const std::vector<std::string>& arguments) {
     testing::internal::CaptureStdout();
@@ -39,6 +43,7 @@ TEST_F(EntryTest, TheSelfTestStartsNothingAndTouchesNoFile) {
   EXPECT_EQ(fakeApplication().runs, runsBefore);
   EXPECT_EQ(views.statusItem, nullptr);
   EXPECT_EQ(views.signIn, nullptr);
+  EXPECT_THAT(service.sessions, IsEmpty());
   EXPECT_THAT(deeds, IsEmpty());
   EXPECT_FALSE(files.folderExists(SUPPORT_DIR));
   EXPECT_THAT(loop.runningTimers(), IsEmpty());
@@ -63,9 +68,29 @@ TEST_F(EntryTest, TheProgramIsAnAccessoryAndRunsOnce) {
 
 TEST_F(EntryTest, TheConstantsAreSetFirst) {
   setConstants("/somewhere/else");
-  launch({});
+  std::string atFirst;
+  fakeApplication().onRequest = [&] { atFirst = SUPPORT_DIR; };
+  launch();
+  EXPECT_EQ(atFirst, "/home/ada/Library/Application Support/VELKNotewick");
+}
+
+TEST_F(EntryTest, TheSelfTestHasTheConstantsToo) {
+  setConstants("/somewhere/else");
+  outputOf({"--selftest"});
   EXPECT_EQ(SUPPORT_DIR, "/home/ada/Library/Application Support/VELKNotewick");
-  EXPECT_TRUE(files.folderExists(SUPPORT_DIR));
+}
+
+TEST_F(EntryTest, AProgramThatIsReleasedLeavesNothing) {
+  launch();
+  const std::weak_ptr<AppDelegate> program = delegate;
+  releaseProgram();
+  EXPECT_TRUE(program.expired());
+  EXPECT_EQ(notewick::app, nullptr);
+  EXPECT_EQ(views.statusItem, nullptr);
+  EXPECT_EQ(views.signIn, nullptr);
+  EXPECT_THAT(loop.runningTimers(), IsEmpty());
+  launch();
+  EXPECT_THAT(service.sessions, SizeIs(2)) << "the client was kept";
 }
 
 }  // namespace

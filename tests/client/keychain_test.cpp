@@ -23,7 +23,8 @@ class KeychainTest : public testing::Test {
   void asks() { keychain->requestUnlock(); }
 
   FakeClock clock;
-  FakeMainLoop loop{clock};
+  Deeds deeds;
+  FakeMainLoop loop{clock, deeds};
   FakeSecretStore store{loop};
   std::shared_ptr<Keychain> keychain;
   std::vector<bool> answers;

@@ -81,6 +81,14 @@ TEST_F(WatchLogTest, AnEntryIsLostWhenTheFolderIsGone) {
   EXPECT_FALSE(files.folderExists(SUPPORT_DIR));
 }
 
+TEST_F(WatchLogTest, ALogThatCannotBeOpenedIsNotReplaced) {
+  files.put(WATCH_LOG, "09:00:00 kept\n");
+  files.unreadable.insert(WATCH_LOG);
+  watchLog("lost");
+  EXPECT_THAT(deeds, ElementsAre("append " + WATCH_LOG));
+  EXPECT_EQ(text("watch.log"), "09:00:00 kept\n");
+}
+
 TEST_F(WatchLogTest, AFullDiskLosesTheEntryOnly) {
   ensureDirs();
   watchLog("kept");

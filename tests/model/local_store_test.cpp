@@ -71,10 +71,12 @@ TEST_F(LocalStoreTest, ReplacesTheListByTheFilesRecords) {
 }
 
 TEST_F(LocalStoreTest, LoadingWritesNothing) {
-  const auto before = files.contents(participantsCache());
-  EXPECT_THAT(loaded("{}"), IsEmpty());
-  EXPECT_EQ(files.writesTo(participantsCache()), 0u);
-  EXPECT_EQ(files.contents(participantsCache()), "{}");
+  for (const std::string text : {"{}", "", "[", "[]", "[ {\"id\": \"1\"} ]"}) {
+    deeds.clear();
+    EXPECT_THAT(loaded(text), IsEmpty());
+    EXPECT_THAT(deeds, ElementsAre("read " + participantsCache()));
+    EXPECT_EQ(files.contents(participantsCache()), text);
+  }
 }
 
 TEST_F(LocalStoreTest, SavesInPlaceInOneCall) {

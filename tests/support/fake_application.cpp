@@ -25,6 +25,7 @@ FakeApplication& fakeApplication() {
 }
 
 Application& sharedApplication() {
+  fakeApplication().onRequest();
   return fakeApplication();
 }
 

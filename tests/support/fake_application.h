@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "platform/application.h"
@@ -18,6 +19,9 @@ class FakeApplication : public Application {
 
   /// The user quits, or logs out.
   void terminate();
+
+  /// What the test does when the program asks for the application object.
+  std::function<void()> onRequest = [] {};
 
   bool accessory = false;
   int runs = 0;

@@ -24,18 +24,23 @@ std::optional<std::string> FakeFiles::read(const std::string& path) {
 }
 
 std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
-  const auto text = unreadable.contains(path) ? std::nullopt : contents(path);
+  const auto text = contents(path);
   return text ? std::optional<std::uint64_t>(text->size()) : std::nullopt;
 }
 
 bool FakeFiles::replaceInPlace(const std::string& path, std::string_view text) {
   deeds_.push_back("replace " + path);
-  return replace(path, text);
+  if (!writable(path)) return false;
+  files_[path] = text;
+  return true;
 }
 
 bool FakeFiles::replaceAtomically(const std::string& path, std::string_view text) {
   deeds_.push_back("replace atomically " + path);
-  return replace(path, text);
+  if (failWrites || !folderExists(parentOf(path))) return false;
+  files_[path] = text;
+  unreadable.erase(path);
+  return true;
 }
 
 bool FakeFiles::append(const std::string& path, std::string_view text) {
@@ -86,12 +91,6 @@ void FakeFiles::createFoldersSilently(const std::string& path) {
 
 bool FakeFiles::writable(const std::string& path) const {
   return !failWrites && !unreadable.contains(path) && folderExists(parentOf(path));
-}
-
-bool FakeFiles::replace(const std::string& path, std::string_view text) {
-  if (!writable(path)) return false;
-  files_[path] = text;
-  return true;
 }
 
 }  // namespace notewick

@@ -39,12 +39,11 @@ class FakeFiles : public Files {
   [[nodiscard]] std::size_t writesTo(const std::string& path) const;
 
   bool failWrites = false;           ///< the disk is full
-  std::set<std::string> unreadable;  ///< files that are there and cannot be read, written or sized
+  std::set<std::string> unreadable;  ///< files that are there and cannot be opened
 
  private:
   void createFoldersSilently(const std::string& path);
   [[nodiscard]] bool writable(const std::string& path) const;
-  bool replace(const std::string& path, std::string_view text);
 
   std::string home_;
   Deeds& deeds_;

@@ -17,7 +17,8 @@ class FakeMainLoopTest : public testing::Test {
   }
 
   FakeClock clock;
-  FakeMainLoop loop{clock};
+  Deeds deeds;
+  FakeMainLoop loop{clock, deeds};
   std::vector<std::string> happened;
 };
 

@@ -7,8 +7,6 @@
 #include "app/app_delegate.h"
 #include "app/constants.h"
 #include "app/entry.h"
-#include "client/velk_client.h"
-#include "ui/login_controller.h"
 
 namespace notewick {
 namespace {
@@ -48,9 +46,7 @@ void World::quit() {
 
 void World::kill() {
   loop.dropPosted();
-  LoginController::current() = nullptr;
-  delegate = nullptr;
-  VELKClient::releaseShared();
+  releaseProgram();
 }
 
 void World::restart() {

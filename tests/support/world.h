@@ -85,13 +85,14 @@ class World {
   [[nodiscard]] std::vector<std::string> notificationTitles() const;
 
   /// What the program did: files (see `FakeFiles`), "status item", "menu", "widget", "sign-in
-  /// panel", "ask for trust", and notifications by their titles, "notify Captured — Lena O'Keefe".
+  /// panel", "ask for trust", the timers "every 15 s" and "every 60 s", and notifications by their
+  /// titles, "notify Captured — Lena O'Keefe".
   Deeds deeds;
   /// Those since the last call, with files of the support folder by their names alone.
   [[nodiscard]] Deeds newDeeds();
 
   FakeClock clock;
-  FakeMainLoop loop{clock};
+  FakeMainLoop loop{clock, deeds};
   FakeFiles files{"/home/ada", deeds};
   FakeUserDefaults defaults;
   FakeSecretStore secrets{loop};
