@@ -1,30 +1,86 @@
 #include "model/json_text.h"
 
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "model/integers.h"
+
 namespace notewick {
 namespace {
 
-constexpr int DEEPEST_NESTING = 512;
+using nlohmann::json;
 
-struct NestsTooDeep {};
+constexpr std::size_t DEEPEST_NESTING = 512;
+
+/// Builds the document from the events of the library's parser, whose own builder gives every
+/// number with a point or an exponent as a double. An event answered by false ends the parsing.
+class Builder : public nlohmann::json_sax<json> {
+ public:
+  [[nodiscard]] json document() && { return std::move(document_); }
+
+  bool null() override { return add(nullptr); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(std::int64_t value) override { return add(value); }
+  bool number_unsigned(std::uint64_t value) override { return add(value); }
+  bool number_float(double value, const std::string& text) override {
+    const auto whole = wholeNumberIn(text);
+    if (!whole) return add(value == 0 ? 0.0 : value);  // too small for a double, not minus zero
+    const bool minusZero = whole == 0 && std::signbit(value);
+    return minusZero ? add(value) : add(*whole);
+  }
+  bool string(std::string& value) override { return add(std::move(value)); }
+  bool binary(json::binary_t&) override { return false; }
+
+  bool start_object(std::size_t) override { return open(json::object()); }
+  bool key(std::string& name) override {
+    key_ = std::move(name);
+    return true;
+  }
+  bool end_object() override { return close(); }
+  bool start_array(std::size_t) override { return open(json::array()); }
+  bool end_array() override { return close(); }
+  bool parse_error(std::size_t, const std::string&, const json::exception&) override {
+    return false;
+  }
+
+ private:
+  /// Puts a value where the text has it: under the last key, of a doubled one in the first's place.
+  json& put(json value) {
+    if (open_.empty()) return document_ = std::move(value);
+    json& parent = *open_.back();
+    if (parent.is_array()) return parent.emplace_back(std::move(value));
+    return parent[key_] = std::move(value);
+  }
+
+  bool add(json value) {
+    put(std::move(value));
+    return true;
+  }
+
+  bool open(json container) {
+    if (open_.size() == DEEPEST_NESTING) return false;
+    open_.push_back(&put(std::move(container)));
+    return true;
+  }
+
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  json document_;
+  std::string key_;
+  std::vector<json*> open_;  ///< the containers whose end is still to come, outermost first
+};
 
 }  // namespace
 
-std::optional<nlohmann::json> parseJson(std::string_view text) {
-  using json = nlohmann::json;
+std::optional<json> parseJson(std::string_view text) {
   if (text.find('\0') != std::string_view::npos) return std::nullopt;  // would end it silently
-  const auto watchDepth = [](int depth, json::parse_event_t event, json&) {
-    const bool opens =
-        event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;
-    if (opens && depth >= DEEPEST_NESTING) throw NestsTooDeep();
-    return true;
-  };
-  try {
-    json value = json::parse(text, watchDepth, false);
-    if (value.is_discarded()) return std::nullopt;
-    return value;
-  } catch (const NestsTooDeep&) {
-    return std::nullopt;
-  }
+  Builder builder;
+  if (!json::sax_parse(text, &builder)) return std::nullopt;
+  return std::move(builder).document();
 }
 
 }  // namespace notewick

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <concepts>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 #include <utility>
 
@@ -16,21 +15,17 @@ namespace {
 using nlohmann::json;
 using nlohmann::ordered_json;
 
-constexpr double TWO_TO_THE_63 = 9223372036854775808.0;
+bool isMinusZero(const json& value) {
+  return value.is_number_float() && value == 0.0 && std::signbit(value.get<double>());
+}
 
+/// Whole numbers are integers as `parseJson` gives them, all but minus zero.
 std::optional<std::int64_t> integer(const json& value) {
-  if (value.is_number_unsigned()) {
-    const auto number = value.get<std::uint64_t>();
-    if (number > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return {};
-    return static_cast<std::int64_t>(number);
-  }
-  if (value.is_number_integer()) return value.get<std::int64_t>();
-  if (!value.is_number_float()) return {};
-  const double number = value.get<double>();
-  // -2^63 itself may be a number further off, rounded.
-  const bool fits = number > -TWO_TO_THE_63 && number < TWO_TO_THE_63;
-  if (!fits || std::trunc(number) != number) return {};
-  return static_cast<std::int64_t>(number);
+  if (isMinusZero(value)) return 0;
+  if (!value.is_number_integer()) return std::nullopt;
+  const bool fits =
+      !value.is_number_unsigned() || std::in_range<std::int64_t>(value.get<std::uint64_t>());
+  return fits ? std::optional(value.get<std::int64_t>()) : std::nullopt;
 }
 
 template <class Record, class Wanted>

@@ -14,8 +14,8 @@ namespace notewick {
 /// "lastError"; unknown keys are ignored. Integers are any integral number that fits 64 bits (12.0
 /// counts, Booleans do not); dates are any finite number. Pure functions.
 
-/// One record from a JSON value; absent when it is no object, or a key is missing or of another
-/// type.
+/// One record from a JSON value as `parseJson` gives it; absent when it is no object, or a key is
+/// missing or of another type.
 template <class Record>
 [[nodiscard]] std::optional<Record> decodeRecord(const nlohmann::json& value);
 

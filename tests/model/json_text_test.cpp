@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstdint>
 #include <limits>
 #include <string>
 
@@ -32,6 +34,7 @@ TEST(JsonText, SkipsOneByteOrderMark) {
 
 TEST(JsonText, OfADoubledKeyTheLastCounts) {
   EXPECT_EQ(parseJson(R"({"a":1,"b":2,"a":[3]})"), (json{{"a", {3}}, {"b", 2}}));
+  EXPECT_EQ(parseJson(R"({"a":{"b":1},"a":{"c":[]}})"), (json{{"a", {{"c", json::array()}}}}));
 }
 
 TEST(JsonText, ReadsNestingUpTo512Levels) {
@@ -71,6 +74,27 @@ TEST(JsonText, RefusesNumbersBeyondADouble) {
   EXPECT_FALSE(parseJson("[-1e400]"));
   EXPECT_TRUE(parseJson("[1e308]"));
   EXPECT_FALSE(parseJson("[" + std::string(400, '9') + "]"));
+}
+
+TEST(JsonText, WholeNumbersAreIntegersHoweverTheyAreWritten) {
+  for (const std::string text :
+       {"9007199254740993", "9007199254740993.0", "9007199254740993e0", "90071992547409930e-1"}) {
+    const auto number = parseJson(text).value();
+    EXPECT_TRUE(number.is_number_integer()) << text;
+    EXPECT_EQ(number, 9007199254740993) << text;
+  }
+  EXPECT_EQ(parseJson("-9223372036854775808.0"), json(std::numeric_limits<std::int64_t>::min()));
+  EXPECT_EQ(parseJson("18446744073709551615"), json(std::numeric_limits<std::uint64_t>::max()));
+}
+
+TEST(JsonText, OtherNumbersAreTheNearestDouble) {
+  for (const std::string text : {"0.5", "-0.0", "1e-300", "1e300", "9223372036854775808.0"}) {
+    const auto number = parseJson(text).value();
+    EXPECT_TRUE(number.is_number_float()) << text;
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(number.get<double>()),
+              std::bit_cast<std::uint64_t>(std::stod(text)))
+        << text;
+  }
 }
 
 TEST(JsonText, RefusesATextCutAnywhere) {

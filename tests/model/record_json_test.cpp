@@ -43,6 +43,14 @@ json without(json record, const std::string& key) {
   return record;
 }
 
+/// The text of a list of this record, with a number written so.
+std::string withNumber(json record, const std::string& key, const std::string& number) {
+  record[key] = "here";
+  auto text = json::array({std::move(record)}).dump();
+  const std::string place = "\"here\"";
+  return text.replace(text.find(place), place.size(), number);
+}
+
 /// What an encoded list holds, with the keys in the order of the text.
 template <class Record>
 nlohmann::ordered_json encoded(const std::vector<Record>& records) {
@@ -173,8 +181,8 @@ TEST(RecordJson, AnOutboxItemWithoutAttemptsDoesNotDecode) {
 
 TEST(RecordJson, IntegersAreIntegralNumbersOf64Bits) {
   const auto minutes = [](const std::string& number) -> std::optional<std::int64_t> {
-    const auto item = decodeRecord<OutboxItem>(with(OUTBOX_ITEM, "minutes", json::parse(number)));
-    return item ? std::optional(item->minutes) : std::nullopt;
+    const auto list = decodeRecords<OutboxItem>(withNumber(OUTBOX_ITEM, "minutes", number));
+    return list ? std::optional(list->front().minutes) : std::nullopt;
   };
   EXPECT_EQ(minutes("12.0"), 12);
   EXPECT_EQ(minutes("1.2e1"), 12);
@@ -182,13 +190,22 @@ TEST(RecordJson, IntegersAreIntegralNumbersOf64Bits) {
   EXPECT_EQ(minutes("-3"), -3);
   EXPECT_EQ(minutes("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(minutes("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(minutes("-9223372036854775808.0"), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(minutes("9007199254740993.0"), 9007199254740993);
+  EXPECT_EQ(minutes("1e3"), 1000);
+  EXPECT_EQ(minutes("0.0"), 0);
   EXPECT_FALSE(minutes("9223372036854775808"));
+  EXPECT_FALSE(minutes("9223372036854775808.0"));
   EXPECT_FALSE(minutes("18446744073709551615"));
   EXPECT_FALSE(minutes("18446744073709551616"));
   EXPECT_FALSE(minutes("-9223372036854775809"));
   EXPECT_FALSE(minutes("9.3e18"));
   EXPECT_FALSE(minutes("1e300"));
+  EXPECT_FALSE(minutes("1e400"));
   EXPECT_FALSE(minutes("12.5"));
+  EXPECT_FALSE(minutes("12.00000000000000000001"));
+  EXPECT_FALSE(minutes("1e-400"));
+  EXPECT_FALSE(minutes("-1e-400"));
 }
 
 TEST(RecordJson, BooleansAreNoNumbers) {
@@ -287,7 +304,7 @@ TEST(RecordJson, WritesLastErrorOnlyWhenThereIsOne) {
 }
 
 TEST(RecordJson, DatesComeBackToTheLastBit) {
-  for (const double seconds : {0.0, -0.1, 736333200.1, 736333200.123456789, 0.1 + 0.2, 1e-300,
+  for (const double seconds : {0.0, -0.0, -0.1, 736333200.1, 736333200.123456789, 0.1 + 0.2, 1e-300,
                                std::nextafter(736333200.0, 1e9), 1.7976931348623157e308}) {
     auto pending = decodeRecord<Pending>(PENDING).value();
     pending.firstSeen = Date(seconds);
@@ -295,6 +312,18 @@ TEST(RecordJson, DatesComeBackToTheLastBit) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(back.front().firstSeen.count()),
               std::bit_cast<std::uint64_t>(seconds))
         << seconds;
+  }
+}
+
+TEST(RecordJson, DatesAreReadToTheLastBit) {
+  for (const std::string text :
+       {"0", "-0.0", "736333200.1", "736333200.0", "9007199254740993", "9007199254740993.0", "1e22",
+        "123456789012345678901234567890", "5e-324", "1e-400", "1.7976931348623157e308"}) {
+    const auto list = decodeRecords<Pending>(withNumber(PENDING, "firstSeen", text));
+    ASSERT_TRUE(list) << text;
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(list->front().firstSeen.count()),
+              std::bit_cast<std::uint64_t>(std::strtod(text.c_str(), nullptr)))
+        << text;
   }
 }
 
