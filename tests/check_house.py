@@ -58,7 +58,7 @@ UNTESTED = {
 }
 
 LONGEST_FILE = 400
-SOURCES = {".h", ".cpp", ".mm", ".m", ".py", ".sh", ".cmake"}
+SOURCES = {".h", ".cpp", ".mm", ".m", ".py", ".sh", ".cmake", ""}  # scripts have no suffix
 CHECKED_FOLDERS = PORTABLE + ("platform", "tests", "tools", "bench", "fuzz", "packaging", "cmake")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
@@ -135,6 +135,17 @@ def missing_tests(root):
             yield f"{path}: an exception for a file that is not there, or without a reason"
 
 
+def tests_without_build(root):
+    """Every test stands in a description of the build."""
+    builds = [path for path in (root / "tests").rglob("*")
+              if path.name == "CMakeLists.txt" or path.suffix == ".cmake"]
+    named = set(re.findall(r"\w+", "\n".join(path.read_text(encoding="utf-8") for path in builds)))
+    for path, _ in sources(root, ["tests"], {".cpp", ".mm", ".py"}):
+        name = pathlib.Path(path).stem
+        if re.match(r"test_|.*_test$", name) and name not in named:
+            yield f"{path}: stands in no description of the build"
+
+
 def long_files(path, text):
     lines = text.count("\n")
     if lines > LONGEST_FILE:
@@ -148,17 +159,17 @@ def switched_off_tests(path, text):
 
 def offences(root):
     code = {".h", ".cpp"}
-    found_code = False
+    for folder in CHECKED_FOLDERS:
+        if not any(sources(root, [folder], SOURCES)):
+            yield f"{root / folder}: holds no source; is this the root of the project?"
     for path, text in sources(root, PORTABLE, code):
-        found_code = True
         yield from foreign_names(path, text)
         yield from layers(path, text)
-    if not found_code:
-        yield f"{root}: no portable code found; is this the root of the project?"
     for path, text in sources(root, ["platform"], {".h"}):
         if path.count("/") == 1:
             yield from port_headers(path, text)
     yield from missing_tests(root)
+    yield from tests_without_build(root)
     for path, text in sources(root, CHECKED_FOLDERS, SOURCES):
         yield from long_files(path, text)
         if path.startswith("tests/") and path.endswith(".cpp"):

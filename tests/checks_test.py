@@ -16,6 +16,8 @@ class HouseTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.root = pathlib.Path(folder.name)
+        for folder in check_house.CHECKED_FOLDERS:
+            self.put(f"{folder}/some.h", "")
         self.put("app/main.cpp", "int main() {}\n")
 
     def put(self, path, text):
@@ -23,11 +25,15 @@ class HouseTest(unittest.TestCase):
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text, encoding="utf-8")
 
+    def put_test(self, name):
+        self.put(f"tests/{name}_test.cpp", "")
+        self.put(f"tests/{name}.cmake", f"{name}_test.cpp\n")
+
     def offences(self, path, text):
         """What is said against this file alone."""
         self.put(path, text)
         if path.endswith(".cpp"):
-            self.put("tests/" + path.removesuffix(".cpp") + "_test.cpp", "")
+            self.put_test(path.removesuffix(".cpp"))
         return list(check_house.offences(self.root))
 
     def assert_refused(self, path, text):
@@ -41,10 +47,14 @@ class HouseTest(unittest.TestCase):
     def test_an_orderly_house_is_fine(self):
         self.assertEqual(list(check_house.offences(self.root)), [])
 
-    def test_a_folder_without_code_is_no_house(self):
-        with tempfile.TemporaryDirectory() as empty:
-            self.assertTrue(any("root" in line
-                                for line in check_house.offences(pathlib.Path(empty))))
+    def test_a_folder_without_sources_is_refused(self):
+        (self.root / "app/main.cpp").rename(self.root / "app/some.h")
+        for folder in check_house.CHECKED_FOLDERS:
+            with self.subTest(folder):
+                (self.root / folder / "some.h").unlink()
+                found = list(check_house.offences(self.root))
+                self.assertIn(f"{self.root / folder}: holds no source", "\n".join(found))
+                self.put(f"{folder}/some.h", "")
 
     def test_toolkits_systems_and_clocks_are_refused(self):
         for code in ["QString text;", "xcb_connection_t* c;", "NSString* s;", "GVariant* v;",
@@ -100,15 +110,23 @@ class HouseTest(unittest.TestCase):
 
     def test_an_exception_without_file_is_refused(self):
         (self.root / "app/main.cpp").rename(self.root / "app/other.cpp")
-        self.put("tests/app/other_test.cpp", "")
+        self.put_test("app/other")
         self.assertEqual(len(list(check_house.offences(self.root))), 1)
 
     def test_a_file_of_401_lines_is_refused(self):
-        self.assert_fine("platform/linux/a.cpp", "\n" * 400)
-        self.assert_refused("platform/linux/a.cpp", "\n" * 401)
+        for path in ["platform/linux/a.cpp", "tests/desktop/session"]:
+            self.assert_fine(path, "\n" * 400)
+            self.assert_refused(path, "\n" * 401)
+            (self.root / path).unlink()
+
+    def test_a_test_that_nobody_builds_is_refused(self):
+        for path in ["tests/model/b_test.mm", "tests/desktop/test_b.py", "tests/b_test.py"]:
+            with self.subTest(path):
+                self.assert_refused(path, "")
+                (self.root / path).unlink()
 
     def test_switched_off_tests_are_refused(self):
-        self.assert_refused("tests/b_test.cpp", "TEST(A, " + "DISABLED_B) {}\n")
+        self.assert_refused("tests/b.cpp", "TEST(A, " + "DISABLED_B) {}\n")
 
 
 class BehaviourTest(unittest.TestCase):

@@ -6,6 +6,9 @@ file(GLOB headers CONFIGURE_DEPENDS
   ${PROJECT_SOURCE_DIR}/model/*.h ${PROJECT_SOURCE_DIR}/outbox/*.h ${PROJECT_SOURCE_DIR}/platform/*.h
   ${PROJECT_SOURCE_DIR}/ui/*.h)
 get_target_property(sources notewick_core SOURCES)
+if(NOT sources)
+  message(FATAL_ERROR "There is no source to look at.")
+endif()
 foreach(source IN LISTS sources ITEMS app/main.cpp)
   string(MAKE_C_IDENTIFIER ${source} name)
   set(looked_at ${CMAKE_CURRENT_BINARY_DIR}/lint_${name})

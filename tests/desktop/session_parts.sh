@@ -77,8 +77,8 @@ give_up() {
 bus_call() { "${as_user[@]}" gdbus call --session --timeout "$PATIENCE" "$@"; }
 
 bus_name_is_owned() {
-  bus_call -d org.freedesktop.DBus -o /org/freedesktop/DBus \
-    -m org.freedesktop.DBus.NameHasOwner "$1" | grep -q true
+  [[ $(bus_call -d org.freedesktop.DBus -o /org/freedesktop/DBus \
+    -m org.freedesktop.DBus.NameHasOwner "$1") = *true* ]]
 }
 
 # Starts a session bus. What a session starts by itself, or leaves out on purpose, must not be started

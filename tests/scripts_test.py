@@ -1,0 +1,128 @@
+#!/usr/bin/env python3
+"""Proves that the scripts of this folder that check the sources fail when they should."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+TESTS = pathlib.Path(__file__).parent
+ORDERLY = "#!/bin/bash\nset -euo pipefail\necho\n"
+
+
+class ScriptTest(unittest.TestCase):
+    """A project that holds nothing but one of the scripts."""
+
+    script = ""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name, "project")
+        self.commands = pathlib.Path(folder.name, "commands")
+        self.put(self.script, (TESTS.parent / self.script).read_text(encoding="utf-8"))
+
+    def put(self, path, text, folder=None):
+        file = (folder or self.root) / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text, encoding="utf-8")
+        file.chmod(0o755)
+
+    def replace_command(self, name, commands):
+        """Lets the script find these commands under the name of a program."""
+        self.put(name, f"#!/bin/sh\n{commands}\n", self.commands)
+
+    def run_script(self, *arguments):
+        environment = {**os.environ, "PATH": f"{self.commands}:{os.environ['PATH']}"}
+        return subprocess.run([self.root / self.script, *arguments], env=environment, timeout=60,
+                              capture_output=True, text=True)
+
+    def assert_refuses(self, message, *arguments):
+        ended = self.run_script(*arguments)
+        self.assertNotEqual(ended.returncode, 0)
+        self.assertIn(message, ended.stdout + ended.stderr)
+
+    def assert_accepts(self, *arguments):
+        ended = self.run_script(*arguments)
+        self.assertEqual(ended.returncode, 0, ended.stderr)
+
+
+class FormatTest(ScriptTest):
+    script = "tests/check_format"
+
+    def setUp(self):
+        super().setUp()
+        shutil.copy(TESTS.parent / ".clang-format", self.root)
+        subprocess.run(["git", "init", "--quiet", self.root], check=True)
+
+    def track(self, path, text):
+        self.put(path, text)
+        subprocess.run(["git", "-C", self.root, "add", path], check=True)
+
+    def test_sources_in_form_are_fine(self):
+        self.track("model/a.cpp", "int a = 1;\n")
+        self.assert_accepts()
+
+    def test_a_source_out_of_form_is_refused(self):
+        self.track("model/a.cpp", "int a = 1;\n")
+        self.track("platform/macos/b.mm", "int  b=1;\n")
+        self.assert_refuses("b.mm")
+
+    def test_a_project_without_sources_is_refused(self):
+        self.assert_refuses("There is no source to check.")
+
+    def test_a_folder_that_git_refuses_is_refused(self):
+        self.track("model/a.cpp", "int a = 1;\n")
+        self.replace_command("git", "echo 'detected dubious ownership' >&2; exit 128")
+        self.assert_refuses("dubious ownership")
+
+    def test_a_list_that_breaks_off_is_refused(self):
+        self.track("model/a.cpp", "int a = 1;\n")
+        self.replace_command("git", "echo model/a.cpp; echo 'cannot read the index' >&2; exit 128")
+        self.assert_refuses("cannot read the index")
+
+
+class ShellTest(ScriptTest):
+    script = "tests/check_shell"
+
+    def test_orderly_scripts_are_fine(self):
+        self.put("run", ORDERLY)
+        self.put("tools/part.sh", "# shellcheck shell=bash\necho\n")
+        self.assert_accepts()
+
+    def test_a_script_with_a_defect_is_refused(self):
+        self.put("tools/one", ORDERLY + "cd $1\n")
+        self.assert_refuses("SC2086")
+
+    def test_a_script_to_which_failures_in_pipelines_mean_nothing_is_refused(self):
+        self.put("tools/one", "#!/bin/bash\nset -eu\necho\n")
+        self.assert_refuses("tools/one: does not set -uo pipefail")
+
+    def test_a_search_that_finds_nothing_is_refused(self):
+        self.replace_command("find", "")
+        self.assert_refuses("There is no script to check.")
+
+    def test_a_search_that_fails_is_refused(self):
+        self.replace_command("find", "echo tests/check_shell; echo 'permission denied' >&2; exit 1")
+        self.assert_refuses("permission denied")
+
+
+class InstallTest(ScriptTest):
+    script = "tools/install-packages"
+
+    def setUp(self):
+        super().setUp()
+        self.put("tools/packages.txt", "build base-files\n")
+
+    def test_nothing_is_done_where_all_is_installed(self):
+        self.replace_command("apt-get", "echo asked for >&2; exit 1")
+        self.assert_accepts("build")
+
+    def test_a_purpose_that_has_no_packages_is_refused(self):
+        self.assert_refuses("There are no packages for: tset", "tset")
+
+
+if __name__ == "__main__":
+    unittest.main()
