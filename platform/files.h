@@ -30,7 +30,9 @@ class Files {
   /// Replaces the contents in place, without a temporary file: space is reserved first, one write
   /// call puts down `text` followed by blanks up to the old length, then the file is cut to
   /// `text`'s length. A process killed on the way leaves the old or the new text, either possibly
-  /// followed by blanks. When the space cannot be had the file stays as it was.
+  /// followed by blanks, when both fit one page of memory (4096 bytes). Of longer texts it may
+  /// leave the first pages of the new one and then the old one, because a system takes over a write
+  /// page by page. When the space cannot be had the file stays as it was.
   virtual bool replaceInPlace(const std::string& path, std::string_view text) = 0;
 
   /// Writes a temporary file beside `path` and moves it into place.

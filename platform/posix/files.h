@@ -16,8 +16,8 @@ namespace notewick {
 /// - Space is reserved by writing blanks behind the old text, which any file system understands and
 ///   any JSON reader skips; when they do not fit they are cut off again and nothing has changed.
 /// - A process killed on the way leaves the old or the new text, possibly followed by blanks, as
-///   long as the text lies within one page of memory: a system takes over a write page by page, and
-///   may stop between two pages when it ends the process.
+///   long as both lie within one page of memory: a system takes over a write page by page, and may
+///   stop between two pages when it ends the process. Then new pages stand before old ones.
 /// - The new text is on the disk before the file is cut, because a file system that wrote the two
 ///   down in the other order would show a cut old text after a power failure. After success it
 ///   survives one.
