@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
+#include <string>
+
 namespace notewick {
 namespace {
 
@@ -68,6 +72,31 @@ TEST(Uri, RefusesWhatTheGrammarRefuses) {
 
 TEST(Uri, RefusesAZeroByte) {
   EXPECT_FALSE(isUriReference(std::string_view("https://velk.example/\0", 22)));
+}
+
+/// Asked about a copy that nothing follows, so that a sanitizer sees every byte read beyond it.
+bool isUriReferenceByItself(std::string_view text) {
+  const auto copy = std::make_unique<char[]>(text.size());
+  std::ranges::copy(text, copy.get());
+  return isUriReference({copy.get(), text.size()});
+}
+
+TEST(Uri, ReadsNoByteBeyondTheText) {
+  const std::string whole = "https://ada:x%20@[::1]:8443/a%20b;c/?d=%7E&e#f%41";
+  ASSERT_TRUE(isUriReferenceByItself(whole));
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    const std::string start = whole.substr(0, length);
+    EXPECT_EQ(isUriReferenceByItself(start), isUriReference(start)) << start;
+  }
+}
+
+TEST(Uri, WhatFollowsTheTextDoesNotCount) {
+  const std::string_view whole = "https://velk.example/%41:80";
+  EXPECT_FALSE(isUriReference(whole.substr(0, 23))) << "%4 alone";
+  EXPECT_FALSE(isUriReference(whole.substr(0, 22))) << "% alone";
+  EXPECT_TRUE(isUriReference(whole.substr(0, 21)));
+  EXPECT_TRUE(isUriReference(std::string_view("http://[::1]x").substr(0, 12)));
+  EXPECT_TRUE(isUriReference(std::string_view("a b").substr(0, 1)));
 }
 
 TEST(Uri, TheOriginIsSchemeAndAuthority) {
