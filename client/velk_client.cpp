@@ -4,6 +4,7 @@
 
 #include "client/base_url.h"
 #include "client/json_map.h"
+#include "client/web_address.h"
 #include "platform/ports.h"
 
 namespace notewick {
@@ -14,6 +15,7 @@ using nlohmann::json;
 constexpr double SESSION_TIMEOUT = 90.0;
 constexpr double REQUEST_TIMEOUT = 60.0;
 constexpr std::size_t MOST_UNDER_WAY = 6;
+constexpr const char* NOT_SECURE = "The address is not secure.";
 
 std::unique_ptr<VELKClient> sharedClient;
 
@@ -61,6 +63,9 @@ HttpRequest VELKClient::makeRequest(const Call& call) {
 }
 
 void VELKClient::run(HttpRequest request, Completion<Answer> completion) {
+  if (!isSecureAddress(request.url)) {
+    return completion(tl::unexpected(VELKError::network(NOT_SECURE)));
+  }
   session_->send(std::move(request), [completion = std::move(completion)](auto response) {
     if (!response)
       return completion(tl::unexpected(VELKError::network(response.error().description)));

@@ -26,7 +26,8 @@ using Completion = std::function<void(Result<T>)>;
 
 /// The client of the service's JSON interface (docs/service.md). Main thread only; every completion
 /// runs there, exactly once, and never after the client is gone. A failure that needs no request
-/// (`notSignedIn`, a locked store) may be delivered inside the call; all else in a later turn.
+/// (`notSignedIn`, a locked store, an address that is not secure) may be delivered inside the call;
+/// all else in a later turn.
 ///
 /// At most six authorised calls are under way. The others wait for their turn, without limit of
 /// time, and ask for their access token when it comes: however many notes wait, a stale token costs

@@ -14,6 +14,7 @@ using testing::Pair;
 using testing::SizeIs;
 using testing::UnorderedElementsAre;
 
+const VELKError NOT_SECURE = VELKError::network("The address is not secure.");
 const VELKError AUTHORISATION_EXPIRED = VELKError::network("Authorisation expired — will retry");
 
 class VelkClientTest : public ClientTest {
@@ -102,10 +103,25 @@ TEST_F(VelkClientTest, OneTrailingSlashOfTheBaseUrlIsRemoved) {
   EXPECT_EQ(lastRequest().url, "https://velk.test//api/desktop/participants");
 }
 
-TEST_F(VelkClientTest, AnEmptyBaseUrlIsTakenAsItStands) {
-  defaults.setString("VELKBaseURL", "");
-  (void)fetch();
-  EXPECT_EQ(lastRequest().url, "/api/desktop/participants");
+TEST_F(VelkClientTest, NothingIsSentToAnAddressThatIsNotSecure) {
+  for (const auto* const base :
+       {"http://velk.example", "http://localhost@velk.example", "ftp://localhost", "velk", ""}) {
+    defaults.setString("VELKBaseURL", base);
+    EXPECT_EQ(errorOf(login()), NOT_SECURE) << base;
+    EXPECT_EQ(errorOf(fetch()), NOT_SECURE) << base;
+    EXPECT_EQ(errorOf(capture()), NOT_SECURE) << base;
+  }
+  advance(3600);
+  EXPECT_EQ(errorOf(fetch()), NOT_SECURE) << "the refresh before it";
+  EXPECT_THAT(service.requests, IsEmpty());
+}
+
+TEST_F(VelkClientTest, OnceTheAddressIsSecureTheUserIsStillSignedIn) {
+  defaults.setString("VELKBaseURL", "http://velk.example");
+  EXPECT_FALSE(fetch());
+  defaults.setString("VELKBaseURL", "http://127.0.0.1:8080");
+  EXPECT_TRUE(fetch());
+  EXPECT_EQ(authorizationOf(0), "Bearer access-1");
 }
 
 using VelkClientDeathTest = VelkClientTest;

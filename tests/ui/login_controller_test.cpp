@@ -184,6 +184,15 @@ TEST_F(LoginPanelTest, ATransportErrorIsShownAsItStands) {
   EXPECT_EQ(signInPanel().error, "invalid email or password") << "only the service can say so";
 }
 
+TEST_F(LoginPanelTest, AnAddressThatIsNotSecureIsToldAtOnceAndNothingIsSent) {
+  defaults.setString("VELKBaseURL", "http://velk.example");
+  signInPanel().type("ada@velk.example", "correct horse");
+  signInPanel().pressSignIn();
+  EXPECT_EQ(signInPanel().error, "The address is not secure.");
+  EXPECT_FALSE(signInPanel().busy);
+  EXPECT_THAT(service.requests, IsEmpty());
+}
+
 // --- Closing -------------------------------------------------------------------------------------
 
 TEST_F(LoginPanelTest, ClosedByTheUserItIsGoneInALaterTurn) {

@@ -1,0 +1,86 @@
+#include "client/web_address.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+
+#include "client/uri.h"
+
+namespace notewick {
+namespace {
+
+constexpr std::string_view HTTP = "http://";
+constexpr std::string_view HTTPS = "https://";
+
+char lowerCase(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+
+std::string lowerCaseOrigin(std::string_view text) {
+  std::string origin(uriOrigin(text));
+  std::ranges::transform(origin, origin.begin(), lowerCase);
+  return origin;
+}
+
+bool isDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+bool isNameCharacter(char character) {
+  return isDigit(character) || (character >= 'a' && character <= 'z') || character == '-' ||
+         character == '_' || character == '.';
+}
+
+/// Takes from `text` what stands before the first `end`, and that `end`.
+std::string_view takePart(std::string_view& text, char end) {
+  const auto part = text.substr(0, text.find(end));
+  text.remove_prefix(std::min(part.size() + 1, text.size()));
+  return part;
+}
+
+std::string_view withoutPort(std::string_view authority) {
+  const auto colon = authority.find_last_not_of("0123456789");
+  const bool hasPort = colon != authority.npos && authority[colon] == ':';
+  return hasPort ? authority.substr(0, colon) : authority;
+}
+
+bool isNameBelowLocalhost(std::string_view host) {
+  return host.ends_with(".localhost") && !host.starts_with('.') && host.find("..") == host.npos &&
+         std::ranges::all_of(host, isNameCharacter);
+}
+
+/// A number up to 255, without leading zeros: some programs read those as octal.
+bool isOctet(std::string_view text) {
+  unsigned value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value <= 255 && text == std::to_string(value);
+}
+
+bool isLoopbackNumber(std::string_view host) {
+  if (std::ranges::count(host, '.') != 3 || takePart(host, '.') != "127") return false;
+  return isOctet(takePart(host, '.')) && isOctet(takePart(host, '.')) && isOctet(host);
+}
+
+bool isLoopback(std::string_view host) {
+  return host == "localhost" || host == "[::1]" || isNameBelowLocalhost(host) ||
+         isLoopbackNumber(host);
+}
+
+}  // namespace
+
+bool isWebAddress(std::string_view text) {
+  const std::string origin = lowerCaseOrigin(text);
+  if (!origin.starts_with(HTTP) && !origin.starts_with(HTTPS)) return false;
+  const auto host = withoutPort(origin);
+  return !host.ends_with('/') && !host.ends_with('@');
+}
+
+bool isSecureAddress(std::string_view text) {
+  const std::string origin = lowerCaseOrigin(text);
+  if (origin.starts_with(HTTPS)) return true;
+  return origin.starts_with(HTTP) &&
+         isLoopback(withoutPort(std::string_view(origin).substr(HTTP.size())));
+}
+
+}  // namespace notewick

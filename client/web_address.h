@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string_view>
+
+namespace notewick {
+
+/// What may be done with an address that somebody wrote into the settings. Pure functions, right on
+/// any text; scheme and host compare without regard to letter case.
+
+/// Whether a browser can open it: "http" or "https", "//" and a host.
+[[nodiscard]] bool isWebAddress(std::string_view text);
+
+/// Whether passwords and tokens may be sent to it: "https" to anywhere, plain "http" to this
+/// machine only. This machine is "localhost", a name that ends in ".localhost" (RFC 6761, 6.3),
+/// four decimal numbers that begin with 127 (RFC 1122, 3.2.1.3), or "[::1]" (RFC 4291, 2.5.3).
+/// Programs disagree about other spellings ("127.1", "localhost.", "user@localhost"), so none of
+/// them counts. Addresses without a scheme, or with another, are not secure.
+[[nodiscard]] bool isSecureAddress(std::string_view text);
+
+}  // namespace notewick
