@@ -3,7 +3,9 @@
 #include "app/app_delegate.h"
 #include "client/base_url.h"
 #include "client/velk_client.h"
+#include "client/web_address.h"
 #include "detect/notification.h"
+#include "detect/watch_log.h"
 #include "platform/ports.h"
 #include "ui/login_item.h"
 
@@ -12,6 +14,9 @@ namespace {
 
 constexpr const char* ACCESSIBILITY_SETTINGS_URL =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+
+constexpr const char* NO_CASE_NOTES =
+    "Couldn't open your case notes: The service's address is not a web address.";
 
 void writeLoginItem(const LoginItemFile& item) {
   if (item.makesFolder) ports().files.createFolders(item.folder);
@@ -42,7 +47,10 @@ void AppDelegate::logNow() {
 }
 
 void AppDelegate::openCaseNotes() {
-  ports().workspace.openUrl(serviceURL("/case-notes"));
+  const std::string url = serviceURL("/case-notes");
+  if (isWebAddress(url)) return ports().workspace.openUrl(url);
+  watchLog(std::string("open-error: ") + NO_CASE_NOTES);
+  notify("VELK Notewick", NO_CASE_NOTES);
 }
 
 void AppDelegate::openAccessibilitySettings() {

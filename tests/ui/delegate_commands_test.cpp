@@ -162,6 +162,28 @@ TEST_F(CommandTest, CaseNotesFollowTheBaseUrl) {
   EXPECT_THAT(workspace.openedUrls, ElementsAre("http://127.0.0.1:8080/case-notes"));
 }
 
+TEST_F(CommandTest, CaseNotesOpenInTheBrowserAlsoWherePlainHttpIsSpoken) {
+  defaults.setString("VELKBaseURL", "HTTP://velk.example");
+  statusItem().choose("Open my case notes in VELK");
+  EXPECT_THAT(workspace.openedUrls, ElementsAre("HTTP://velk.example/case-notes"));
+  EXPECT_THAT(notifier.shown, IsEmpty());
+}
+
+TEST_F(CommandTest, CaseNotesThatAreNoWebPageAreNotOpenedButToldAndLogged) {
+  const std::string told =
+      "Couldn't open your case notes: The service's address is not a web address.";
+  for (const auto* const base :
+       {"ftp://velk.example", "file:///home/ada", "velk.example", "https:velk.example", ""}) {
+    defaults.setString("VELKBaseURL", base);
+    files.put(supportFile("watch.log"), "");
+    notifier.shown.clear();
+    statusItem().choose("Open my case notes in VELK");
+    EXPECT_THAT(workspace.openedUrls, IsEmpty()) << base;
+    EXPECT_THAT(notifier.shown, ElementsAre(Notification{"VELK Notewick", told})) << base;
+    EXPECT_EQ(text("watch.log").substr(9), "open-error: " + told + "\n") << base;
+  }
+}
+
 using CommandDeathTest = CommandTest;
 
 TEST_F(CommandDeathTest, CaseNotesOfABaseUrlThatIsNoAddressEndTheProgram) {
