@@ -1,9 +1,13 @@
 #include "detect/notification.h"
 
+#include "model/bounded_text.h"
 #include "platform/ports.h"
 
 namespace notewick {
 namespace {
+
+constexpr TextBound TITLE_BOUND{200, 2 * 1024};
+constexpr TextBound BODY_BOUND{2000, 16 * 1024};
 
 std::string scriptLiteral(const std::string& text) {
   std::string literal = "\"";
@@ -17,7 +21,7 @@ std::string scriptLiteral(const std::string& text) {
 }  // namespace
 
 void notify(const std::string& title, const std::string& body) {
-  ports().notifier.show(title, body);
+  ports().notifier.show(boundedText(title, TITLE_BOUND), boundedText(body, BODY_BOUND));
 }
 
 std::string notificationScript(const std::string& title, const std::string& body) {

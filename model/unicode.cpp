@@ -6,6 +6,8 @@
 #include <array>
 #include <utility>
 
+#include "model/cluster_breaks.h"
+
 namespace notewick {
 namespace {
 
@@ -118,24 +120,6 @@ std::string encoded(const CodePoints& codePoints) {
   for (const auto codePoint : codePoints) append(text, codePoint);
   return text;
 }
-
-/// The boundaries of grapheme clusters, asked for one code point after the other.
-class ClusterBreaks {
- public:
-  /// Whether a cluster begins with this code point.
-  bool before(utf8proc_int32_t codePoint) {
-    const auto previous = std::exchange(previous_, codePoint);
-    if (isAscii(previous) && isAscii(codePoint)) {
-      state_ = 0;
-      return previous != '\r' || codePoint != '\n';
-    }
-    return utf8proc_grapheme_break_stateful(previous, codePoint, &state_);
-  }
-
- private:
-  utf8proc_int32_t previous_ = '\n';  // after which every cluster begins
-  utf8proc_int32_t state_ = 0;
-};
 
 std::vector<bool> clusterBoundaries(std::string_view valid) {
   std::vector<bool> boundaries(valid.size() + 1, false);

@@ -39,5 +39,28 @@ TEST_F(NotifyTest, ShowsTheTextsAsTheyStand) {
   EXPECT_THAT(notifier.shown, ElementsAre(Notification{"a <b> & \"c\"", "d\ne \\"}));
 }
 
+TEST_F(NotifyTest, ShowsATitleOf200CharactersAndABodyOf2000Whole) {
+  const Notification longest = {std::string(200, 't'), std::string(2000, 'b')};
+  notify(longest.title, longest.body);
+  EXPECT_THAT(notifier.shown, ElementsAre(longest));
+}
+
+TEST_F(NotifyTest, CutsWhatIsLonger) {
+  notify(std::string(201, 't'), std::string(2001, 'b'));
+  EXPECT_THAT(notifier.shown,
+              ElementsAre(Notification{std::string(200, 't') + "…", std::string(2000, 'b') + "…"}));
+}
+
+TEST_F(NotifyTest, HandsTheDesktopNoMegabytes) {
+  const std::string tower = "e" + std::string(8'000'000, '\xCC');
+  std::string marks = "e";
+  while (marks.size() < 8'000'000) marks += "\u0301";
+  for (const auto& huge : {std::string(8'000'000, '<'), marks, tower}) {
+    notify(huge, huge);
+    EXPECT_LE(notifier.shown.back().title.size(), 2 * 1024 + 3u);
+    EXPECT_LE(notifier.shown.back().body.size(), 16 * 1024 + 3u);
+  }
+}
+
 }  // namespace
 }  // namespace notewick
