@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "client/answer_body.h"
 #include "detect/name_matcher.h"
 
 namespace notewick {
@@ -62,6 +63,16 @@ void BuildMatcher(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(NameMatcher(list));
 }
 BENCHMARK(BuildMatcher);
+
+/// The largest body that is read at all, full of what nobody wants.
+void ReadEmptyArrays(benchmark::State& state) {
+  constexpr std::size_t largestBody = 8 * 1024 * 1024;
+  std::string text = R"({"a":[)";
+  while (text.size() < largestBody - 10) text += "[],";
+  text += "[]]}";
+  for (auto _ : state) benchmark::DoNotOptimize(readAnswer(text));
+}
+BENCHMARK(ReadEmptyArrays)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace notewick

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "client/base_url.h"
-#include "client/json_map.h"
+#include "client/failure_text.h"
 #include "client/web_address.h"
 #include "platform/ports.h"
 
@@ -19,18 +19,20 @@ constexpr const char* NOT_SECURE = "The address is not secure.";
 
 std::unique_ptr<VELKClient> sharedClient;
 
-Result<json> resultOf(int code, json map) {
-  const auto text = [&](const std::string& otherwise) {
-    return textAt(map, "error").value_or(otherwise + " (" + std::to_string(code) + ")");
-  };
-  if (code == 200) return map;
+Result<AnswerBody> resultOf(int code, AnswerBody body) {
+  if (code == 200) return body;
   if (code == 401) {
     return tl::unexpected(VELKError::network("Authorisation expired — will retry"));
   }
   if (code == 429 || (code >= 500 && code <= 599)) {
-    return tl::unexpected(VELKError::network(text("Server busy")));
+    return tl::unexpected(VELKError::network(failureText(body, "Server busy", code)));
   }
-  return tl::unexpected(VELKError::api(text("Request failed")));
+  return tl::unexpected(VELKError::api(failureText(body, "Request failed", code)));
+}
+
+Result<std::vector<Participant>> participantsIn(AnswerBody body) {
+  if (!body.participants) return tl::unexpected(VELKError::api("Malformed participants response"));
+  return std::move(*body.participants);
 }
 
 }  // namespace
@@ -70,11 +72,11 @@ void VELKClient::run(HttpRequest request, Completion<Answer> completion) {
     if (!response)
       return completion(tl::unexpected(VELKError::network(response.error().description)));
     if (!response->statusCode) return completion(tl::unexpected(VELKError::network("No response")));
-    completion(Answer{*response->statusCode, parseMap(response->body.value_or(""))});
+    completion(Answer{*response->statusCode, readAnswer(std::move(response->body).value_or(""))});
   });
 }
 
-void VELKClient::authed(Call call, Completion<json> completion) {
+void VELKClient::authed(Call call, Completion<AnswerBody> completion) {
   lanes_.enter([this, command = standingCommand_, call = std::move(call),
                 completion = leavingItsLane(std::move(completion))] {
     if (isOvertaken(command)) return completion(tl::unexpected(VELKError::overtaken()));
@@ -82,14 +84,14 @@ void VELKClient::authed(Call call, Completion<json> completion) {
   });
 }
 
-Completion<json> VELKClient::leavingItsLane(Completion<json> completion) {
-  return [this, completion = std::move(completion)](Result<json> result) {
+Completion<AnswerBody> VELKClient::leavingItsLane(Completion<AnswerBody> completion) {
+  return [this, completion = std::move(completion)](Result<AnswerBody> result) {
     lanes_.leave();
     completion(std::move(result));
   };
 }
 
-void VELKClient::sendAuthed(const Call& call, Completion<json> completion) {
+void VELKClient::sendAuthed(const Call& call, Completion<AnswerBody> completion) {
   ensureAccessToken([this, call, command = standingCommand_,
                      completion = std::move(completion)](Result<std::string> token) {
     if (!token) return completion(tl::unexpected(token.error()));
@@ -101,15 +103,15 @@ void VELKClient::sendAuthed(const Call& call, Completion<json> completion) {
           const bool overtaken = isOvertaken(command);
           if (overtaken && !isTaken) return completion(tl::unexpected(VELKError::overtaken()));
           if (answer->statusCode == 401 && !overtaken) accessToken_.reset();
-          completion(resultOf(answer->statusCode, std::move(answer->map)));
+          completion(resultOf(answer->statusCode, std::move(answer->body)));
         });
   });
 }
 
 void VELKClient::fetchParticipants(Completion<std::vector<Participant>> completion) {
   authed({"/api/desktop/participants", "GET", std::nullopt},
-         [completion = std::move(completion)](Result<json> map) {
-           completion(std::move(map).and_then(participantsIn));
+         [completion = std::move(completion)](Result<AnswerBody> answer) {
+           completion(std::move(answer).and_then(participantsIn));
          });
 }
 
@@ -122,9 +124,8 @@ void VELKClient::captureNote(const std::string& participantId, const std::string
                {"sessionDate", sessionDate}};
   constexpr bool outlivesSession = true;
   authed({"/api/desktop/case-notes/capture", "POST", std::move(body), outlivesSession},
-         [completion = std::move(completion)](Result<json> map) {
-           completion(
-               std::move(map).map([](const json& answer) { return textAt(answer, "capturedId"); }));
+         [completion = std::move(completion)](Result<AnswerBody> answer) {
+           completion(std::move(answer).map(&AnswerBody::capturedId));
          });
 }
 

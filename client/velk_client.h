@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "client/answer_body.h"
 #include "client/keychain.h"
 #include "client/lanes.h"
 #include "client/velk_error.h"
@@ -73,7 +74,7 @@ class VELKClient {
  private:
   struct Answer {
     int statusCode;
-    nlohmann::json map;  ///< always an object
+    AnswerBody body;
   };
   struct Call {
     std::string path;
@@ -86,9 +87,9 @@ class VELKClient {
 
   [[nodiscard]] static HttpRequest makeRequest(const Call& call);
   void run(HttpRequest request, Completion<Answer> completion);
-  void authed(Call call, Completion<nlohmann::json> completion);
-  void sendAuthed(const Call& call, Completion<nlohmann::json> completion);
-  [[nodiscard]] Completion<nlohmann::json> leavingItsLane(Completion<nlohmann::json> completion);
+  void authed(Call call, Completion<AnswerBody> completion);
+  void sendAuthed(const Call& call, Completion<AnswerBody> completion);
+  [[nodiscard]] Completion<AnswerBody> leavingItsLane(Completion<AnswerBody> completion);
   [[nodiscard]] bool isOvertaken(UserCommand command) const { return command != standingCommand_; }
   void ensureAccessToken(Completion<std::string> completion);
   void refresh(const std::string& refreshToken, Completion<std::string> completion);
@@ -97,7 +98,7 @@ class VELKClient {
   /// The access token while it has more than a minute to live.
   [[nodiscard]] std::optional<std::string> freshToken() const;
   void storeSession(const std::string& access, const std::string& refresh,
-                    const nlohmann::json& expiresAt);
+                    std::optional<double> expiresAt);
   void forgetSession();
 
   Clock& clock_;

@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "client/json_map.h"
+#include "client/failure_text.h"
 #include "client/velk_client.h"
 #include "platform/clock.h"
 #include "platform/user_defaults.h"
@@ -17,18 +17,12 @@ constexpr const char* EMAIL_KEY = "VELKUserEmail";
 struct TokenPair {
   std::string access;
   std::string refresh;
-  json expiresAt;
+  std::optional<double> expiresAt;
 };
 
-std::optional<TokenPair> tokensIn(int statusCode, const json& map) {
-  const auto access = textAt(map, "accessToken");
-  const auto refresh = textAt(map, "refreshToken");
-  if (statusCode != 200 || !access || !refresh) return std::nullopt;
-  return TokenPair{*access, *refresh, map.value("expiresAt", json())};
-}
-
-std::string failureText(const json& map, const std::string& otherwise, int statusCode) {
-  return textAt(map, "error").value_or(otherwise + " (" + std::to_string(statusCode) + ")");
+std::optional<TokenPair> tokensIn(int statusCode, const AnswerBody& body) {
+  if (statusCode != 200 || !body.accessToken || !body.refreshToken) return std::nullopt;
+  return TokenPair{*body.accessToken, *body.refreshToken, body.expiresAt};
 }
 
 }  // namespace
@@ -57,15 +51,14 @@ void VELKClient::login(const std::string& email, const std::string& password,
 
 Result<void> VELKClient::loginAnswered(UserCommand command, const Answer& answer) {
   if (command < standingCommand_) return tl::unexpected(VELKError::overtaken());
-  const auto tokens = tokensIn(answer.statusCode, answer.map);
+  const auto tokens = tokensIn(answer.statusCode, answer.body);
   if (!tokens) {
     return tl::unexpected(
-        VELKError::api(failureText(answer.map, "Sign-in failed", answer.statusCode)));
+        VELKError::api(failureText(answer.body, "Sign-in failed", answer.statusCode)));
   }
   standingCommand_ = command;
   storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
-  const auto user = answer.map.find("user");
-  if (user != answer.map.end() && user->is_object()) setUserEmail(textAt(*user, "email"));
+  if (answer.body.user) setUserEmail(answer.body.user->email);
   lanes_.hurry();
   return {};
 }
@@ -110,7 +103,7 @@ void VELKClient::refresh(const std::string& refreshToken, Completion<std::string
 }
 
 Result<std::string> VELKClient::refreshAnswered(const Answer& answer) {
-  const auto tokens = tokensIn(answer.statusCode, answer.map);
+  const auto tokens = tokensIn(answer.statusCode, answer.body);
   if (tokens) {
     storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
     return tokens->access;
@@ -120,15 +113,14 @@ Result<std::string> VELKClient::refreshAnswered(const Answer& answer) {
     return tl::unexpected(VELKError::sessionExpired());
   }
   return tl::unexpected(
-      VELKError::network(failureText(answer.map, "Refresh failed", answer.statusCode)));
+      VELKError::network(failureText(answer.body, "Refresh failed", answer.statusCode)));
 }
 
 void VELKClient::storeSession(const std::string& access, const std::string& refresh,
-                              const json& expiresAt) {
+                              std::optional<double> expiresAt) {
   accessToken_ = access;
-  accessTokenExpiry_ = expiresAt.is_number()
-                           ? Date(expiresAt.get<double>() - SECONDS_FROM_1970_TO_2001)
-                           : clock_.now() + DEFAULT_LIFETIME;
+  accessTokenExpiry_ =
+      expiresAt ? Date(*expiresAt - SECONDS_FROM_1970_TO_2001) : clock_.now() + DEFAULT_LIFETIME;
   keychain_->keychainSave(refresh);
 }
 

@@ -11,8 +11,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t DEEPEST_NESTING = 512;
-
 /// Builds the document from the events of the library's parser, whose own builder gives every
 /// number with a point or an exponent as a double. An event answered by false ends the parsing.
 class Builder : public nlohmann::json_sax<json> {

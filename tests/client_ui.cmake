@@ -1,9 +1,12 @@
 # The service client, the outbox and the user interface, on the fakes.
 notewick_test(client_ui_tests
   SOURCES
-    client/json_map_test.cpp
+    client/answer_body_property_test.cpp
+    client/answer_body_test.cpp
+    client/failure_text_test.cpp
     client/keychain_test.cpp
     client/lanes_test.cpp
+    client/plain_answer.cpp
     client/service_answers.cpp
     client/service_answers_test.cpp
     client/uri_test.cpp
