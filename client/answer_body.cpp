@@ -170,7 +170,7 @@ class AnswerReader {
   AnswerBody body_;
   Entry entry_;
   Section section_ = Section::other;
-  int depth_ = 0;  ///< objects and arrays that are open
+  std::size_t depth_ = 0;  ///< objects and arrays that are open
   Text* text_ = nullptr;
   std::optional<double>* number_ = nullptr;
 };

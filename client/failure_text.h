@@ -6,10 +6,15 @@
 
 namespace notewick {
 
-/// Why a call failed, from the body of the service's answer. Pure function.
+/// Why a call failed, from the body of the service's answer. Pure functions.
 
-/// The service's own words, or "`otherwise` (`statusCode`)" where it has none.
+/// The service's own words, or "`otherwise` (`statusCode`)" where it has none. They end up in
+/// panels, notifications, logs and the outbox: of longer ones the first 1,000 grapheme clusters, in
+/// at most 8 KiB, then "…".
 [[nodiscard]] std::string failureText(const AnswerBody& body, const std::string& otherwise,
                                       int statusCode);
+
+/// Whether the service's words, all of them, blame e-mail or password: in any letter case.
+[[nodiscard]] bool blamesCredentials(const AnswerBody& body);
 
 }  // namespace notewick

@@ -25,6 +25,12 @@ std::optional<TokenPair> tokensIn(int statusCode, const AnswerBody& body) {
   return TokenPair{*body.accessToken, *body.refreshToken, body.expiresAt};
 }
 
+VELKError signInFailure(int statusCode, const AnswerBody& body) {
+  std::string text = failureText(body, "Sign-in failed", statusCode);
+  return blamesCredentials(body) ? VELKError::wrongCredentials(std::move(text))
+                                 : VELKError::api(std::move(text));
+}
+
 }  // namespace
 
 std::optional<std::string> VELKClient::userEmail() const {
@@ -52,10 +58,7 @@ void VELKClient::login(const std::string& email, const std::string& password,
 Result<void> VELKClient::loginAnswered(UserCommand command, const Answer& answer) {
   if (command < standingCommand_) return tl::unexpected(VELKError::overtaken());
   const auto tokens = tokensIn(answer.statusCode, answer.body);
-  if (!tokens) {
-    return tl::unexpected(
-        VELKError::api(failureText(answer.body, "Sign-in failed", answer.statusCode)));
-  }
+  if (!tokens) return tl::unexpected(signInFailure(answer.statusCode, answer.body));
   standingCommand_ = command;
   storeSession(tokens->access, tokens->refresh, tokens->expiresAt);
   if (answer.body.user) setUserEmail(answer.body.user->email);

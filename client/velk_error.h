@@ -17,6 +17,12 @@ class VELKError {
   };
 
   [[nodiscard]] static VELKError api(std::string text) { return {Kind::api, std::move(text)}; }
+  /// An `api` error of a sign-in whose e-mail or password is wrong.
+  [[nodiscard]] static VELKError wrongCredentials(std::string text) {
+    VELKError error = api(std::move(text));
+    error.blamesCredentials_ = true;
+    return error;
+  }
   [[nodiscard]] static VELKError network(std::string text) {
     return {Kind::network, std::move(text)};
   }
@@ -39,6 +45,9 @@ class VELKError {
     return kind_ == Kind::notSignedIn || kind_ == Kind::sessionExpired;
   }
 
+  /// Whether the user has to correct e-mail or password.
+  [[nodiscard]] bool blamesCredentials() const { return blamesCredentials_; }
+
   bool operator==(const VELKError&) const = default;
 
  private:
@@ -46,6 +55,7 @@ class VELKError {
 
   Kind kind_;
   std::string message_;
+  bool blamesCredentials_ = false;
 };
 
 template <class T>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
@@ -7,7 +8,7 @@
 namespace notewick {
 
 /// Objects and arrays that may stand in one another.
-inline constexpr int DEEPEST_NESTING = 512;
+inline constexpr std::size_t DEEPEST_NESTING = 512;
 
 /// Reads a JSON text (RFC 8259) from anywhere, hostile or damaged. A byte-order mark is skipped; of
 /// a doubled key the last counts. A whole number that fits 64 bits is an integer however it is

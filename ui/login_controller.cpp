@@ -20,13 +20,8 @@ SignInTexts texts() {
           "Sign in"};
 }
 
-bool isWrongCredentials(const VELKError& error) {
-  return error.kind() == VELKError::Kind::api &&
-         lowerCased(error.message()).find("invalid email or password") != std::string::npos;
-}
-
 std::string explanationOf(const VELKError& error) {
-  if (!isWrongCredentials(error)) return error.message();
+  if (!error.blamesCredentials()) return error.message();
   return "Invalid email or password. If you sign in to VELK with Google, set a password first via "
          "“Forgot password” at " +
          loginPageURL() + ".";

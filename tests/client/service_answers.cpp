@@ -226,7 +226,7 @@ std::vector<ServiceAnswer> statuses() {
 }
 
 std::vector<ServiceAnswer> reasons() {
-  const std::string longer(10'000, 'x');
+  const std::string longer(1000, 'x');
   const std::string html = "<html><body><h1>Bad gateway</h1></body></html>";
   return {
       refused(201, "WithTokens", ALL),
@@ -251,6 +251,8 @@ std::vector<ServiceAnswer> reasons() {
       refusedSaying(422, "Reason", R"({"error":"Participant archived"})", "Participant archived"),
       refusedSaying(422, "EmptyReason", R"({"error":""})", ""),
       refusedSaying(400, "LongReason", R"({"error":")" + longer + R"("})", longer),
+      refusedSaying(400, "EndlessReason", R"({"error":")" + longer + R"(x"})", longer + "…"),
+      busySaying(503, "EndlessReason", R"({"error":")" + longer + R"(x"})", longer + "…"),
       refusedSaying(400, "Unicode", R"({"error":"Zu sp\u00e4t \ud83d\ude00"})", "Zu spät 😀"),
       refusedSaying(400, "Doubled", R"({"error":"first","error":"last"})", "last"),
       refusedSaying(400, "DoubledOtherType", R"({"error":7,"error":"last"})", "last"),

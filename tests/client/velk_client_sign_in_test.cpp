@@ -123,7 +123,7 @@ TEST_F(SignInTest, AnAnswerWithoutAUserKeepsTheStoredEmail) {
 
 TEST_F(SignInTest, ARefusalTellsTheServicesReason) {
   EXPECT_EQ(errorOf(login("ada@velk.example", "wrong")),
-            VELKError::api("Invalid email or password"));
+            VELKError::wrongCredentials("Invalid email or password"));
 }
 
 TEST_F(SignInTest, ARefusalWithoutReasonTellsTheStatus) {

@@ -26,5 +26,14 @@ TEST(VelkError, OnlySignInErrorsNeedASignIn) {
   EXPECT_FALSE(VELKError::network("x").needsSignIn());
 }
 
+TEST(VelkError, OnlyWrongCredentialsBlameThem) {
+  const VELKError error = VELKError::wrongCredentials("x");
+  EXPECT_TRUE(error.blamesCredentials());
+  EXPECT_EQ(error.kind(), VELKError::Kind::api);
+  EXPECT_EQ(error.message(), "x");
+  EXPECT_FALSE(VELKError::api("Invalid email or password").blamesCredentials());
+  EXPECT_FALSE(VELKError::network("x").blamesCredentials());
+}
+
 }  // namespace
 }  // namespace notewick

@@ -163,6 +163,13 @@ TEST_F(LoginPanelTest, WrongCredentialsGetTheLongerExplanation) {
   EXPECT_EQ(errorAfter(200, {{"error", "Sorry: invalid Email or Password!"}}), explanation);
 }
 
+TEST_F(LoginPanelTest, WrongCredentialsAreFoundBeyondWhatIsShownOfAReason) {
+  const std::string dots(1000, '.');
+  EXPECT_EQ(errorAfter(401, {{"error", dots + "."}}), dots + "…");
+  EXPECT_THAT(errorAfter(401, {{"error", dots + "Invalid email or password"}}),
+              testing::StartsWith("Invalid email or password. If you sign in"));
+}
+
 TEST_F(LoginPanelTest, TheExplanationNamesTheServiceInForce) {
   defaults.setString("VELKBaseURL", "http://127.0.0.1:8080/velk/");
   EXPECT_THAT(errorAfter(401, {{"error", "Invalid email or password"}}),
