@@ -32,7 +32,8 @@ class LanesTest : public testing::Test {
   }
 
   FakeClock clock;
-  FakeMainLoop loop{clock};
+  Deeds deeds;
+  FakeMainLoop loop{clock, deeds};
   std::optional<Lanes> lanes{std::in_place, loop, 2};
   std::vector<std::string> running;
 };

@@ -4,7 +4,8 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSRunningApplication, NSText, NSTextView, NSView, NSWindow;
+@class NSApplication, NSGraphicsContext, NSMenu, NSMenuItem, NSRunningApplication, NSText,
+    NSTextView, NSView, NSWindow;
 
 // --- What many classes share ---------------------------------------------------------------------
 @protocol NSAccessibility <NSObject>
