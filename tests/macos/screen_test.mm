@@ -20,7 +20,7 @@ class MacosScreenTest : public testing::Test {
  protected:
   MacosScreenTest() {
     std::ofstream(file_) << "hello\n";
-    TaskLauncher().launch("/usr/bin/open", {"-a", "TextEdit", file_.string()});
+    TaskLauncher().launch({"/usr/bin/open", {"-a", "TextEdit", file_.string()}});
   }
   ~MacosScreenTest() override { std::filesystem::remove(file_); }
 
