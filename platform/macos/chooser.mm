@@ -5,12 +5,6 @@
 namespace notewick {
 namespace {
 
-NSMutableArray<NSString*>* nsStrings(const std::vector<std::string>& texts) {
-  NSMutableArray<NSString*>* strings = [NSMutableArray array];
-  for (const std::string& text : texts) [strings addObject:nsString(text)];
-  return strings;
-}
-
 bool shows(NSPopUpButton* chooser, NSInteger index, NSString* title) {
   return index < chooser.numberOfItems && [[chooser itemTitleAtIndex:index] isEqual:title];
 }

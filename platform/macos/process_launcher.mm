@@ -7,9 +7,7 @@ namespace notewick {
 void TaskLauncher::launch(const Command& command) {
   NSTask* task = [[NSTask alloc] init];
   task.executableURL = [NSURL fileURLWithPath:nsString(command.executable)];
-  NSMutableArray<NSString*>* texts = [NSMutableArray array];
-  for (const std::string& argument : command.arguments) [texts addObject:nsString(argument)];
-  task.arguments = texts;
+  task.arguments = nsStrings(command.arguments);
   task.standardOutput = NSFileHandle.fileHandleWithNullDevice;
   task.standardError = NSFileHandle.fileHandleWithNullDevice;
   [task launchAndReturnError:nil];

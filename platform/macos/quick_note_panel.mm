@@ -67,12 +67,6 @@ NSPanel* makePanel() {
                     defer:NO];
 }
 
-NSArray<NSString*>* nsStrings(const std::vector<std::string>& texts) {
-  NSMutableArray<NSString*>* strings = [NSMutableArray array];
-  for (const std::string& text : texts) [strings addObject:nsString(text)];
-  return strings;
-}
-
 }  // namespace
 
 CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,

@@ -9,6 +9,12 @@ NSString* nsString(std::string_view text) {
   return converted != nil ? converted : @"";
 }
 
+NSArray<NSString*>* nsStrings(const std::vector<std::string>& texts) {
+  NSMutableArray<NSString*>* strings = [NSMutableArray array];
+  for (const std::string& text : texts) [strings addObject:nsString(text)];
+  return strings;
+}
+
 std::string utf8(NSString* text) {
   NSData* bytes = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
   return {static_cast<const char*>(bytes.bytes), bytes.length};
