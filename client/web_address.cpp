@@ -76,11 +76,15 @@ bool isWebAddress(std::string_view text) {
   return !host.ends_with('/') && !host.ends_with('@');
 }
 
-bool isSecureAddress(std::string_view text) {
+bool isLoopbackAddress(std::string_view text) {
   const std::string origin = lowerCaseOrigin(text);
-  if (origin.starts_with(HTTPS)) return true;
-  return origin.starts_with(HTTP) &&
-         isLoopback(withoutPort(std::string_view(origin).substr(HTTP.size())));
+  const std::string_view scheme = origin.starts_with(HTTPS) ? HTTPS : HTTP;
+  return origin.starts_with(scheme) &&
+         isLoopback(withoutPort(std::string_view(origin).substr(scheme.size())));
+}
+
+bool isSecureAddress(std::string_view text) {
+  return lowerCaseOrigin(text).starts_with(HTTPS) || isLoopbackAddress(text);
 }
 
 }  // namespace notewick

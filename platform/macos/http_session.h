@@ -24,7 +24,7 @@ class UrlSession final : public HttpSession {
   void send(HttpRequest request, HttpCompletion completion) override;
 
   /// The native session that takes requests to this address; public for tests.
-  [[nodiscard]] NSURLSession* native(NSURL* url) const;
+  [[nodiscard]] NSURLSession* native(const std::string& url) const;
 
  private:
   void failLater(HttpCompletion completion);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "client/web_address.h"
 #include "platform/macos/http_answers.h"
 #include "platform/macos/text.h"
 
@@ -30,11 +31,6 @@ NSURLSession* session(NSURLSessionConfiguration* configuration) {
 
 NWHttpAnswers* answersOf(NSURLSession* session) {
   return static_cast<NWHttpAnswers*>(session.delegate);
-}
-
-bool isLoopback(NSURL* url) {
-  NSString* host = url.host.lowercaseString;
-  return [host isEqual:@"localhost"] || [host isEqual:@"::1"] || [host hasPrefix:@"127."];
 }
 
 NSURLRequest* urlRequest(const HttpRequest& request, NSURL* url) {
@@ -66,14 +62,14 @@ UrlSession::~UrlSession() {
   }
 }
 
-NSURLSession* UrlSession::native(NSURL* url) const {
-  return isLoopback(url) ? loopbackSession_ : session_;
+NSURLSession* UrlSession::native(const std::string& url) const {
+  return isLoopbackAddress(url) ? loopbackSession_ : session_;
 }
 
 void UrlSession::send(HttpRequest request, HttpCompletion completion) {
   NSURL* url = [NSURL URLWithString:nsString(request.url)];
   if (url == nil) return failLater(std::move(completion));
-  NSURLSession* session = native(url);
+  NSURLSession* session = native(request.url);
   NSURLSessionDataTask* task = [session dataTaskWithRequest:urlRequest(request, url)];
   [answersOf(session) expectAnswerOf:task then:std::move(completion)];
   [task resume];

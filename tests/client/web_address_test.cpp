@@ -38,6 +38,19 @@ TEST(WebAddress, RefusesEverythingElse) {
     EXPECT_FALSE(isWebAddress(text)) << text;
 }
 
+TEST(LoopbackAddress, LeadsToThisMachineOverEitherScheme) {
+  for (const auto* const text : {"http://localhost:8080/x", "https://localhost:8443/x",
+                                 "HTTPS://velk.LocalHost", "https://127.0.0.2", "https://[::1]:80"})
+    EXPECT_TRUE(isLoopbackAddress(text)) << text;
+}
+
+TEST(LoopbackAddress, LeadsToNoOtherMachineAndOverNoOtherScheme) {
+  for (const auto* const text :
+       {"https://velk.example", "https://127.velk.example", "https://localhost@velk.example",
+        "https://[::2]", "localhost", "ftp://localhost", ""})
+    EXPECT_FALSE(isLoopbackAddress(text)) << text;
+}
+
 TEST(SecureAddress, HttpsIsSecureToAnywhere) {
   for (const auto* const text :
        {"https://velk.example", "HTTPS://velk.example/api", "https://192.0.2.7:8443/",

@@ -51,14 +51,12 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
-@property(readonly) NSString* lowercaseString;
 + (instancetype)stringWithCharacters:(const unichar*)characters length:(NSUInteger)length;
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
-- (BOOL)hasPrefix:(NSString*)prefix;
 - (NSString*)stringByAppendingString:(NSString*)string;
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @end
@@ -111,7 +109,6 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSURL : NSObject <NSCopying>
-@property(nullable, readonly) NSString* host;
 + (nullable instancetype)URLWithString:(NSString*)text;
 + (NSURL*)fileURLWithPath:(NSString*)path;
 @end
