@@ -107,7 +107,7 @@ class Listener:
         rule = f"type='method_call',destination='{_BUS_NAME}'"
         self._monitor = programs.start("stdbuf", "-oL", "dbus-monitor", "--session", "--profile", rule)
         self._marks = itertools.count()
-        wait_until(lambda: self._mark() in self._monitor.output, what="the monitor of the bus")
+        wait_until(lambda: self._mark() and "/mark/" in self._monitor.output, what="the monitor of the bus")
 
     def __enter__(self):
         return self
