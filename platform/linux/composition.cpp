@@ -50,7 +50,7 @@ std::shared_ptr<void> makePlatform(char** argv) {
   registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
                  made.notifier, made.workspace, made.screen, made.screen, made.uuids, made.views,
                  [](const HttpSessionConfiguration& configuration) {
-                   return std::make_unique<QtHttpSession>(configuration);
+                   return std::make_unique<CurlHttpSession>(configuration);
                  }});
   return owner;
 }

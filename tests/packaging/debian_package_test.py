@@ -48,7 +48,8 @@ class DebianPackage(unittest.TestCase):
 
     def test_asks_for_the_libraries_it_uses(self):
         needed = self.field("Depends")
-        for package in ("libqt6widgets6", "libqt6network6", "libqt6dbus6", "libxcb1", "xdg-utils", "ca-certificates"):
+        libraries = ("libqt6widgets6", "libqt6network6", "libqt6dbus6", "libcurl4", "libssl3", "libxcb1")
+        for package in (*libraries, "xdg-utils", "ca-certificates"):
             self.assertIn(package, needed)
 
     def test_names_what_gives_gnome_a_tray_without_bringing_gnome(self):

@@ -21,7 +21,7 @@ inline std::string told(const Result& result) {
   return std::to_string(*result->statusCode) + (result->body ? " " + *result->body : "");
 }
 
-class QtHttpSessionTest : public testing::Test {
+class CurlHttpSessionTest : public testing::Test {
  protected:
   static HttpRequest get(const std::string& url, double timeout = 5) {
     return {"GET", url, {{"User-Agent", "test/1.0"}}, std::nullopt, timeout};
@@ -50,7 +50,7 @@ class QtHttpSessionTest : public testing::Test {
   }
 
   std::unique_ptr<HttpSession> session_ =
-      std::make_unique<QtHttpSession>(HttpSessionConfiguration{5});
+      std::make_unique<CurlHttpSession>(HttpSessionConfiguration{5});
   std::vector<std::string> outcomes_;
 };
 

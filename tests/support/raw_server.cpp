@@ -2,10 +2,12 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -29,6 +31,14 @@ sockaddr_in loopback() {
   return address;
 }
 
+/// Passes on what is there; false at the end.
+bool pass(const pollfd& from, int to) {
+  if (from.revents == 0) return true;
+  std::array<char, 4096> chunk{};
+  const ssize_t count = recv(from.fd, chunk.data(), chunk.size(), 0);
+  return count > 0 && RawConnection(to).write({chunk.data(), static_cast<std::size_t>(count)});
+}
+
 }  // namespace
 
 std::string RawConnection::readRequest() const {
@@ -46,13 +56,40 @@ std::string RawConnection::readRequest() const {
   }
 }
 
-void RawConnection::write(const std::string& bytes) const {
+std::string RawConnection::read(std::size_t count) const {
+  std::string bytes(count, '\0');
+  const ssize_t came = recv(socket_, bytes.data(), count, MSG_WAITALL);
+  bytes.resize(came > 0 ? static_cast<std::size_t>(came) : 0);
+  return bytes;
+}
+
+bool RawConnection::write(const std::string& bytes) const {
   std::size_t sent = 0;
   while (sent < bytes.size()) {
     const ssize_t count = ::send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-    if (count <= 0) return;
+    if (count <= 0) return false;
     sent += static_cast<std::size_t>(count);
   }
+  return true;
+}
+
+std::size_t RawConnection::writeWithoutEnd(const std::string& bytes, std::size_t limit) const {
+  std::size_t sent = 0;
+  while (sent < limit && write(bytes)) sent += bytes.size();
+  return sent;
+}
+
+void RawConnection::joinWith(int port) const {
+  const int other = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address = loopback();
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  if (connect(other, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+    std::array<pollfd, 2> ends{pollfd{socket_, POLLIN, 0}, pollfd{other, POLLIN, 0}};
+    while (poll(ends.data(), ends.size(), -1) > 0 && pass(ends[0], other) &&
+           pass(ends[1], socket_)) {
+    }
+  }
+  close(other);
 }
 
 void RawConnection::waitForClose() const {
@@ -91,11 +128,15 @@ std::function<void(const RawConnection&)> RawServer::answering(std::string bytes
   };
 }
 
-std::string RawServer::url(const std::string& path) const {
+int RawServer::port() const {
   sockaddr_in address{};
   socklen_t size = sizeof address;
   getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
-  return "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + path;
+  return ntohs(address.sin_port);
+}
+
+std::string RawServer::url(const std::string& path) const {
+  return "http://127.0.0.1:" + std::to_string(port()) + path;
 }
 
 void RawServer::run() {

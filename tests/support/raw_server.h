@@ -16,9 +16,17 @@ class RawConnection {
 
   /// The request as it came: its head and, where the head tells a length, its body.
   [[nodiscard]] std::string readRequest() const;
-  void write(const std::string& bytes) const;
+  /// Exactly so many bytes; fewer where the connection ended.
+  [[nodiscard]] std::string read(std::size_t count) const;
+  /// False when the other side has closed the connection.
+  bool write(const std::string& bytes) const;
+  /// Writes the bytes over and over until the other side closes the connection, but at most `limit`
+  /// bytes; how many the other side's system took.
+  [[nodiscard]] std::size_t writeWithoutEnd(const std::string& bytes, std::size_t limit) const;
   /// Waits until the other side closes the connection.
   void waitForClose() const;
+  /// Passes everything on between this connection and a server on the loopback, as a proxy does.
+  void joinWith(int port) const;
   /// Lets the connection end by a reset instead of an orderly close.
   void resetOnClose() const;
 
@@ -39,6 +47,7 @@ class RawServer {
   /// A server that answers each request with these bytes.
   [[nodiscard]] static std::function<void(const RawConnection&)> answering(std::string bytes);
 
+  [[nodiscard]] int port() const;
   [[nodiscard]] std::string url(const std::string& path = "/") const;
   [[nodiscard]] int connections() const { return connections_; }
 

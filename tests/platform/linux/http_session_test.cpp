@@ -13,6 +13,15 @@ namespace {
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 
+/// Binds the server to a port of the loopback, where many may connect at the same moment.
+int bindForMany(httplib::Server& server) {
+  socket_t listener = INVALID_SOCKET;
+  server.set_socket_options([&](socket_t made) { listener = made; });
+  const int port = server.bind_to_any_port("127.0.0.1");
+  listen(listener, 512);
+  return port;
+}
+
 /// A well-behaved server with several threads.
 class GoodServer {
  public:
@@ -25,7 +34,7 @@ class GoodServer {
     server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
       response.set_content(request.body, "application/octet-stream");
     });
-    port_ = server_.bind_to_any_port("127.0.0.1");
+    port_ = bindForMany(server_);
     thread_ = std::thread([this] { server_.listen_after_bind(); });
     while (!server_.is_running()) std::this_thread::yield();
   }
@@ -58,7 +67,7 @@ class GoodServer {
   return lines;
 }
 
-TEST_F(QtHttpSessionTest, EveryStatusIsAnAnswerWithItsBody) {
+TEST_F(CurlHttpSessionTest, EveryStatusIsAnAnswerWithItsBody) {
   const GoodServer server;
   for (int status = 200; status < 600; ++status) {
     const bool hasNoBody = status == 204 || status == 304;
@@ -67,17 +76,17 @@ TEST_F(QtHttpSessionTest, EveryStatusIsAnAnswerWithItsBody) {
   }
 }
 
-TEST_F(QtHttpSessionTest, AnAnswerWithoutBytesHasNoBody) {
+TEST_F(CurlHttpSessionTest, AnAnswerWithoutBytesHasNoBody) {
   const RawServer server(RawServer::answering(answer("200 OK")));
   EXPECT_EQ(outcome(get(server.url())), "200");
 }
 
-TEST_F(QtHttpSessionTest, AnAnswerThatEndsWithTheConnectionIsComplete) {
+TEST_F(CurlHttpSessionTest, AnAnswerThatEndsWithTheConnectionIsComplete) {
   const RawServer server(RawServer::answering("HTTP/1.0 200 OK\r\n\r\nall of it"));
   EXPECT_EQ(outcome(get(server.url())), "200 all of it");
 }
 
-TEST_F(QtHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
+TEST_F(CurlHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
   const GoodServer server;
   std::string body(1'000'000, '\0');
   for (std::size_t index = 0; index < body.size(); ++index) {
@@ -86,7 +95,7 @@ TEST_F(QtHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
   EXPECT_EQ(outcome(post(server.url("/echo"), body)), "200 " + body);
 }
 
-TEST_F(QtHttpSessionTest, AGetSendsTheGivenHeadersAndOnlyTheStacksOwnBesides) {
+TEST_F(CurlHttpSessionTest, AGetSendsTheGivenHeadersAndOnlyTheStacksOwnBesides) {
   SharedLog log;
   const RawServer server([&](const RawConnection& connection) {
     log.add(connection.readRequest());
@@ -101,12 +110,11 @@ TEST_F(QtHttpSessionTest, AGetSendsTheGivenHeadersAndOnlyTheStacksOwnBesides) {
   EXPECT_TRUE(sent.starts_with("GET /api/desktop/participants?x=%20y HTTP/1.1\r\n")) << sent;
   EXPECT_THAT(
       sortedHeaders(sent),
-      ElementsAre("Accept-Encoding: identity", "Accept-Language: *", "Authorization: Bearer a.b-c",
-                  "Connection: close", "Content-Type: application/json",
+      ElementsAre("Authorization: Bearer a.b-c", "Content-Type: application/json",
                   "Host: " + server.url("").substr(7), "User-Agent: velk-notewick/1.0 (macOS)"));
 }
 
-TEST_F(QtHttpSessionTest, APostSendsItsLengthAndItsBodyBesides) {
+TEST_F(CurlHttpSessionTest, APostSendsItsLengthAndItsBodyBesides) {
   SharedLog log;
   const RawServer server([&](const RawConnection& connection) {
     log.add(connection.readRequest());
@@ -117,12 +125,53 @@ TEST_F(QtHttpSessionTest, APostSendsItsLengthAndItsBodyBesides) {
   EXPECT_TRUE(sent.starts_with("POST /login HTTP/1.1\r\n")) << sent;
   EXPECT_TRUE(sent.ends_with("\r\n\r\n{\"a\":1}")) << sent;
   EXPECT_THAT(sortedHeaders(sent),
-              ElementsAre("Accept-Encoding: identity", "Accept-Language: *", "Connection: close",
-                          "Content-Length: 7", "Content-Type: application/json",
+              ElementsAre("Content-Length: 7", "Content-Type: application/json",
                           "Host: " + server.url("").substr(7), "User-Agent: test/1.0"));
 }
 
-class Redirects : public QtHttpSessionTest, public testing::WithParamInterface<std::string> {};
+TEST_F(CurlHttpSessionTest, ARequestWithoutHeadersHasNoneOfTheStacksOwn) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("200 OK"));
+  });
+  const std::string large(2'000'000, 'x');
+  EXPECT_EQ(outcome({"GET", server.url(), {}, std::nullopt, 5}), "200");
+  EXPECT_EQ(outcome({"POST", server.url(), {}, large, 5}), "200");
+  const std::string host = "Host: " + server.url("").substr(7);
+  EXPECT_THAT(sortedHeaders(log.entries().at(0)), ElementsAre(host));
+  EXPECT_THAT(sortedHeaders(log.entries().at(1)), ElementsAre("Content-Length: 2000000", host));
+}
+
+TEST_F(CurlHttpSessionTest, AnAddressGoesOutAsItIsWrittenAndWithoutItsFragment) {
+  SharedLog log;
+  const RawServer server([&](const RawConnection& connection) {
+    log.add(connection.readRequest());
+    connection.write(answer("200 OK"));
+  });
+  EXPECT_EQ(outcome(get(server.url("//a/../b/./c%2Fd?q=../x#part"))), "200");
+  EXPECT_TRUE(log.entries().at(0).starts_with("GET //a/../b/./c%2Fd?q=../x HTTP/1.1\r\n"));
+}
+
+TEST_F(CurlHttpSessionTest, AHeaderThatWouldBeReadAsTwoIsNotSent) {
+  const RawServer server(RawServer::answering(answer("200 OK")));
+  for (const std::string& value :
+       {std::string("a\r\nX: b"), std::string("a\nX: b"), std::string("a\0b", 3)}) {
+    HttpRequest request = get(server.url());
+    request.headers.emplace_back("Authorization", value);
+    EXPECT_EQ(outcome(request), "The request is not valid.");
+  }
+  EXPECT_EQ(server.connections(), 0);
+}
+
+TEST_F(CurlHttpSessionTest, AnEncodedBodyIsLeftAsItIs) {
+  const std::string packed = "\x1f\x8b\x08 no real archive";
+  const RawServer server(
+      RawServer::answering(answer("200 OK", packed, "Content-Encoding: gzip\r\n")));
+  EXPECT_EQ(outcome(get(server.url())), "200 " + packed);
+}
+
+class Redirects : public CurlHttpSessionTest, public testing::WithParamInterface<std::string> {};
 
 TEST_P(Redirects, AreAnswersAndReachNoOtherHost) {
   const RawServer other(RawServer::answering(answer("200 OK", "stolen")));
@@ -141,7 +190,7 @@ INSTANTIATE_TEST_SUITE_P(All, Redirects,
                                          "303 See Other", "305 Use Proxy", "307 Temporary",
                                          "308 Permanent"));
 
-class Challenges : public QtHttpSessionTest, public testing::WithParamInterface<std::string> {};
+class Challenges : public CurlHttpSessionTest, public testing::WithParamInterface<std::string> {};
 
 TEST_P(Challenges, AreAnswersAndNeverMet) {
   SharedLog log;
@@ -164,13 +213,13 @@ INSTANTIATE_TEST_SUITE_P(All, Challenges,
                          testing::Values("Basic realm=\"x\"", "Bearer", "NTLM", "Negotiate",
                                          "Digest realm=\"x\", nonce=\"y\", qop=\"auth\""));
 
-TEST_F(QtHttpSessionTest, AProxyChallengeOfTheServerItselfIsAnAnswer) {
+TEST_F(CurlHttpSessionTest, AProxyChallengeOfTheServerItselfIsAnAnswer) {
   const RawServer server(RawServer::answering(
       answer("407 Proxy Authentication", "told", "Proxy-Authenticate: Basic realm=\"x\"\r\n")));
   EXPECT_EQ(outcome(get(server.url())), "407 told");
 }
 
-TEST_F(QtHttpSessionTest, CookiesAreNotKept) {
+TEST_F(CurlHttpSessionTest, CookiesAreNotKept) {
   SharedLog log;
   const RawServer server([&](const RawConnection& connection) {
     log.add(connection.readRequest());
@@ -181,7 +230,7 @@ TEST_F(QtHttpSessionTest, CookiesAreNotKept) {
   EXPECT_THAT(log.entries().at(1), testing::Not(testing::HasSubstr("Cookie")));
 }
 
-TEST_F(QtHttpSessionTest, AnswersAreNotCached) {
+TEST_F(CurlHttpSessionTest, AnswersAreNotCached) {
   const RawServer server(
       RawServer::answering(answer("200 OK", "x", "Cache-Control: max-age=3600\r\n")));
   EXPECT_EQ(outcome(get(server.url())), "200 x");
@@ -189,7 +238,7 @@ TEST_F(QtHttpSessionTest, AnswersAreNotCached) {
   EXPECT_EQ(server.connections(), 2);
 }
 
-TEST_F(QtHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
+TEST_F(CurlHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
   const GoodServer server;
   std::vector<int> answered(200, 0);
   for (std::size_t number = 0; number < answered.size(); ++number) {
@@ -205,25 +254,27 @@ TEST_F(QtHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
   EXPECT_THAT(answered, testing::Each(1));
 }
 
-TEST_F(QtHttpSessionTest, SeveralRequestsAreUnderWayTogether) {
+TEST_F(CurlHttpSessionTest, EveryRequestStartsAtOnce) {
+  constexpr int many = 20;
   std::atomic<int> together = 0;
   httplib::Server server;
+  server.new_task_queue = [] { return new httplib::ThreadPool(many); };
   server.Get("/", [&](const httplib::Request&, httplib::Response&) {
     ++together;
-    for (int wait = 0; wait < 500 && together < 3; ++wait) std::this_thread::sleep_for(10ms);
+    for (int wait = 0; wait < 500 && together < many; ++wait) std::this_thread::sleep_for(10ms);
   });
-  const int port = server.bind_to_any_port("127.0.0.1");
+  const int port = bindForMany(server);
   std::thread thread([&] { server.listen_after_bind(); });
-  for (int count = 0; count < 3; ++count) {
-    send(get("http://127.0.0.1:" + std::to_string(port) + "/"));
+  for (int count = 0; count < many; ++count) {
+    send(get("http://127.0.0.1:" + std::to_string(port) + "/", 20));
   }
-  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 3; }));
-  EXPECT_EQ(together, 3);
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == many; }));
+  EXPECT_EQ(together, many);
   server.stop();
   thread.join();
 }
 
-TEST_F(QtHttpSessionTest, DestroyingTheSessionDropsItsCompletions) {
+TEST_F(CurlHttpSessionTest, DestroyingTheSessionDropsItsCompletions) {
   const GoodServer server;
   send(get(server.url("/status/200")));
   send(post(server.url("/echo"), "x"));
@@ -233,7 +284,7 @@ TEST_F(QtHttpSessionTest, DestroyingTheSessionDropsItsCompletions) {
   EXPECT_THAT(outcomes_, ElementsAre());
 }
 
-TEST_F(QtHttpSessionTest, ACompletionMayDestroyTheSession) {
+TEST_F(CurlHttpSessionTest, ACompletionMayDestroyTheSession) {
   const GoodServer server;
   session_->send(get(server.url("/status/200")), [this](const Result& result) {
     session_.reset();
@@ -244,7 +295,7 @@ TEST_F(QtHttpSessionTest, ACompletionMayDestroyTheSession) {
   EXPECT_THAT(outcomes_, ElementsAre("200 told"));
 }
 
-TEST_F(QtHttpSessionTest, ACompletionMaySendTheNextRequest) {
+TEST_F(CurlHttpSessionTest, ACompletionMaySendTheNextRequest) {
   const GoodServer server;
   session_->send(get(server.url("/status/401")), [&](const Result& result) {
     outcomes_.push_back(told(result));

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <memory>
+#include <string>
+
+namespace notewick {
+
+/// The certificate authorities that vouch for a server: the system's, and besides them those in a
+/// file that the user names.
+///
+/// One store serves all connections. The system's authorities are looked up in its folder one by
+/// one, when a certificate names them, and are then kept: reading all of them would cost every
+/// connection many times its handshake.
+class TrustedAuthorities {
+ public:
+  /// The file is read when the first connection needs it. One that is empty, missing or holds no
+  /// certificate adds no authority.
+  explicit TrustedAuthorities(std::string userFile) : userFile_(std::move(userFile)) {}
+
+  /// Makes connections of this context trust these authorities and no others.
+  void applyTo(SSL_CTX* context);
+
+ private:
+  struct Free {
+    void operator()(X509_STORE* store) const { X509_STORE_free(store); }
+  };
+  using Store = std::unique_ptr<X509_STORE, Free>;
+
+  [[nodiscard]] static Store load(const std::string& userFile);
+
+  std::string userFile_;
+  Store store_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,37 @@
+#include "platform/linux/http/http_errors.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+
+namespace notewick {
+namespace {
+
+TEST(HttpErrorsTest, DescribesErrorsByTheirKind) {
+  const auto text = [](CURLcode code) { return std::string(descriptionOf(code)); };
+  EXPECT_EQ(text(CURLE_COULDNT_RESOLVE_HOST), "The server could not be found.");
+  EXPECT_EQ(text(CURLE_COULDNT_RESOLVE_PROXY), "The proxy could not be found.");
+  EXPECT_EQ(text(CURLE_PROXY), "The proxy refused the connection.");
+  EXPECT_EQ(text(CURLE_GOT_NOTHING), "The connection was lost.");
+  EXPECT_EQ(text(CURLE_PARTIAL_FILE), "The connection was lost.");
+  EXPECT_EQ(text(CURLE_OPERATION_TIMEDOUT), "The request timed out.");
+  EXPECT_EQ(text(CURLE_PEER_FAILED_VERIFICATION), "A secure connection could not be made.");
+  EXPECT_EQ(text(CURLE_WEIRD_SERVER_REPLY), "The server's answer could not be understood.");
+}
+
+TEST(HttpErrorsTest, TellsARefusedConnectionFromAnImpossibleOne) {
+  EXPECT_STREQ(descriptionOf(CURLE_COULDNT_CONNECT, ECONNREFUSED), "The connection was refused.");
+  EXPECT_STREQ(descriptionOf(CURLE_COULDNT_CONNECT, ENETUNREACH), "The connection failed.");
+}
+
+TEST(HttpErrorsTest, EveryCodeHasASentence) {
+  for (int code = 1; code < CURL_LAST; ++code) {
+    const std::string text = descriptionOf(static_cast<CURLcode>(code));
+    EXPECT_TRUE(text.starts_with("The ") || text.starts_with("A ")) << code;
+    EXPECT_TRUE(text.ends_with(".")) << code;
+  }
+}
+
+}  // namespace
+}  // namespace notewick

@@ -1,0 +1,259 @@
+// The way through a proxy. The service has a name that only the proxy can find.
+#include <QElapsedTimer>
+#include <semaphore>
+
+#include "tests/support/certificate_authority.h"
+#include "tests/support/http_session_fixture.h"
+#include "tests/support/raw_server.h"
+#include "tests/support/tls_server.h"
+
+namespace notewick {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* established = "HTTP/1.1 200 Connection established\r\n\r\n";
+constexpr const char* refused = "The proxy refused the connection.";
+constexpr const char* lost = "The connection was lost.";
+constexpr const char* insecure = "A secure connection could not be made.";
+
+class HttpProxyTest : public CurlHttpSessionTest {
+ protected:
+  HttpProxyTest() {
+    const std::string file = LinuxSession::current().home() + "/authority.pem";
+    authority_.writeTo(file);
+    qputenv("SSL_CERT_FILE", QByteArray::fromStdString(file));
+    useDesktop([](const QNetworkProxyQuery&) { return QList<QNetworkProxy>(); });
+  }
+  ~HttpProxyTest() override {
+    qunsetenv("SSL_CERT_FILE");
+    qunsetenv("https_proxy");
+  }
+
+  void useDesktop(DesktopProxies::Ask ask) {
+    session_ = std::make_unique<CurlHttpSession>(HttpSessionConfiguration{5}, std::move(ask));
+  }
+
+  static void useProxy(const std::string& address) {
+    qputenv("https_proxy", QByteArray::fromStdString(address));
+  }
+
+  /// What a proxy does that lets every connection through to the service.
+  [[nodiscard]] std::function<void(const RawConnection&)> tunnel() {
+    return [this](const RawConnection& connection) {
+      log_.add(connection.readRequest());
+      connection.write(established);
+      connection.joinWith(service_.port());
+    };
+  }
+
+  [[nodiscard]] HttpRequest authorised(double timeout = 5) const {
+    HttpRequest request = get(service_.url("service.test"), timeout);
+    request.headers.emplace_back("Authorization", "Bearer secret");
+    return request;
+  }
+
+  /// What a request comes to whose proxy answers with these bytes.
+  std::string behind(const std::string& bytes) {
+    const RawServer proxy(RawServer::answering(bytes));
+    useProxy(proxy.url());
+    return outcome(authorised());
+  }
+
+  CertificateAuthority authority_;
+  TlsServer service_{authority_.issue("DNS:service.test,DNS:localhost,IP:127.0.0.1")};
+  SharedLog log_;
+};
+
+TEST_F(HttpProxyTest, AnHttpProxyMakesATunnelAndSeesNoHeaderOfTheRequest) {
+  const RawServer proxy(tunnel());
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  ASSERT_EQ(log_.entries().size(), 1U);
+  const std::string place = "service.test:" + std::to_string(service_.port());
+  EXPECT_THAT(
+      log_.entries().at(0),
+      AllOf(testing::StartsWith("CONNECT " + place + " HTTP/1.1\r\nHost: " + place + "\r\n"),
+            Not(HasSubstr("uthorization")), Not(HasSubstr("User-Agent"))));
+}
+
+TEST_F(HttpProxyTest, ThePasswordInTheProxysAddressIsSentToTheProxy) {
+  const RawServer proxy(tunnel());
+  useProxy("http://ann:p%40ss@" + proxy.url().substr(7));
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  EXPECT_THAT(log_.entries().at(0), HasSubstr("\r\nProxy-Authorization: Basic YW5uOnBAc3M=\r\n"));
+}
+
+TEST_F(HttpProxyTest, TheDesktopsProxyIsUsedWhereTheEnvironmentNamesNone) {
+  const RawServer proxy(tunnel());
+  useDesktop([&](const QNetworkProxyQuery&) {
+    return QList{
+        QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", static_cast<quint16>(proxy.port()))};
+  });
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  EXPECT_EQ(proxy.connections(), 1);
+}
+
+TEST_F(HttpProxyTest, TheEnvironmentGoesBeforeTheDesktop) {
+  const RawServer proxy(tunnel());
+  std::atomic<bool> asked = false;
+  useDesktop([&](const QNetworkProxyQuery&) {
+    asked = true;
+    return QList<QNetworkProxy>();
+  });
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  EXPECT_FALSE(asked);
+}
+
+TEST_F(HttpProxyTest, LoopbackNeverGoesThroughAProxy) {
+  const RawServer proxy(RawServer::answering(answer("502 Bad Gateway")));
+  std::atomic<bool> asked = false;
+  useDesktop([&](const QNetworkProxyQuery&) {
+    asked = true;
+    return QList<QNetworkProxy>();
+  });
+  EXPECT_EQ(outcome(get(service_.url("localhost"))), "200 secret answer");
+  for (const char* name : {"https_proxy", "http_proxy", "HTTP_PROXY", "ALL_PROXY"}) {
+    qputenv(name, QByteArray::fromStdString(proxy.url()));
+  }
+  EXPECT_EQ(outcome(get(service_.url("127.0.0.1"))), "200 secret answer");
+  EXPECT_EQ(outcome(get(service_.url("localhost"))), "200 secret answer");
+  const RawServer plain(RawServer::answering(answer("200 OK")));
+  EXPECT_EQ(outcome(get(plain.url())), "200");
+  for (const char* name : {"http_proxy", "HTTP_PROXY", "ALL_PROXY"}) qunsetenv(name);
+  EXPECT_EQ(proxy.connections(), 0);
+  EXPECT_FALSE(asked);
+}
+
+TEST_F(HttpProxyTest, ADesktopThatDoesNotTellItsProxiesCountsAsInactivity) {
+  std::binary_semaphore end(0);
+  useDesktop([&](const QNetworkProxyQuery&) {
+    end.acquire();
+    return QList<QNetworkProxy>();
+  });
+  EXPECT_EQ(outcome(authorised(0.2)), "The request timed out.");
+  end.release();
+  letTimePass(std::chrono::milliseconds(20));
+  EXPECT_EQ(service_.answered(), 0);
+}
+
+TEST_F(HttpProxyTest, AProxysRefusalIsNeverTheServicesAnswer) {
+  EXPECT_EQ(behind(answer("403 Forbidden", R"({"error":"no"})")), refused);
+  EXPECT_EQ(behind(answer("502 Bad Gateway")), refused);
+  EXPECT_EQ(behind(answer("301 Moved", "", "Location: http://127.0.0.1/\r\n")), refused);
+  EXPECT_EQ(behind(answer("401 Unauthorized", "", "WWW-Authenticate: Basic realm=\"x\"\r\n")),
+            refused);
+  EXPECT_EQ(behind("HTTP/1.1 503 Busy\r\n\r\n"), refused);
+}
+
+TEST_F(HttpProxyTest, AProxyThatWantsAPasswordIsNotAskedTwice) {
+  const std::string asks = answer("407 Proxy Authentication Required", "who?",
+                                  "Proxy-Authenticate: Basic realm=\"x\"\r\n");
+  const RawServer proxy(RawServer::answering(asks));
+  const std::string text = "The proxy asks for a user name and a password.";
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised()), text);
+  useProxy("http://ann:wrong@" + proxy.url().substr(7));
+  EXPECT_EQ(outcome(authorised()), text);
+  EXPECT_EQ(proxy.connections(), 2);
+}
+
+TEST_F(HttpProxyTest, WhatIsNoProxysAnswerIsAnError) {
+  const char* notUnderstood = "The server's answer could not be understood.";
+  EXPECT_EQ(behind("<html>Welcome to our network</html>\r\n"), notUnderstood);
+  EXPECT_EQ(behind("HTTP/1.1 101 Switching Protocols\r\n\r\n"), notUnderstood);
+  EXPECT_EQ(behind(answer("200 OK", "<html>Welcome</html>")), insecure);
+  EXPECT_EQ(behind(""), lost);
+  EXPECT_EQ(behind("HTTP/1.1 200 Conn"), lost);
+}
+
+TEST_F(HttpProxyTest, AProxyThatCutsTheTunnelIsALostConnection) {
+  EXPECT_THAT(behind(established), testing::AnyOf(lost, insecure));
+}
+
+TEST_F(HttpProxyTest, AProxyThatHangsIsGivenUp) {
+  const RawServer proxy([](const RawConnection& connection) { connection.waitForClose(); });
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised(0.3)), "The request timed out.");
+}
+
+TEST_F(HttpProxyTest, AnEndlessAnswerOfAProxyIsCut) {
+  const RawServer proxy([&](const RawConnection& connection) {
+    (void)connection.readRequest();
+    connection.write("HTTP/1.1 200 OK\r\n");
+    (void)connection.writeWithoutEnd("X: " + std::string(1000, 'x') + "\r\n", 100'000'000);
+  });
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised()), "The server's answer is too large.");
+}
+
+TEST_F(HttpProxyTest, AProxyThatIsNotThereIsATransportError) {
+  std::string gone;
+  {
+    const RawServer proxy(RawServer::answering(""));
+    gone = proxy.url();
+  }
+  useProxy(gone);
+  EXPECT_EQ(outcome(authorised()), "The connection was refused.");
+  useProxy("ftp://127.0.0.1:1");
+  EXPECT_EQ(outcome(authorised()), "The proxy's address is not valid.");
+}
+
+/// A SOCKS5 proxy that lets every connection through to the service, or refuses it.
+class SocksProxyTest : public HttpProxyTest {
+ protected:
+  void serve(const RawConnection& connection, char reply) {
+    const std::string offer = connection.read(2);
+    const std::string methods = connection.read(static_cast<std::size_t>(offer[1]));
+    const bool asks = methods.find('\2') != std::string::npos;
+    connection.write(asks ? "\5\2" : std::string("\5\0", 2));
+    if (asks) {
+      const std::string user = readText(connection, 1);
+      log_.add(user + "/" + readText(connection, 0));
+      connection.write(std::string("\1\0", 2));
+    }
+    const std::string request = connection.read(3);
+    log_.add(readText(connection, 1));
+    (void)connection.read(2);
+    connection.write(std::string("\5") + reply + std::string("\0\1\0\0\0\0\0\0", 8));
+    if (reply == 0) connection.joinWith(service_.port());
+  }
+
+  /// A text that its length goes before, behind as many bytes.
+  static std::string readText(const RawConnection& connection, std::size_t behind) {
+    (void)connection.read(behind);
+    const std::string length = connection.read(1);
+    return length.empty() ? "" : connection.read(static_cast<std::size_t>(length[0]));
+  }
+
+  static std::string at(const RawServer& proxy, const std::string& user = "") {
+    return "socks5://" + user + proxy.url("").substr(7);
+  }
+};
+
+TEST_F(SocksProxyTest, ASocksProxyFindsTheService) {
+  const RawServer proxy([this](const RawConnection& connection) { serve(connection, 0); });
+  useProxy(at(proxy));
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  EXPECT_THAT(log_.entries(), ElementsAre("service.test"));
+}
+
+TEST_F(SocksProxyTest, ASocksProxyGetsThePasswordOfItsAddress) {
+  const RawServer proxy([this](const RawConnection& connection) { serve(connection, 0); });
+  useProxy(at(proxy, "ann:secret@"));
+  EXPECT_EQ(outcome(authorised()), "200 secret answer");
+  EXPECT_THAT(log_.entries(), ElementsAre("ann/secret", "service.test"));
+}
+
+TEST_F(SocksProxyTest, ASocksProxysRefusalIsATransportError) {
+  const RawServer proxy([this](const RawConnection& connection) { serve(connection, 2); });
+  useProxy(at(proxy));
+  EXPECT_EQ(outcome(authorised()), refused);
+}
+
+}  // namespace
+}  // namespace notewick
