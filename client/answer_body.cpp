@@ -78,7 +78,6 @@ class AnswerReader {
   }
 
   bool start_array(std::size_t /*unknown*/) {
-    if (depth_ == 0) return false;
     if (depth_ == 1 && section_ == Section::participants) {
       body_.participants.emplace();
     } else if (depth_ == 1) {
@@ -144,7 +143,7 @@ class AnswerReader {
   bool scalar() {
     wantNothing();
     if (isElementOfParticipants()) refuseParticipants();
-    return depth_ > 0;
+    return true;
   }
 
   bool descend() {
@@ -202,8 +201,8 @@ AnswerBody readAnswer(std::string body) {
   if (body.find('\0') != std::string::npos) return {};  // would end it silently
   shrinkBlanks(body);
   AnswerReader reader;
-  const bool isObject = json::sax_parse(body, &reader);
-  return isObject ? std::move(reader).body() : AnswerBody();
+  const bool isJson = json::sax_parse(body, &reader);
+  return isJson ? std::move(reader).body() : AnswerBody();
 }
 
 }  // namespace notewick

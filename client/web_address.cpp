@@ -58,8 +58,8 @@ bool isOctet(std::string_view text) {
 }
 
 bool isLoopbackNumber(std::string_view host) {
-  if (std::ranges::count(host, '.') != 3 || takePart(host, '.') != "127") return false;
-  return isOctet(takePart(host, '.')) && isOctet(takePart(host, '.')) && isOctet(host);
+  return takePart(host, '.') == "127" && isOctet(takePart(host, '.')) &&
+         isOctet(takePart(host, '.')) && isOctet(host);
 }
 
 bool isLoopback(std::string_view host) {
