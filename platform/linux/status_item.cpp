@@ -68,9 +68,7 @@ bool QtStatusItem::inTray() const {
 }
 
 void QtStatusItem::hostChanged() {
-  if (icon_ || (!host_.takesNotifierItems() && !host_.takesEmbeddedIcons())) return;
-  reader_ = host_.takesNotifierItems() ? MenuReader::trayHost : MenuReader::toolkit;
-  appear();
+  if (!icon_ && (host_.takesNotifierItems() || host_.takesEmbeddedIcons())) appear();
 }
 
 void QtStatusItem::appear() {
@@ -79,8 +77,11 @@ void QtStatusItem::appear() {
     const auto target = target_.lock();
     if (reason == QSystemTrayIcon::Trigger && target) target->statusItemClicked();
   });
-  draw();
   icon_->setContextMenu(&trayMenu_);
+  // A host that starts may be known to Qt as a watcher of items before TrayHost hears of it.
+  const bool exported = exportedTrayMenu() != nullptr || host_.takesNotifierItems();
+  reader_ = exported ? MenuReader::trayHost : MenuReader::toolkit;
+  draw();
   icon_->show();
 }
 

@@ -45,9 +45,9 @@ TEST_F(StatusItemWithoutATray, SaysSoOnceOnStandardError) {
   EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1);
 }
 
-TEST_F(StatusItemWithoutATray, SaysNothingBeforeATrayHadTimeToCome) {
+TEST(StatusItem, SaysNothingBeforeATrayHadTimeToCome) {
   testing::internal::CaptureStderr();
-  const QtStatusItem patient({"symbol", "VELK Notewick", " VELK"}, target_, 10s);
+  const QtStatusItem patient({"symbol", "VELK Notewick", " VELK"}, {}, 10s);
   QApplication::processEvents();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
