@@ -6,7 +6,7 @@
 namespace notewick {
 namespace {
 
-constexpr TextBound REASON_BOUND{1000, 8 * 1024};
+constexpr TextBound REASON_BOUND{1000, 8 * KIB};
 
 }  // namespace
 

@@ -6,8 +6,8 @@
 namespace notewick {
 namespace {
 
-constexpr TextBound TITLE_BOUND{200, 2 * 1024};
-constexpr TextBound BODY_BOUND{2000, 16 * 1024};
+constexpr TextBound TITLE_BOUND{200, 2 * KIB};
+constexpr TextBound BODY_BOUND{2000, 16 * KIB};
 
 std::string scriptLiteral(const std::string& text) {
   std::string literal = "\"";

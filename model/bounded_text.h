@@ -6,6 +6,8 @@
 
 namespace notewick {
 
+inline constexpr std::size_t KIB = 1024;
+
 /// How much of a text is kept, whichever is reached first.
 struct TextBound {
   std::size_t clusters;  ///< grapheme clusters (Unicode Annex 29)

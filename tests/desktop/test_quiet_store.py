@@ -4,6 +4,7 @@
 import json
 import unittest
 
+import desk
 from desk import keyring
 from desk.notewick import NO_WORK, WATCHING, menu
 from desk.story import Story
@@ -29,6 +30,10 @@ class TheRememberedToken(Story):
         ]
         (self.home.support / "outbox.json").write_text(json.dumps(notes))
 
+    def every_note_had_its_try(self):
+        """By then every refresh of the start has been answered and its token stored."""
+        return all(note["attempts"] > 0 for note in self.home.list("outbox.json"))
+
     def test_is_fetched_once_and_no_note_and_no_menu_asks_again(self):
         self.assertEqual(self.start_signed_in().quit(), 0)
         self.put_notes_into_the_outbox()
@@ -36,6 +41,7 @@ class TheRememberedToken(Story):
         with keyring.Listener() as store:
             program = self.start()
             program.wait_for_menu(menu(WATCHING, NO_WORK, [f"{NOTES} notes waiting to send to VELK"]))
+            desk.wait_until(self.every_note_had_its_try, what="a failed attempt of every note")
             program.choose("Pause watching")
             program.wait_for_entry("Paused")
             asked = store.members()
