@@ -1,5 +1,8 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <array>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -73,6 +76,17 @@ void ReadEmptyArrays(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(readAnswer(text));
 }
 BENCHMARK(ReadEmptyArrays)->Unit(benchmark::kMillisecond);
+
+/// Has nothing to do with the program: what stands beside it tells how fast the machine is now.
+void Reference(benchmark::State& state) {
+  std::array<std::minstd_rand::result_type, 256> numbers;
+  for (auto _ : state) {
+    std::ranges::generate(numbers, std::minstd_rand());
+    std::ranges::sort(numbers);
+    benchmark::DoNotOptimize(numbers);
+  }
+}
+BENCHMARK(Reference);
 
 }  // namespace
 }  // namespace notewick
