@@ -167,8 +167,10 @@ TEST_F(MacosQuickNotePanelTest, IsSilentWhenDestroyedOrWithoutADelegate) {
   panel_.reset();
   EXPECT_TRUE(delegate_->log.empty());
   remake();
+  const std::weak_ptr<RecordingDelegate> gone = delegate_;
   delegate_.reset();
   [buttons(native(), "Send to VELK").at(0) performClick:nil];
+  EXPECT_TRUE(gone.expired());
 }
 
 }  // namespace

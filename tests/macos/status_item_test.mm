@@ -105,8 +105,10 @@ TEST_F(MacosStatusItemTest, LeavesTerminatingToTheApplication) {
 }
 
 TEST_F(MacosStatusItemTest, DropsAChoiceWhenNobodyListens) {
+  const std::weak_ptr<RecordingTarget> gone = target_;
   target_.reset();
   [shown() performActionForItemAtIndex:place(@"Retry now")];
+  EXPECT_TRUE(gone.expired());
 }
 
 }  // namespace

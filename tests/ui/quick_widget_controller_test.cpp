@@ -236,9 +236,10 @@ TEST_F(WidgetTest, ClosedByTheUserItTellsAndCanComeBack) {
 
 TEST_F(WidgetTest, ClosedWithoutAnOwnerItTellsNobody) {
   controller->present(std::nullopt);
+  const std::weak_ptr<NoteTaker> gone = owner;
   owner.reset();
   widget().close();
-  EXPECT_FALSE(widget().visible);
+  EXPECT_TRUE(gone.expired());
 }
 
 }  // namespace

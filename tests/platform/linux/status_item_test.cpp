@@ -78,8 +78,10 @@ TEST_F(StatusItemWithoutATray, TerminatesWithoutATarget) {
 
 TEST_F(StatusItemWithoutATray, DropsChoicesWhenTheTargetIsGone) {
   item_.setMenu({RETRY});
+  const std::weak_ptr<Target> gone = target_;
   target_.reset();
   choose(0);
+  EXPECT_TRUE(gone.expired());
 }
 
 TEST(StatusItem, OffersAMenuThatOutlivesIt) {
