@@ -110,13 +110,13 @@ TEST_F(CurlHttpSessionTest, AHeadThatComesByteByByteIsNotGivenUp) {
       connection.write(std::string(1, byte));
     }
   });
-  EXPECT_EQ(outcome(get(server.url(), 0.4)), "200 x");
+  EXPECT_EQ(outcome(get(server.url(), 0.6)), "200 x");
 }
 
 // More than the system holds on the way between the two.
 TEST_F(CurlHttpSessionTest, ABodyThatIsTakenSlowlyIsNotGivenUp) {
-  constexpr int pieces = 40;
-  constexpr std::size_t piece = 1'000'000;
+  constexpr int pieces = 100;
+  constexpr std::size_t piece = 400'000;
   const RawServer server([](const RawConnection& connection) {
     for (int count = 0; count < pieces; ++count) {
       (void)connection.read(piece);
@@ -125,7 +125,7 @@ TEST_F(CurlHttpSessionTest, ABodyThatIsTakenSlowlyIsNotGivenUp) {
     connection.write(answer("200 OK"));
     connection.waitForClose();
   });
-  EXPECT_EQ(outcome(post(server.url(), std::string(pieces * piece, 'x'), 0.6)), "200");
+  EXPECT_EQ(outcome(post(server.url(), std::string(pieces * piece, 'x'), 1.5)), "200");
 }
 
 TEST_F(CurlHttpSessionTest, ABodyThatIsNotTakenIsGivenUp) {
