@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -14,7 +13,7 @@ namespace notewick {
 class Lanes {
  public:
   /// The loop must outlive the lanes.
-  Lanes(MainLoop& loop, std::size_t count) : loop_(loop), free_(count) {}
+  Lanes(MainLoop& loop, int count) : loop_(loop), free_(count) {}
 
   /// Runs `call`: inside this call where a lane is free, else in a later turn. The call keeps its
   /// lane until `leave`. Calls that still wait when the lanes are destroyed never run.
@@ -36,7 +35,7 @@ class Lanes {
   void runHurried();
 
   MainLoop& loop_;
-  std::ptrdiff_t free_;  ///< below zero while calls run that did not wait for a lane
+  int free_;  ///< below zero while calls run that did not wait for a lane
   Calls waiting_;
   Calls hurried_;  ///< taken out of `waiting_`
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

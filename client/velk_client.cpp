@@ -14,7 +14,7 @@ using nlohmann::json;
 
 constexpr double SESSION_TIMEOUT = 90.0;
 constexpr double REQUEST_TIMEOUT = 60.0;
-constexpr std::size_t MOST_UNDER_WAY = 6;
+constexpr int MOST_UNDER_WAY = 6;
 constexpr const char* NOT_SECURE = "The address is not secure.";
 
 std::unique_ptr<VELKClient> sharedClient;
