@@ -17,6 +17,10 @@ struct Flood {
   const char* outcome;
 };
 
+void PrintTo(const Flood& flood, std::ostream* out) {
+  *out << flood.name;
+}
+
 class Floods : public CurlHttpSessionTest, public testing::WithParamInterface<Flood> {};
 
 // What the kernels of both sides hold on the way counts as sent, too.

@@ -19,6 +19,10 @@ struct Cut {
   bool reset;
 };
 
+void PrintTo(const Cut& cut, std::ostream* out) {
+  *out << cut.name;
+}
+
 class Cuts : public CurlHttpSessionTest, public testing::WithParamInterface<Cut> {};
 
 TEST_P(Cuts, AreALostConnectionAndANoteIsNotSentAgain) {
