@@ -97,8 +97,8 @@ void Keychain::setUnlockObserver(std::function<void(bool opened)> answered) {
 }
 
 void Keychain::unlockAnswered(bool opened) {
+  const bool wasMoot = std::exchange(question_, Question::none) == Question::moot && !isShut();
   forget();
-  const bool wasMoot = std::exchange(question_, Question::none) == Question::moot;
   const bool isOpen = isOpenNow() || opened;
   if (wasMoot) return;
   refused_ = !isOpen;
@@ -116,7 +116,7 @@ void Keychain::storeChanged() {
 
 bool Keychain::isShut() const {
   return question_ == Question::open || refused_ || waiting_ != Waiting::nothing ||
-         state_ == SecretState::locked;
+         state_ == SecretState::locked || state_ == SecretState::absent;
 }
 
 bool Keychain::isOpenNow() {

@@ -39,10 +39,10 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   /// Asks the user to open the store, unless that question is on screen already.
   void requestUnlock();
 
-  /// Has `answered` called whenever the user has answered that question, and with true when
-  /// somebody else has opened the store while the question was open or after it was refused: true
-  /// when the store is open and what waited has been written. Always in a later turn. A question
-  /// that is still on screen then is answered to nobody.
+  /// Has `answered` called in a later turn: with true when the store is open and what waited is
+  /// written, with false when the user refused. The answer comes from the user, or from somebody
+  /// else who has opened the store, or has started one that holds a token. A question that is still
+  /// on screen then is answered to nobody, unless the store has been locked again.
   void setUnlockObserver(std::function<void(bool opened)> answered);
 
   /// Takes back that the user refused: from here on a locked store counts as locked again.
@@ -65,6 +65,7 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
 
   void storeChanged();
   void unlockAnswered(bool opened);
+  /// Whether the token was out of reach when the store was last asked.
   [[nodiscard]] bool isShut() const;
   [[nodiscard]] bool isOpenNow();
   SecretWrite writeWhatWaits();
@@ -74,7 +75,7 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   bool storeReportsChanges_ = false;
   std::function<void(bool opened)> answered_;
   std::optional<SecretState> state_;  ///< what the store said last
-  std::optional<std::string> token_;  ///< absent unless `state_` is `found`, and until it is used
+  std::optional<std::string> token_;  ///< fetched when it is used, where `state_` is `found`
   Waiting waiting_ = Waiting::nothing;
   std::string waitingToken_;
   bool refused_ = false;

@@ -19,16 +19,17 @@ void Lanes::leave() {
 }
 
 void Lanes::hurry() {
+  const bool isRunning = !hurried_.empty();
   std::ranges::move(waiting_, std::back_inserter(hurried_));
   waiting_.clear();
-  runHurried();
+  if (!isRunning && !hurried_.empty()) runHurried();
 }
 
+// The call runs last: it may destroy the lanes.
 void Lanes::runHurried() {
-  if (hurried_.empty()) return;
   soon([this] {
+    if (hurried_.size() > 1) runHurried();
     runNext(hurried_);
-    runHurried();
   });
 }
 

@@ -16,14 +16,15 @@ class Lanes {
   Lanes(MainLoop& loop, int count) : loop_(loop), free_(count) {}
 
   /// Runs `call`: inside this call where a lane is free, else in a later turn. The call keeps its
-  /// lane until `leave`. Calls that still wait when the lanes are destroyed never run.
+  /// lane until `leave`. Calls that still wait when the lanes are destroyed never run. A call may
+  /// destroy the lanes.
   void enter(std::function<void()> call);
 
   /// A call has ended. Its lane is free from the next turn of the loop on, so that calls which end
   /// at once do not all run in one turn.
   void leave();
 
-  /// Runs the calls that wait now one a turn, without waiting for a free lane: for calls that have
+  /// Runs the waiting calls, one a turn, without waiting for a free lane: for calls that have
   /// nothing left to do. They leave like all others.
   void hurry();
 

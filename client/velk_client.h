@@ -34,10 +34,10 @@ using Completion = std::function<void(Result<T>)>;
 /// time, and ask for their access token when it comes: however many notes wait, a stale token costs
 /// no more refreshes than that.
 ///
-/// A sign-out overtakes the calls of the session before it, and so does a new sign-in. What they
-/// still bring (tokens, participants) is not taken: every answer is delivered as a `network` error
-/// "Signed out meanwhile", also to calls that wait for their turn. A transport failure is passed on
-/// as it is, and so is every answer to a captured note, which the service has taken or refused.
+/// A sign-out overtakes the calls of the session before it, and so does a new sign-in. Transport
+/// failures and answers to captured notes, which the service has taken or refused, are then passed
+/// on unchanged. Nothing else that comes is taken: it is delivered as a `network` error "Signed out
+/// meanwhile", also to calls that still wait for their turn.
 class VELKClient {
  public:
   /// The one client of the process, made on first use from the registered ports.

@@ -14,7 +14,7 @@ struct TextBound {
   std::size_t bytes;     ///< of UTF-8
 };
 
-/// `text` to the byte where it keeps within the bound. Of a longer one as many whole clusters of
+/// `text` unchanged where it is within the bound. Of a longer one as many whole clusters of
 /// its beginning as the bound allows, then "…", which is not counted: where already the first
 /// cluster is too long, "…" alone. A byte that is no UTF-8 counts as a character. Takes time for
 /// the part that is kept only. Pure function, any thread.

@@ -15,7 +15,7 @@ class DelayedSave {
   /// `save` writes the list as it is when it is called.
   explicit DelayedSave(std::function<void()> save) : save_(std::move(save)) {}
 
-  /// Saves at the latest so many seconds from now, together with all that changes until then.
+  /// Saves no later than `seconds` from now, together with all that changes until then.
   void within(double seconds);
 
   /// Saves at once, what waits included.

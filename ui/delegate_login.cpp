@@ -56,7 +56,7 @@ void AppDelegate::followUnlocking() {
 void AppDelegate::unlockAnswered(bool opened) {
   if (VELKClient::shared().isSignedIn()) {
     if (opened) resumeSignIn();
-  } else if (!opened || !signInOffered_) {
+  } else if (!LoginController::current() && (!opened || !signInOffered_)) {
     showLogin();
   }
   rebuildMenu();

@@ -281,6 +281,27 @@ TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
   EXPECT_THAT(answers, ElementsAre(true));
 }
 
+TEST_F(LockedKeychainTest, LockedAgainMeanwhileTheQuestionStillOnScreenCounts) {
+  for (const bool answer : {true, false}) {
+    store.locked = true;
+    startAgain();
+    asks();
+    store.othersOpen();
+    store.othersLock();
+    EXPECT_TRUE(keychain->wantsUnlock());
+    answers.clear();
+    store.userAnswers(answer);
+    EXPECT_THAT(answers, ElementsAre(answer));
+  }
+}
+
+TEST_F(KeychainTest, ATokenThatComesWithinReachLaterIsTold) {
+  EXPECT_FALSE(keychain->holdsToken());
+  store.othersWrite("T");
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+}
+
 TEST_F(LockedKeychainTest, AReportFromAStoreThatIsStillLockedChangesNothing) {
   asks();
   store.othersLock();

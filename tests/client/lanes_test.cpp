@@ -90,6 +90,26 @@ TEST_F(LanesTest, OnlyTheCallsThatWaitWhenItIsSaidAreHurried) {
   EXPECT_THAT(running, ElementsAre("a", "b", "c"));
 }
 
+TEST_F(LanesTest, HurriedTwiceTheyStillRunOneATurn) {
+  for (const auto* const call : {"a", "b", "c", "d"}) enter(call);
+  lanes->hurry();
+  enter("e");
+  lanes->hurry();
+  loop.post([this] { running.push_back("the next turn"); });
+  loop.runPosted();
+  EXPECT_THAT(running, ElementsAre("a", "b", "c", "the next turn", "d", "e"));
+}
+
+TEST_F(LanesTest, AHurriedCallMayDestroyTheLanes) {
+  enter("a");
+  enter("b");
+  lanes->enter([this] { lanes.reset(); });
+  enter("never");
+  lanes->hurry();
+  loop.runPosted();
+  EXPECT_THAT(running, ElementsAre("a", "b"));
+}
+
 TEST_F(LanesTest, AfterTheEndNothingRuns) {
   for (const auto* const call : {"a", "b", "c", "d"}) enter(call);
   running.clear();

@@ -52,6 +52,11 @@ std::string text(const QString& from) {
   return from.toStdString();
 }
 
+/// Qt keeps an IPv6 address without the brackets that it has in an address (RFC 3986, 3.2.2).
+std::string hostInAddress(const QString& host) {
+  return text(host.contains(QLatin1Char(':')) ? QLatin1Char('[') + host + QLatin1Char(']') : host);
+}
+
 }  // namespace
 
 void setRequest(CURL* handle, const QUrl& address, const HttpRequest& request) {
@@ -98,10 +103,11 @@ void setProxy(CURL* handle, const QNetworkProxy& proxy) {
     return;
   }
   const bool isSocks = proxy.type() == QNetworkProxy::Socks5Proxy;
-  curl_easy_setopt(handle, CURLOPT_PROXY, text(proxy.hostName()).c_str());
+  curl_easy_setopt(handle, CURLOPT_PROXY, hostInAddress(proxy.hostName()).c_str());
   curl_easy_setopt(handle, CURLOPT_PROXYPORT, static_cast<long>(proxy.port()));
   curl_easy_setopt(handle, CURLOPT_PROXYTYPE,
                    static_cast<long>(isSocks ? CURLPROXY_SOCKS5_HOSTNAME : CURLPROXY_HTTP));
+  if (isSocks) curl_easy_setopt(handle, CURLOPT_SOCKS5_AUTH, static_cast<long>(CURLAUTH_BASIC));
   curl_easy_setopt(handle, CURLOPT_HTTPPROXYTUNNEL, 1L);
   curl_easy_setopt(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE));
   if (proxy.user().isEmpty()) return;
