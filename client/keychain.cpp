@@ -56,11 +56,10 @@ bool Keychain::wantsUnlock() {
 }
 
 SecretState Keychain::state() {
-  if (!state_ || !storeReportsChanges_) {
-    const SecretState now = store_.state(refreshTokenKey());
-    remember(now, now == SecretState::found ? std::move(token_) : std::nullopt);
-  }
-  return *state_;
+  if (state_ && storeReportsChanges_) return *state_;
+  const SecretState now = store_.state(refreshTokenKey());
+  remember(now, now == SecretState::found ? std::move(token_) : std::nullopt);
+  return now;
 }
 
 std::optional<std::string> Keychain::token() {
