@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "platform/accessibility.h"
-#include "platform/linux/atspi_bus.h"
-#include "platform/linux/consent_question.h"
+#include "platform/linux/atspi/atspi_bus.h"
+#include "platform/linux/atspi/consent_question.h"
 
 namespace notewick {
 

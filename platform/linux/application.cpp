@@ -8,9 +8,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/linux/own_application.h"
-#include "platform/linux/single_instance.h"
-#include "platform/linux/termination_signals.h"
+#include "platform/linux/session/single_instance.h"
+#include "platform/linux/session/termination_signals.h"
+#include "platform/linux/titles/own_application.h"
 
 namespace notewick {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "platform/linux/application.h"
 #include "platform/linux/clock.h"
-#include "platform/linux/colour_scheme.h"
+#include "platform/linux/controls/colour_scheme.h"
 #include "platform/linux/http_session.h"
 #include "platform/linux/main_loop.h"
 #include "platform/linux/notifier.h"

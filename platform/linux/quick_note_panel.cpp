@@ -7,13 +7,13 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "platform/linux/announcing_label.h"
-#include "platform/linux/caught_list.h"
-#include "platform/linux/chooser.h"
-#include "platform/linux/note_field.h"
-#include "platform/linux/panel_button.h"
-#include "platform/linux/panel_placement.h"
-#include "platform/linux/segmented_control.h"
+#include "platform/linux/controls/announcing_label.h"
+#include "platform/linux/controls/chooser.h"
+#include "platform/linux/controls/panel_button.h"
+#include "platform/linux/controls/segmented_control.h"
+#include "platform/linux/panels/caught_list.h"
+#include "platform/linux/panels/note_field.h"
+#include "platform/linux/panels/panel_placement.h"
 #include "platform/user_defaults.h"
 
 namespace notewick {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/floating_panel.h"
+#include "platform/linux/panels/floating_panel.h"
 #include "platform/quick_note_panel.h"
 
 class QLabel;

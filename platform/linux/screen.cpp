@@ -3,11 +3,11 @@
 #include <utility>
 
 #include "platform/linux/accessibility.h"
-#include "platform/linux/atspi_screen.h"
-#include "platform/linux/session_lock.h"
-#include "platform/linux/toplevel_screen.h"
-#include "platform/linux/wayland_connection.h"
-#include "platform/linux/x11_screen.h"
+#include "platform/linux/atspi/atspi_screen.h"
+#include "platform/linux/session/session_lock.h"
+#include "platform/linux/wayland/toplevel_screen.h"
+#include "platform/linux/wayland/wayland_connection.h"
+#include "platform/linux/x11/x11_screen.h"
 
 namespace notewick {
 namespace {

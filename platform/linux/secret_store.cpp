@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/linux/secret_service_wait.h"
-#include "platform/linux/secret_service_watch.h"
-#include "platform/linux/secret_unlock.h"
+#include "platform/linux/secrets/secret_service_wait.h"
+#include "platform/linux/secrets/secret_service_watch.h"
+#include "platform/linux/secrets/secret_unlock.h"
 
 namespace notewick {
 

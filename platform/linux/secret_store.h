@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/linux/secret_service.h"
+#include "platform/linux/secrets/secret_service.h"
 #include "platform/secret_store.h"
 
 namespace notewick {

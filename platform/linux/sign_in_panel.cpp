@@ -4,11 +4,11 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "platform/linux/announcing_label.h"
-#include "platform/linux/entry_field.h"
-#include "platform/linux/panel_button.h"
-#include "platform/linux/panel_placement.h"
-#include "platform/linux/spinner.h"
+#include "platform/linux/controls/announcing_label.h"
+#include "platform/linux/controls/entry_field.h"
+#include "platform/linux/controls/panel_button.h"
+#include "platform/linux/controls/spinner.h"
+#include "platform/linux/panels/panel_placement.h"
 
 namespace notewick {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/linux/floating_panel.h"
+#include "platform/linux/panels/floating_panel.h"
 #include "platform/sign_in_panel.h"
 
 class QBoxLayout;

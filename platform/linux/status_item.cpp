@@ -4,9 +4,9 @@
 #include <QPointer>
 #include <iostream>
 
-#include "platform/linux/exported_menu.h"
-#include "platform/linux/panel_look.h"
-#include "platform/linux/status_symbol.h"
+#include "platform/linux/controls/panel_look.h"
+#include "platform/linux/tray/exported_menu.h"
+#include "platform/linux/tray/status_symbol.h"
 
 namespace notewick {
 namespace {

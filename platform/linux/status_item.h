@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/linux/menu_renderer.h"
-#include "platform/linux/tray_host.h"
+#include "platform/linux/tray/menu_renderer.h"
+#include "platform/linux/tray/tray_host.h"
 #include "platform/status_item.h"
 
 namespace notewick {

@@ -4,7 +4,7 @@
 
 #include "platform/linux/quick_note_panel.h"
 #include "platform/linux/sign_in_panel.h"
-#include "platform/linux/status_symbol.h"
+#include "platform/linux/tray/status_symbol.h"
 
 namespace notewick {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/linux/quick_note_panel.h"
-#include "tests/platform/linux/panel_fixture.h"
+#include "tests/platform/linux/panels/panel_fixture.h"
 #include "tests/support/fake_user_defaults.h"
 
 namespace notewick {

@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QScreen>
 
-#include "platform/linux/panel_look.h"
+#include "platform/linux/controls/panel_look.h"
 #include "tests/platform/linux/quick_note_panel_fixture.h"
 
 namespace notewick {

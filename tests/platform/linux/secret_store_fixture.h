@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/secret_on_bus.h"
 #include "platform/linux/secret_store.h"
+#include "platform/linux/secrets/secret_on_bus.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {

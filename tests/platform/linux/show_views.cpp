@@ -11,8 +11,8 @@
 #include <memory>
 #include <sstream>
 
-#include "platform/linux/colour_scheme.h"
-#include "platform/linux/panel_look.h"
+#include "platform/linux/controls/colour_scheme.h"
+#include "platform/linux/controls/panel_look.h"
 #include "platform/linux/user_defaults.h"
 #include "platform/linux/views.h"
 

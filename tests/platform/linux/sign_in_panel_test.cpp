@@ -4,9 +4,9 @@
 #include <QLineEdit>
 #include <QScreen>
 
-#include "platform/linux/panel_look.h"
-#include "platform/linux/spinner.h"
-#include "tests/platform/linux/panel_fixture.h"
+#include "platform/linux/controls/panel_look.h"
+#include "platform/linux/controls/spinner.h"
+#include "tests/platform/linux/panels/panel_fixture.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {

@@ -1,0 +1,179 @@
+#include "platform/linux/atspi/atspi_bus.h"
+
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QStringList>
+#include <QVariantMap>
+#include <utility>
+
+namespace notewick {
+namespace {
+
+const QString launcher = QStringLiteral("org.a11y.Bus");
+const QString launcherPath = QStringLiteral("/org/a11y/bus");
+const QString statusInterface = QStringLiteral("org.a11y.Status");
+const QString isEnabled = QStringLiteral("IsEnabled");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString registry = QStringLiteral("org.a11y.atspi.Registry");
+const QString registryPath = QStringLiteral("/org/a11y/atspi/registry");
+const QString windowEvents = QStringLiteral("org.a11y.atspi.Event.Window");
+const QString objectEvents = QStringLiteral("org.a11y.atspi.Event.Object");
+const QString nameChange = QStringLiteral("accessible-name");
+const QString connectionName = QStringLiteral("notewick-accessibility");
+
+QDBusMessage launcherCall(const QString& interface, const char* method, QVariantList arguments) {
+  auto message = QDBusMessage::createMethodCall(launcher, launcherPath, interface, method);
+  message.setArguments(arguments);
+  return message;
+}
+
+bool ranOver(const QDBusMessage& reply) {
+  const auto type = QDBusError(reply).type();
+  return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
+}
+
+}  // namespace
+
+AtspiBus::AtspiBus() : session_(QDBusConnection::sessionBus()), startLimit_(sampleLimit) {
+  session_.connect(launcher, launcherPath, properties, QStringLiteral("PropertiesChanged"), this,
+                   SLOT(onPropertiesChanged(QString, QVariantMap)));
+  sessionWatcher_.setConnection(session_);
+  sessionWatcher_.addWatchedService(launcher);
+  connect(&sessionWatcher_, &QDBusServiceWatcher::serviceRegistered, this, &AtspiBus::readSetting);
+  connect(&sessionWatcher_, &QDBusServiceWatcher::serviceUnregistered, this,
+          [this] { apply(Setting::missing); });
+  connect(&registryWatcher_, &QDBusServiceWatcher::serviceRegistered, this,
+          &AtspiBus::registerEvents);
+  readSetting();
+  startLimit_.reset();
+}
+
+AtspiBus::~AtspiBus() {
+  leave();
+}
+
+void AtspiBus::ask(const QDBusMessage& question, Answer answer) {
+  if (startLimit_ && !startLimit_->isOver()) {
+    const auto reply =
+        session_.call(question, QDBus::Block, static_cast<int>(startLimit_->remaining().count()));
+    if (!ranOver(reply)) return answer(reply);
+  }
+  auto* call = new QDBusPendingCallWatcher(session_.asyncCall(question), this);
+  connect(call, &QDBusPendingCallWatcher::finished, this, [call, answer = std::move(answer)] {
+    call->deleteLater();
+    answer(call->reply());
+  });
+}
+
+void AtspiBus::readSetting() {
+  ask(launcherCall(properties, "Get", {statusInterface, isEnabled}), [this](const auto& reply) {
+    const auto value = reply.arguments().value(0).template value<QDBusVariant>().variant();
+    if (reply.type() != QDBusMessage::ReplyMessage) return apply(Setting::missing);
+    apply(value.toBool() ? Setting::on : Setting::off);
+  });
+}
+
+void AtspiBus::turnOn() {
+  const auto on = QVariant::fromValue(QDBusVariant(true));
+  ask(launcherCall(properties, "Set", {statusInterface, isEnabled, on}),
+      [this](const auto&) { readSetting(); });
+}
+
+void AtspiBus::onPropertiesChanged(const QString& interface, const QVariantMap& changed) {
+  if (interface == statusInterface && changed.contains(isEnabled)) readSetting();
+}
+
+void AtspiBus::apply(Setting setting) {
+  if (setting_ != setting) {
+    setting_ = setting;
+    emit settingChanged();
+  }
+  if (setting == Setting::on) {
+    join();
+  } else {
+    leave();
+  }
+}
+
+void AtspiBus::join() {
+  if (isConnected() || std::exchange(isJoining_, true)) return;
+  leave();
+  ask(launcherCall(launcher, "GetAddress", {}), [this](const auto& reply) {
+    isJoining_ = false;
+    const auto address = reply.arguments().value(0).toString();
+    if (reply.type() == QDBusMessage::ReplyMessage && setting_ == Setting::on) joinAt(address);
+  });
+}
+
+void AtspiBus::joinAt(const QString& address) {
+  auto bus = QDBusConnection::connectToBus(address, connectionName);
+  hasJoined_ = true;
+  if (!bus.isConnected()) return;
+  bus.connect(QString(), QString(), windowEvents, QStringLiteral("Activate"), this,
+              SLOT(onWindowActivated(QDBusMessage)));
+  registryWatcher_.setConnection(bus);
+  registryWatcher_.addWatchedService(registry);
+  registerEvents();
+}
+
+void AtspiBus::leave() {
+  if (!std::exchange(hasJoined_, false)) return;
+  followed_.clear();
+  registryWatcher_.setWatchedServices({});
+  QDBusConnection::disconnectFromBus(connectionName);
+}
+
+bool AtspiBus::isConnected() const {
+  return hasJoined_ && QDBusConnection(connectionName).isConnected();
+}
+
+std::optional<QDBusConnection> AtspiBus::connection() {
+  if (isConnected()) return QDBusConnection(connectionName);
+  if (setting_ == Setting::on) join();
+  return std::nullopt;
+}
+
+// Without a listener programs do not keep their states current: Chromium then shows the window that
+// was active first as active for ever.
+void AtspiBus::registerEvents() {
+  changeEvents("RegisterEvent", QStringLiteral("window:activate"), QString());
+  const auto application = std::exchange(followed_, QString());
+  if (!application.isEmpty()) follow(application);
+}
+
+void AtspiBus::follow(const QString& application) {
+  if (followed_ == application || !isConnected()) return;
+  const auto event = QStringLiteral("object:property-change:accessible-name");
+  QDBusConnection bus(connectionName);
+  const auto change = QStringLiteral("PropertyChange");
+  const auto slot = SLOT(onPropertyChange(QDBusMessage));
+  if (!followed_.isEmpty()) {
+    changeEvents("DeregisterEvent", event, QString());
+    bus.disconnect(followed_, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
+  }
+  changeEvents("RegisterEvent", event, application);
+  bus.connect(application, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
+  followed_ = application;
+}
+
+void AtspiBus::changeEvents(const char* method, const QString& event, const QString& application) {
+  if (!isConnected()) return;
+  auto call = QDBusMessage::createMethodCall(registry, registryPath, registry, method);
+  call << event;
+  if (QLatin1String(method) == QLatin1String("RegisterEvent")) call << QStringList() << application;
+  QDBusConnection(connectionName).send(call);
+}
+
+void AtspiBus::onWindowActivated(const QDBusMessage& event) {
+  emit windowActivated(event.service());
+}
+
+void AtspiBus::onPropertyChange(const QDBusMessage& event) {
+  const auto name = event.arguments().value(3).value<QDBusVariant>().variant();
+  if (name.typeId() == QMetaType::QString) {
+    emit renamed(event.service(), event.path(), name.toString());
+  }
+}
+
+}  // namespace notewick

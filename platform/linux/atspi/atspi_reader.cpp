@@ -1,0 +1,184 @@
+#include "platform/linux/atspi/atspi_reader.h"
+
+#include <unistd.h>
+
+#include <QDBusArgument>
+#include <QDBusError>
+#include <QDBusMetaType>
+#include <QDBusPendingCall>
+#include <QDBusVariant>
+#include <QList>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace notewick {
+
+static QDBusArgument& operator<<(QDBusArgument& argument, const AtspiReference& reference) {
+  argument.beginStructure();
+  argument << reference.application << reference.path;
+  argument.endStructure();
+  return argument;
+}
+
+static const QDBusArgument& operator>>(const QDBusArgument& argument, AtspiReference& reference) {
+  argument.beginStructure();
+  argument >> reference.application >> reference.path;
+  argument.endStructure();
+  return argument;
+}
+
+namespace {
+
+using std::chrono::milliseconds;
+
+const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString busService = QStringLiteral("org.freedesktop.DBus");
+
+/// Far more than a program has windows; a bound on what a broken one can cost.
+constexpr qsizetype maximumChildren = 64;
+
+/// The bit of ATSPI_STATE_ACTIVE in the first word of a state set.
+constexpr unsigned int activeState = 1U << 1;
+
+const AtspiReference desktop{QStringLiteral("org.a11y.atspi.Registry"),
+                             QDBusObjectPath("/org/a11y/atspi/accessible/root")};
+
+QDBusMessage call(const AtspiReference& object, const QString& interface, const QString& method) {
+  auto message =
+      QDBusMessage::createMethodCall(object.application, object.path.path(), interface, method);
+  message.setAutoStartService(false);
+  return message;
+}
+
+QDBusMessage childrenOf(const AtspiReference& object) {
+  return call(object, accessible, QStringLiteral("GetChildren"));
+}
+
+QDBusMessage stateOf(const AtspiReference& object) {
+  return call(object, accessible, QStringLiteral("GetState"));
+}
+
+QDBusMessage nameOf(const AtspiReference& object) {
+  return call(object, properties, QStringLiteral("Get")) << accessible << QStringLiteral("Name");
+}
+
+QDBusMessage processOf(const AtspiReference& object) {
+  auto message = QDBusMessage::createMethodCall(busService, QStringLiteral("/"), busService,
+                                                QStringLiteral("GetConnectionUnixProcessID"));
+  return message << object.application;
+}
+
+/// The first value of a reply; nothing when it is an error or has another type.
+template <typename T>
+T valueOf(const QDBusMessage& reply, const char* signature) {
+  const bool fits =
+      reply.type() == QDBusMessage::ReplyMessage && reply.signature() == QLatin1String(signature);
+  return fits ? qdbus_cast<T>(reply.arguments().value(0)) : T();
+}
+
+QList<AtspiReference> references(const QDBusMessage& reply) {
+  return valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, maximumChildren);
+}
+
+bool ranOver(const QDBusMessage& reply) {
+  const auto type = QDBusError(reply).type();
+  return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
+}
+
+template <typename Question>
+std::vector<QDBusMessage> questions(const std::vector<AtspiReference>& objects, Question question) {
+  std::vector<QDBusMessage> messages;
+  std::ranges::transform(objects, std::back_inserter(messages), question);
+  return messages;
+}
+
+}  // namespace
+
+std::vector<AtspiReference> AtspiReader::applications(const QDBusConnection& bus,
+                                                      const Deadline& deadline) {
+  const auto children =
+      references(ask(bus, {childrenOf(desktop)}, deadline.remaining() / 2).front());
+  const std::vector<AtspiReference> all(children.begin(), children.end());
+  const auto processes = ask(bus, questions(all, processOf), deadline.remaining() / 2);
+  const auto own = static_cast<unsigned int>(getpid());
+  std::vector<AtspiReference> others;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (valueOf<unsigned int>(processes[i], "u") != own) others.push_back(all[i]);
+  }
+  return others;
+}
+
+std::vector<AtspiReader::Window> AtspiReader::windows(
+    const QDBusConnection& bus, const std::vector<AtspiReference>& applications,
+    const Deadline& deadline) {
+  std::vector<AtspiReference> found;
+  for (const auto& reply :
+       ask(bus, questions(applications, childrenOf), deadline.remaining() / 2)) {
+    for (const auto& window : references(reply)) found.push_back(window);
+  }
+  const auto states = ask(bus, questions(found, stateOf), deadline.remaining() / 2);
+  std::vector<Window> windows;
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    const auto words = valueOf<QList<unsigned int>>(states[i], "au");
+    windows.push_back({found[i], !words.isEmpty() && (words.front() & activeState) != 0});
+  }
+  return windows;
+}
+
+std::vector<std::optional<QString>> AtspiReader::names(const QDBusConnection& bus,
+                                                       const std::vector<AtspiReference>& objects,
+                                                       const Deadline& deadline) {
+  std::vector<std::optional<QString>> names;
+  for (const auto& reply : ask(bus, questions(objects, nameOf), deadline.remaining())) {
+    const auto value = valueOf<QDBusVariant>(reply, "v").variant();
+    const bool isText = value.typeId() == QMetaType::QString;
+    names.push_back(isText ? std::optional(value.toString()) : std::nullopt);
+  }
+  return names;
+}
+
+std::vector<QDBusMessage> AtspiReader::ask(const QDBusConnection& bus,
+                                           const std::vector<QDBusMessage>& questions,
+                                           milliseconds limit) {
+  static const bool isRegistered = [] {
+    qDBusRegisterMetaType<AtspiReference>();
+    qDBusRegisterMetaType<QList<AtspiReference>>();
+    return true;
+  }();
+  static_cast<void>(isRegistered);
+
+  std::vector<std::optional<QDBusPendingCall>> calls;
+  for (const auto& question : questions) {
+    const bool isAsked = limit > milliseconds::zero() && !silent_.contains(question.service());
+    calls.push_back(isAsked
+                        ? std::optional(bus.asyncCall(question, static_cast<int>(limit.count())))
+                        : std::nullopt);
+  }
+  std::vector<QDBusMessage> replies;
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (!calls[i]) {
+      replies.emplace_back();
+      continue;
+    }
+    calls[i]->waitForFinished();
+    replies.push_back(calls[i]->reply());
+    if (ranOver(replies.back())) waitForSignOfLife(bus, questions[i].service());
+  }
+  return replies;
+}
+
+void AtspiReader::waitForSignOfLife(const QDBusConnection& bus, const QString& application) {
+  if (silent_.contains(application)) return;
+  silent_.insert(application);
+  const AtspiReference root{application, desktop.path};
+  const auto anyAnswer = bus.asyncCall(stateOf(root), std::numeric_limits<int>::max());
+  auto* watcher = new QDBusPendingCallWatcher(anyAnswer, this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, application] {
+    watcher->deleteLater();
+    silent_.remove(application);
+  });
+}
+
+}  // namespace notewick

@@ -1,0 +1,148 @@
+#include "platform/linux/controls/panel_look.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QFontInfo>
+#include <algorithm>
+#include <cmath>
+
+namespace notewick {
+namespace {
+
+constexpr double SYSTEM_FONT_SIZE = 13.0;
+constexpr double PURE_CONTRAST = 20.0;
+constexpr double SECONDARY_CONTRAST = 7.0;
+constexpr double TEXT_CONTRAST = 4.5;
+constexpr double OUTLINE_CONTRAST = 3.0;
+constexpr QChar WORD_JOINER(0x2060);
+const QColor RED(0xff, 0x3b, 0x30);
+
+double pointScale() {
+  return std::max(1.0, QFontInfo(QApplication::font()).pixelSize() / SYSTEM_FONT_SIZE);
+}
+
+double linear(double channel) {
+  return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& colour) {
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+         0.0722 * linear(colour.blueF());
+}
+
+QColor mixed(const QColor& one, const QColor& other, double share) {
+  const auto channel = [share](double from, double to) {
+    return static_cast<float>(from + (to - from) * share);
+  };
+  return QColor::fromRgbF(channel(one.redF(), other.redF()), channel(one.greenF(), other.greenF()),
+                          channel(one.blueF(), other.blueF()));
+}
+
+/// Goes from `from` towards `to` no further than needed for `wanted` on `background`.
+QColor withContrast(const QColor& from, const QColor& to, const QColor& background, double wanted) {
+  constexpr int STEPS = 20;
+  for (int step = 0; step < STEPS; ++step) {
+    const QColor candidate = mixed(from, to, static_cast<double>(step) / STEPS);
+    if (contrast(candidate, background) >= wanted) return candidate;
+  }
+  return to;
+}
+
+QColor dimmed(const QColor& foreground, const QColor& background, double share, double wanted) {
+  if (contrast(foreground, background) >= PURE_CONTRAST) return foreground;
+  return withContrast(mixed(foreground, background, share), foreground, background, wanted);
+}
+
+}  // namespace
+
+int points(double length) {
+  return static_cast<int>(std::lround(length * pointScale()));
+}
+
+QFont panelFont(double size, QFont::Weight weight) {
+  QFont font = QApplication::font();
+  font.setPixelSize(points(size));
+  font.setWeight(weight);
+  return font;
+}
+
+double contrast(const QColor& one, const QColor& other) {
+  const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor tinted(const QPalette& palette, Tint tint) {
+  const QColor foreground = palette.color(QPalette::Active, QPalette::WindowText);
+  const QColor background = palette.color(QPalette::Active, QPalette::Window);
+  switch (tint) {
+    case Tint::primary:
+      return foreground;
+    case Tint::secondary:
+      return dimmed(foreground, background, 0.3, SECONDARY_CONTRAST);
+    case Tint::tertiary:
+      return dimmed(foreground, background, 0.5, TEXT_CONTRAST);
+    case Tint::error:
+      return withContrast(RED, foreground, background, TEXT_CONTRAST);
+  }
+  return foreground;
+}
+
+QColor exampleColour(const QPalette& palette) {
+  const QColor typed = palette.color(QPalette::Active, QPalette::Text);
+  const QColor field = palette.color(QPalette::Active, QPalette::Base);
+  return withContrast(mixed(typed, field, 0.5), typed, field, TEXT_CONTRAST);
+}
+
+QColor outlineColour(const QPalette& palette) {
+  return dimmed(palette.color(QPalette::Active, QPalette::WindowText),
+                palette.color(QPalette::Active, QPalette::Window), 0.6, OUTLINE_CONTRAST);
+}
+
+QString fromUtf8(const std::string& utf8) {
+  return QString::fromStdString(utf8);
+}
+
+QString buttonText(const std::string& utf8) {
+  return fromUtf8(utf8).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+Label::Label(const std::string& content, double size, Tint tint, QFont::Weight weight)
+    : QLabel(fromUtf8(content)), tint_(tint) {
+  setTextFormat(Qt::PlainText);
+  setFont(panelFont(size, weight));
+  colour();
+}
+
+void Label::wrapAt(double width) {
+  setWordWrap(true);
+  setFixedWidth(points(width));
+  fitHeight();
+}
+
+void Label::display(const std::string& content) {
+  if (!wordWrap()) return setText(fromUtf8(content));
+  setText(fromUtf8(content).replace(QLatin1String("://"), QString("://") + WORD_JOINER));
+  fitHeight();
+}
+
+void Label::fitHeight() {
+  setMinimumHeight(0);
+  setMaximumHeight(QWIDGETSIZE_MAX);
+  setFixedHeight(std::max(0, heightForWidth(maximumWidth())));
+}
+
+void Label::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ParentChange) colour();
+}
+
+void Label::colour() {
+  QPalette own = palette();
+  const QColor wanted = tinted(window()->palette(), tint_);
+  if (own.color(QPalette::WindowText) == wanted) return;
+  own = QPalette();
+  own.setColor(QPalette::WindowText, wanted);
+  setPalette(own);
+}
+
+}  // namespace notewick

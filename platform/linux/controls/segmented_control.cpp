@@ -1,0 +1,118 @@
+#include "platform/linux/controls/segmented_control.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "platform/linux/controls/accessible_role.h"
+#include "platform/linux/controls/panel_look.h"
+#include "platform/linux/controls/return_key.h"
+
+namespace notewick {
+namespace {
+
+constexpr double RADIUS = 4.0;
+constexpr double HEIGHT = 26.0;
+
+class Segment : public QAbstractButton {
+ public:
+  enum class Place { first, inner, last };
+
+  Segment(const std::string& content, Place place) : place_(place) {
+    setText(fromUtf8(content));
+    setAccessibleName(fromUtf8(content));
+    setCheckable(true);
+    setAutoExclusive(true);
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    setFont(panelFont(12));
+    setFixedHeight(points(HEIGHT));
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (isReturn(*event)) return event->ignore();
+    QAbstractButton::keyPressEvent(event);
+  }
+
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette& colours = palette();
+    painter.setPen(outlineColour(colours));
+    painter.setBrush(background());
+    painter.drawPath(outline(0.5));
+    painter.setPen(colours.color(isChecked() ? QPalette::HighlightedText : QPalette::ButtonText));
+    painter.drawText(rect(), Qt::AlignCenter, text());
+    if (!hasFocus()) return;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(focusColour(), points(1.5)));
+    painter.drawPath(outline(points(2.5)));
+  }
+
+ private:
+  [[nodiscard]] QBrush background() const {
+    if (isChecked()) return palette().highlight();
+    const QColor plain = palette().color(QPalette::Button);
+    return isDown() ? plain.darker(115) : underMouse() ? plain.lighter(107) : plain;
+  }
+
+  [[nodiscard]] QColor focusColour() const {
+    return palette().color(isChecked() ? QPalette::HighlightedText : QPalette::Highlight);
+  }
+
+  /// Neighbours share their border: only the outer ends are round and stand free.
+  [[nodiscard]] QPainterPath outline(double inset) const {
+    QRectF box = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    if (inset < 1.0 && place_ != Place::last) box.setRight(width() + 0.5);
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    const double radius = points(RADIUS);
+    path.addRoundedRect(box, radius, radius);
+    if (place_ != Place::first) path.addRect(box.adjusted(0, 0, -box.width() / 2, 0));
+    if (place_ != Place::last) path.addRect(box.adjusted(box.width() / 2, 0, 0, 0));
+    return path.simplified();
+  }
+
+  Place place_;
+};
+
+Segment::Place placeOf(std::size_t index, std::size_t count) {
+  if (index == 0) return Segment::Place::first;
+  return index + 1 == count ? Segment::Place::last : Segment::Place::inner;
+}
+
+}  // namespace
+
+SegmentedControl::SegmentedControl(const std::vector<std::string>& segments,
+                                   const std::string& label) {
+  setAccessibleRole(*this, QAccessible::Grouping);
+  setAccessibleName(fromUtf8(label));
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  for (std::size_t i = 0; i < segments.size(); ++i) {
+    auto* const segment = new Segment(segments[i], placeOf(i, segments.size()));
+    segment->setAccessibleDescription(fromUtf8(label));
+    row->addWidget(segment, 1);
+    segments_.push_back(segment);
+  }
+}
+
+std::optional<std::size_t> SegmentedControl::selected() const {
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    if (segments_[i]->isChecked()) return i;
+  }
+  return std::nullopt;
+}
+
+void SegmentedControl::deselect() {
+  for (QAbstractButton* segment : segments_) {
+    segment->setAutoExclusive(false);
+    segment->setChecked(false);
+    segment->setAutoExclusive(true);
+  }
+}
+
+}  // namespace notewick

@@ -1,0 +1,42 @@
+#include "platform/linux/panels/move_witness.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace notewick {
+
+void MoveWitness::mapped() {
+  isDrawn_ = false;
+  isPlaced_ = isPlaced_ && placing_ == Placing::once;
+  asked_.clear();
+  owed_ = 0;
+}
+
+void MoveWitness::asked(QPoint place) {
+  asked_.removeAll(place);
+  asked_.append(place);
+  ++owed_;
+}
+
+void MoveWitness::grabbed() {
+  isPlaced_ = true;
+  asked_.clear();
+  owed_ = 0;
+}
+
+Mover MoveWitness::reported(QPoint place) {
+  const bool wasPlaced = std::exchange(isPlaced_, true);
+  if (asked_.contains(place)) {
+    owed_ = place == asked_.last() ? 0 : std::max<qsizetype>(owed_ - 1, 0);
+    return Mover::program;
+  }
+  if (!wasPlaced || !isDrawn_) return Mover::windowManager;
+  if (owed_ > 0) {
+    --owed_;
+    return Mover::program;
+  }
+  asked_.clear();
+  return Mover::user;
+}
+
+}  // namespace notewick

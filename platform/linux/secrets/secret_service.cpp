@@ -1,0 +1,183 @@
+#include "platform/linux/secrets/secret_service.h"
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QVariantMap>
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+#include "platform/linux/secrets/secret_on_bus.h"
+
+namespace notewick {
+namespace {
+
+using namespace secretService;
+
+constexpr const char* busName = "org.freedesktop.DBus";
+constexpr const char* busPath = "/org/freedesktop/DBus";
+
+SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int patience) {
+  const QDBusMessage reply =
+      QDBusConnection::sessionBus().call(message, QDBus::Block, std::max(patience, 1));
+  if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments();
+  return tl::unexpected(failureOf(QDBusError(reply)));
+}
+
+SecretAttributes attributesOf(const SecretKey& key) {
+  return {{"service", QString::fromStdString(key.service)},
+          {"account", QString::fromStdString(key.account)}};
+}
+
+QVariant variantOf(const SecretAttributes& attributes) {
+  return QVariant::fromValue(attributes);
+}
+
+QVariant plainSecret(const QDBusObjectPath& session, const QByteArray& secret) {
+  return QVariant::fromValue(SecretOnBus{session, {}, secret, "text/plain"});
+}
+
+// A service that would have to ask the user first has not done what it was asked for.
+SecretServiceAnswer<void> doneWithoutPrompt(const QVariantList& answer) {
+  if (answer.value(answer.size() - 1).value<QDBusObjectPath>().path() == nothing) return {};
+  return tl::unexpected(SecretServiceFailure::refused);
+}
+
+void nothingMore(const QVariantList& /*answer*/) {}
+
+}  // namespace
+
+QDBusMessage secretService::startMessage(const char* program) {
+  QDBusMessage wish =
+      QDBusMessage::createMethodCall(busName, busPath, busName, "StartServiceByName");
+  constexpr uint noFlags = 0;
+  wish << program << noFlags;
+  return wish;
+}
+
+QDBusMessage secretService::searchMessage(const SecretKey& key) {
+  registerSecretTypes();
+  QDBusMessage question =
+      QDBusMessage::createMethodCall(name, path, serviceInterface, "SearchItems");
+  question << variantOf(attributesOf(key));
+  return question;
+}
+
+SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
+  QDBusMessage question = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
+  question << name;
+  return answerOf(question, static_cast<int>(end_.remainingTime()))
+      .map([](const QVariantList& answer) { return answer.value(0).toBool(); });
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::start() const {
+  const auto started = start(name);
+  if (started || started.error() == SecretServiceFailure::unanswered) return started;
+  return start(walletName).and_then([this] { return appearance(); });
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::start(const char* program) const {
+  return answerOf(startMessage(program), static_cast<int>(end_.remainingTime())).map(nothingMore);
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::appearance() const {
+  constexpr std::chrono::milliseconds NAP{10};
+  while (!end_.hasExpired()) {
+    const auto running = isRunning();
+    if (!running) return tl::unexpected(running.error());
+    if (*running) return {};
+    std::this_thread::sleep_for(NAP);
+  }
+  return tl::unexpected(SecretServiceFailure::unanswered);
+}
+
+SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretKey& key) const {
+  return send(searchMessage(key)).map([](const QVariantList& answer) {
+    return SecretItems{qdbus_cast<QList<QDBusObjectPath>>(answer.value(0)),
+                       qdbus_cast<QList<QDBusObjectPath>>(answer.value(1))};
+  });
+}
+
+SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
+    const QDBusObjectPath& item) const {
+  return callInSession(item.path(), itemInterface, "GetSecret",
+                       [](const QDBusObjectPath& session) {
+                         return QVariantList{QVariant::fromValue(session)};
+                       })
+      .map([](const QVariantList& answer) {
+        return qdbus_cast<SecretOnBus>(answer.value(0)).value;
+      });
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(const QDBusObjectPath& item,
+                                                                   const QByteArray& secret) const {
+  return callInSession(item.path(), itemInterface, "SetSecret",
+                       [&](const QDBusObjectPath& session) {
+                         return QVariantList{plainSecret(session, secret)};
+                       })
+      .map(nothingMore);
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::remove(const QDBusObjectPath& item) const {
+  return call(item.path(), itemInterface, "Delete", {}).and_then(doneWithoutPrompt);
+}
+
+SecretServiceAnswer<std::optional<QDBusObjectPath>> SecretServiceConversation::defaultCollection()
+    const {
+  return call(path, serviceInterface, "ReadAlias", {"default"}).map([](const QVariantList& answer) {
+    const auto collection = answer.value(0).value<QDBusObjectPath>();
+    return collection.path() == nothing ? std::nullopt : std::optional(collection);
+  });
+}
+
+SecretServiceAnswer<bool> SecretServiceConversation::isLocked(
+    const QDBusObjectPath& collection) const {
+  return call(collection.path(), propertiesInterface, "Get", {collectionInterface, "Locked"})
+      .map([](const QVariantList& answer) {
+        return answer.value(0).value<QDBusVariant>().variant().toBool();
+      });
+}
+
+SecretServiceAnswer<void> SecretServiceConversation::create(const QDBusObjectPath& collection,
+                                                            const SecretKey& key,
+                                                            const QByteArray& secret) const {
+  const QVariantMap properties{
+      {"org.freedesktop.Secret.Item.Label", "VELK Notewick"},
+      {"org.freedesktop.Secret.Item.Attributes", variantOf(attributesOf(key))}};
+  constexpr bool replacing = true;
+  return callInSession(collection.path(), collectionInterface, "CreateItem",
+                       [&](const QDBusObjectPath& session) {
+                         return QVariantList{properties, plainSecret(session, secret), replacing};
+                       })
+      .and_then(doneWithoutPrompt);
+}
+
+SecretServiceAnswer<QVariantList> SecretServiceConversation::callInSession(
+    const QString& object, const QString& interface, const QString& member,
+    const std::function<QVariantList(const QDBusObjectPath& session)>& arguments) const {
+  const auto opened = call(path, serviceInterface, "OpenSession",
+                           {"plain", QVariant::fromValue(QDBusVariant(QString()))});
+  if (!opened) return opened;
+  const auto session = opened->value(1).value<QDBusObjectPath>();
+  const auto answer = call(object, interface, member, arguments(session));
+  QDBusConnection::sessionBus().send(
+      QDBusMessage::createMethodCall(name, session.path(), sessionInterface, "Close"));
+  return answer;
+}
+
+SecretServiceAnswer<QVariantList> SecretServiceConversation::call(
+    const QString& object, const QString& interface, const QString& member,
+    const QVariantList& arguments) const {
+  registerSecretTypes();
+  QDBusMessage message = QDBusMessage::createMethodCall(name, object, interface, member);
+  message.setArguments(arguments);
+  return send(std::move(message));
+}
+
+SecretServiceAnswer<QVariantList> SecretServiceConversation::send(QDBusMessage message) const {
+  if (end_.hasExpired()) return tl::unexpected(SecretServiceFailure::unanswered);
+  message.setAutoStartService(false);
+  return answerOf(message, static_cast<int>(end_.remainingTime()));
+}
+
+}  // namespace notewick

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDeadlineTimer>
+#include <QList>
+#include <QVariantList>
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "platform/linux/secrets/secret_service_failure.h"
+#include "platform/secret_store.h"
+
+namespace notewick {
+
+/// The items with the attributes of one key.
+struct SecretItems {
+  QList<QDBusObjectPath> unlocked;
+  QList<QDBusObjectPath> locked;
+};
+
+/// The longest that one conversation may keep the main thread waiting.
+inline constexpr std::chrono::milliseconds secretServicePatience{1000};
+
+/// One conversation with the Secret Service (the freedesktop Secret Service API, 0.2): its calls as
+/// functions, all of them together bounded by `secretServicePatience`. No call here makes the
+/// service ask the user anything, or starts it, but `start`. The secrets travel in the clear over
+/// the session bus, which is a local socket of this user ("plain" session). Main thread.
+class SecretServiceConversation {
+ public:
+  SecretServiceConversation() : end_(secretServicePatience) {}
+
+  /// Whether some program owns the service's name.
+  [[nodiscard]] SecretServiceAnswer<bool> isRunning() const;
+  /// Has the bus start the service. KWallet, which the bus knows by a name of its own only, is
+  /// there as the service a moment after it has started.
+  [[nodiscard]] SecretServiceAnswer<void> start() const;
+
+  [[nodiscard]] SecretServiceAnswer<SecretItems> search(const SecretKey& key) const;
+  [[nodiscard]] SecretServiceAnswer<QByteArray> secretOf(const QDBusObjectPath& item) const;
+  [[nodiscard]] SecretServiceAnswer<void> replaceSecret(const QDBusObjectPath& item,
+                                                        const QByteArray& secret) const;
+  [[nodiscard]] SecretServiceAnswer<void> remove(const QDBusObjectPath& item) const;
+
+  /// The collection where new items belong; absent when the user has none yet.
+  [[nodiscard]] SecretServiceAnswer<std::optional<QDBusObjectPath>> defaultCollection() const;
+  [[nodiscard]] SecretServiceAnswer<bool> isLocked(const QDBusObjectPath& collection) const;
+  [[nodiscard]] SecretServiceAnswer<void> create(const QDBusObjectPath& collection,
+                                                 const SecretKey& key,
+                                                 const QByteArray& secret) const;
+
+ private:
+  [[nodiscard]] SecretServiceAnswer<void> start(const char* program) const;
+  [[nodiscard]] SecretServiceAnswer<void> appearance() const;
+  [[nodiscard]] SecretServiceAnswer<QVariantList> call(const QString& path,
+                                                       const QString& interface,
+                                                       const QString& member,
+                                                       const QVariantList& arguments) const;
+  [[nodiscard]] SecretServiceAnswer<QVariantList> send(QDBusMessage message) const;
+  /// Makes one call, which needs a session to hand a secret over in.
+  [[nodiscard]] SecretServiceAnswer<QVariantList> callInSession(
+      const QString& path, const QString& interface, const QString& member,
+      const std::function<QVariantList(const QDBusObjectPath& session)>& arguments) const;
+
+  QDeadlineTimer end_;
+};
+
+/// Names of the Secret Service API.
+namespace secretService {
+inline constexpr const char* name = "org.freedesktop.secrets";
+inline constexpr const char* walletName = "org.kde.kwalletd5";  ///< by which KWallet is started
+inline constexpr const char* path = "/org/freedesktop/secrets";
+inline constexpr const char* serviceInterface = "org.freedesktop.Secret.Service";
+inline constexpr const char* collectionInterface = "org.freedesktop.Secret.Collection";
+inline constexpr const char* itemInterface = "org.freedesktop.Secret.Item";
+inline constexpr const char* sessionInterface = "org.freedesktop.Secret.Session";
+inline constexpr const char* promptInterface = "org.freedesktop.Secret.Prompt";
+inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
+inline constexpr const char* nothing = "/";  ///< the path that stands for no object
+
+/// What asks the bus to start the program with this name.
+[[nodiscard]] QDBusMessage startMessage(const char* program);
+/// What asks the service for the items of `key`, locked or not.
+[[nodiscard]] QDBusMessage searchMessage(const SecretKey& key);
+}  // namespace secretService
+
+}  // namespace notewick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "platform/linux/session/lock_file.h"
+
+namespace notewick {
+
+/// One instance of the program for a user. The first holds a name on the session bus, by which a
+/// second start reaches it, and a lock in the user's runtime folder, so that two that see different
+/// buses, or none, do not write the same files. Main thread.
+class SingleInstance final : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "tools.velk.Notewick")
+
+ public:
+  /// `activated` is called, in a later turn, whenever the program is started again.
+  explicit SingleInstance(std::function<void()> activated);
+
+  /// True when this is the first instance. Otherwise the first one has been told that it was
+  /// started again, where there is a bus to tell it by.
+  [[nodiscard]] bool claim();
+
+ public slots:
+  /// Called over the bus by a second start.
+  Q_SCRIPTABLE void Activate();
+
+ private:
+  [[nodiscard]] bool claimName();
+
+  std::function<void()> activated_;
+  LockFile lock_;
+};
+
+}  // namespace notewick

@@ -1,0 +1,123 @@
+#include "platform/linux/titles/title_text.h"
+
+#include <utf8proc.h>
+
+#include <array>
+
+namespace notewick {
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+void append(std::string& text, char32_t codePoint) {
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(codePoint), bytes.data());
+  text.append(bytes.begin(), bytes.begin() + length);
+}
+
+std::string fromLatin1(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes) append(text, static_cast<unsigned char>(byte));
+  return text;
+}
+
+/// Reads ISO 2022 as the X Consortium's Compound Text Encoding uses it.
+class CompoundTextReader {
+ public:
+  explicit CompoundTextReader(std::string_view bytes) : rest_(bytes) {}
+
+  std::string read() {
+    while (!rest_.empty()) {
+      if (rest_.front() == escape) {
+        readEscape();
+      } else {
+        readSegment();
+      }
+    }
+    return std::move(text_);
+  }
+
+ private:
+  static constexpr char escape = '\x1b';
+  static constexpr std::string_view latin1Right = "-A";
+  static constexpr std::string_view asciiLeft = "(B";
+  static constexpr std::string_view utf8Begins = "%G";
+  static constexpr std::string_view utf8Ends = "%@";
+
+  enum class Left { ascii, other };
+  enum class Right { latin1, utf8, other };
+
+  void readEscape() {
+    rest_.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < rest_.size() && rest_[length] >= 0x20 && rest_[length] <= 0x2f) ++length;
+    const auto sequence = rest_.substr(0, length + 1);
+    rest_.remove_prefix(sequence.size());
+    if (!sequence.empty()) designate(sequence);
+  }
+
+  void designate(std::string_view sequence) {
+    if (sequence == utf8Begins) {
+      right_ = Right::utf8;
+    } else if (sequence == utf8Ends || sequence == latin1Right) {
+      right_ = Right::latin1;
+    } else if (sequence == asciiLeft) {
+      left_ = Left::ascii;
+    } else if (sequence.starts_with('(') || sequence.starts_with("$(")) {
+      left_ = Left::other;
+    } else {
+      right_ = Right::other;
+    }
+  }
+
+  void readSegment() {
+    const auto segment = rest_.substr(0, rest_.find(escape));
+    rest_.remove_prefix(segment.size());
+    if (right_ == Right::utf8) {
+      text_ += repairedUtf8(segment);
+      return;
+    }
+    for (const char byte : segment) append(text_, codePoint(static_cast<unsigned char>(byte)));
+  }
+
+  [[nodiscard]] char32_t codePoint(unsigned char byte) const {
+    const bool isReadable = byte < 0x80 ? left_ == Left::ascii : right_ == Right::latin1;
+    return isReadable ? byte : replacement;
+  }
+
+  std::string_view rest_;
+  std::string text_;
+  Left left_ = Left::ascii;
+  Right right_ = Right::latin1;
+};
+
+}  // namespace
+
+std::string decodedText(std::string_view bytes, TextEncoding encoding) {
+  const auto text = bytes.substr(0, bytes.find('\0'));
+  switch (encoding) {
+    case TextEncoding::latin1:
+      return fromLatin1(text);
+    case TextEncoding::compoundText:
+      return CompoundTextReader(text).read();
+    case TextEncoding::utf8:
+      break;
+  }
+  return repairedUtf8(text);
+}
+
+std::string repairedUtf8(std::string_view text) {
+  std::string repaired;
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+  for (std::size_t at = 0; at < text.size();) {
+    utf8proc_int32_t codePoint = 0;
+    const auto length =
+        utf8proc_iterate(bytes + at, static_cast<utf8proc_ssize_t>(text.size() - at), &codePoint);
+    const bool isWellFormed = length > 0;
+    append(repaired, isWellFormed ? static_cast<char32_t>(codePoint) : replacement);
+    at += isWellFormed ? static_cast<std::size_t>(length) : 1;
+  }
+  return repaired;
+}
+
+}  // namespace notewick

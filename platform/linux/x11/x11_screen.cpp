@@ -1,0 +1,139 @@
+#include "platform/linux/x11/x11_screen.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <utility>
+
+#include "platform/linux/titles/screen_snapshot.h"
+#include "platform/linux/titles/title_text.h"
+
+namespace notewick {
+namespace {
+
+using Properties = std::span<const std::optional<X11Property>>;
+
+/// No desktop has more; what lies deeper in the stack is left out.
+constexpr std::size_t maximumStack = 512;
+
+constexpr std::array identityProperties = {X11Atom::netWmPid, X11Atom::wmClientMachine,
+                                           X11Atom::wmClass, X11Atom::wmClientLeader};
+constexpr std::array titleProperties = {X11Atom::netWmName, X11Atom::wmName};
+
+std::vector<X11PropertyQuery> queriesFor(const std::vector<std::uint32_t>& windows,
+                                         std::span<const X11Atom> properties) {
+  std::vector<X11PropertyQuery> queries;
+  for (const auto window : windows) {
+    for (const auto property : properties) queries.push_back({window, property});
+  }
+  return queries;
+}
+
+bool isGone(Properties properties) {
+  return std::any_of(properties.begin(), properties.end(),
+                     [](const auto& property) { return !property; });
+}
+
+std::optional<X11WindowIdentity> identityFrom(std::uint32_t client, Properties properties) {
+  if (isGone(properties)) return std::nullopt;
+  return X11WindowIdentity{client, properties[0]->firstNumber(), properties[1]->bytes,
+                           properties[2]->bytes, properties[3]->firstNumber()};
+}
+
+TextEncoding encodingOf(const X11Property& text) {
+  if (text.type == X11Atom::string) return TextEncoding::latin1;
+  if (text.type == X11Atom::compoundText) return TextEncoding::compoundText;
+  return TextEncoding::utf8;
+}
+
+std::optional<std::string> titleFrom(Properties properties) {
+  if (isGone(properties)) return std::nullopt;
+  for (const auto& property : properties) {
+    if (property->bitsPerUnit == 8) return decodedText(property->bytes, encodingOf(*property));
+  }
+  return "";
+}
+
+}  // namespace
+
+X11Screen::X11Screen(std::unique_ptr<X11Connection> connection, std::chrono::milliseconds limit)
+    : connection_(std::move(connection)), limit_(limit) {}
+
+std::unique_ptr<ScreenApplication> X11Screen::frontmostApplication() {
+  const Deadline deadline(limit_);
+  const auto desktop = readDesktop(deadline);
+  if (!desktop) return nullptr;
+  const auto application = readApplication(*desktop, deadline);
+  if (!application) return nullptr;
+
+  ScreenSnapshot snapshot;
+  snapshot.name = nameOf(*application);
+  auto windows = application->windows;
+  windows.push_back(desktop->active);
+  snapshot.titles = readTitles(windows, deadline);
+  snapshot.focusedTitle = std::move(snapshot.titles.back());
+  snapshot.titles.pop_back();
+  return applicationOf(std::move(snapshot));
+}
+
+std::optional<X11Screen::Desktop> X11Screen::readDesktop(const Deadline& deadline) {
+  const auto root = connection_->rootWindow();
+  const auto properties = connection_->read({{root, X11Atom::netActiveWindow},
+                                             {root, X11Atom::netClientListStacking},
+                                             {root, X11Atom::netClientList},
+                                             {root, X11Atom::netSupportingWmCheck}},
+                                            deadline);
+  if (isGone(properties)) return std::nullopt;
+  Desktop desktop;
+  desktop.active = properties[0]->firstNumber().value_or(0);
+  if (desktop.active == 0) return std::nullopt;
+  desktop.windows = properties[properties[1]->exists() ? 1 : 2]->numbers();
+  std::reverse(desktop.windows.begin(), desktop.windows.end());
+  if (desktop.windows.size() > maximumStack) desktop.windows.resize(maximumStack);
+  desktop.managerCheck = properties[3]->firstNumber().value_or(root);
+  return desktop;
+}
+
+std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& desktop,
+                                                                 const Deadline& deadline) {
+  std::vector<Window> windows{desktop.active};
+  windows.insert(windows.end(), desktop.windows.begin(), desktop.windows.end());
+  auto queries = queriesFor(windows, identityProperties);
+  queries.push_back({desktop.managerCheck, X11Atom::netSupportingWmCheck});
+  const auto properties = connection_->read(queries, deadline);
+  const auto identityOf = [&](std::size_t index) {
+    constexpr auto count = identityProperties.size();
+    return identityFrom(connection_->clientOf(windows[index]),
+                        Properties(properties).subspan(index * count, count));
+  };
+
+  const auto active = identityOf(0);
+  const bool managerIsGone = !properties.back();
+  if (!active || managerIsGone) return std::nullopt;
+  Application application{active->wmClass, {}};
+  for (std::size_t i = 1; i < windows.size() && application.windows.size() < MOST_WINDOWS; ++i) {
+    const auto identity = identityOf(i);
+    if (identity && isSameApplication(*identity, *active))
+      application.windows.push_back(windows[i]);
+  }
+  return application;
+}
+
+std::vector<std::optional<std::string>> X11Screen::readTitles(const std::vector<Window>& windows,
+                                                              const Deadline& deadline) {
+  const auto properties = connection_->readWhole(queriesFor(windows, titleProperties), deadline);
+  std::vector<std::optional<std::string>> titles;
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    constexpr auto count = titleProperties.size();
+    titles.push_back(titleFrom(Properties(properties).subspan(i * count, count)));
+  }
+  return titles;
+}
+
+std::optional<std::string> X11Screen::nameOf(const Application& application) {
+  const auto name = classPart(application.wmClass);
+  if (name.empty()) return std::nullopt;
+  return names_.nameOf(decodedText(name, TextEncoding::latin1));
+}
+
+}  // namespace notewick

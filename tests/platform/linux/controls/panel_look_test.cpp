@@ -1,0 +1,122 @@
+#include "platform/linux/controls/panel_look.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFontInfo>
+
+namespace notewick {
+namespace {
+
+QPalette paletteOf(const QColor& text, const QColor& window) {
+  QPalette palette;
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Text, text);
+  palette.setColor(QPalette::Window, window);
+  palette.setColor(QPalette::Base, window);
+  return palette;
+}
+
+const std::vector<QPalette>& everydayPalettes() {
+  static const std::vector<QPalette> palettes = {
+      paletteOf(QColor(0x23, 0x26, 0x29), QColor(0xef, 0xf0, 0xf1)),
+      paletteOf(Qt::black, QColor(0xef, 0xef, 0xef)),
+      paletteOf(QColor(0xfc, 0xfc, 0xfc), QColor(0x2a, 0x2e, 0x32)),
+      paletteOf(QColor(0xee, 0xee, 0xec), QColor(0x35, 0x35, 0x35))};
+  return palettes;
+}
+
+double contrastOf(const QPalette& palette, Tint tint) {
+  return contrast(tinted(palette, tint), palette.color(QPalette::Window));
+}
+
+TEST(PanelLook, ContrastGoesFromOneToTwentyOne) {
+  EXPECT_DOUBLE_EQ(contrast(Qt::white, Qt::white), 1.0);
+  EXPECT_DOUBLE_EQ(contrast(Qt::black, Qt::white), 21.0);
+  EXPECT_NEAR(contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
+}
+
+TEST(PanelLook, DimmedTextStaysLegibleOnLightAndDark) {
+  for (const QPalette& palette : everydayPalettes()) {
+    EXPECT_GE(contrastOf(palette, Tint::secondary), 7.0);
+    EXPECT_GE(contrastOf(palette, Tint::tertiary), 4.5);
+    EXPECT_LT(contrastOf(palette, Tint::tertiary), contrastOf(palette, Tint::secondary));
+    EXPECT_LT(contrastOf(palette, Tint::secondary), contrastOf(palette, Tint::primary));
+    EXPECT_GE(contrast(exampleColour(palette), palette.color(QPalette::Base)), 4.5);
+    EXPECT_GE(contrast(outlineColour(palette), palette.color(QPalette::Window)), 3.0);
+  }
+}
+
+TEST(PanelLook, ErrorsAreRedAndLegibleOnLightAndDark) {
+  for (const QPalette& palette : everydayPalettes()) {
+    const QColor error = tinted(palette, Tint::error);
+    EXPECT_GE(contrastOf(palette, Tint::error), 4.5);
+    EXPECT_GT(error.red(), 2 * error.green());
+    EXPECT_GT(error.red(), error.blue() + 80);
+  }
+}
+
+TEST(PanelLook, DimsNothingInAHighContrastPalette) {
+  const QPalette pure = paletteOf(Qt::white, Qt::black);
+  for (const Tint tint : {Tint::primary, Tint::secondary, Tint::tertiary}) {
+    EXPECT_EQ(tinted(pure, tint), QColor(Qt::white));
+  }
+  EXPECT_EQ(outlineColour(pure), QColor(Qt::white));
+  EXPECT_NE(exampleColour(pure), QColor(Qt::white)) << "an example must not look typed";
+}
+
+TEST(PanelLook, LabelsFollowThePaletteOfTheirWindow) {
+  QWidget window;
+  auto* const label = new Label("text", 11, Tint::secondary);
+  label->setParent(&window);
+  for (const QPalette& palette : everydayPalettes()) {
+    window.setPalette(palette);
+    EXPECT_EQ(label->palette().color(QPalette::WindowText), tinted(palette, Tint::secondary));
+  }
+}
+
+TEST(PanelLook, SizesGrowWithTheFontOfTheDesktopButNeverShrink) {
+  const QFont before = QApplication::font();
+  QFont font = before;
+  font.setPixelSize(9);
+  QApplication::setFont(font);
+  EXPECT_EQ(points(296), 296);
+  EXPECT_EQ(panelFont(10).pixelSize(), 10);
+  font.setPixelSize(26);
+  QApplication::setFont(font);
+  EXPECT_EQ(points(296), 2 * 296);
+  EXPECT_EQ(panelFont(10).pixelSize(), 20);
+  QApplication::setFont(before);
+}
+
+TEST(PanelLook, LabelsShowMarkupAsText) {
+  const Label label("<b>Lena</b> & Co", 11, Tint::primary);
+  EXPECT_EQ(label.textFormat(), Qt::PlainText);
+  EXPECT_EQ(label.text(), QStringLiteral("<b>Lena</b> & Co"));
+}
+
+TEST(PanelLook, WrappedLabelsTakeTheHeightTheyNeed) {
+  Label label("", 11, Tint::primary);
+  label.wrapAt(340);
+  EXPECT_EQ(label.width(), points(340));
+  label.display("one line");
+  const int oneLine = label.height();
+  label.display(std::string(50, 'm') + " " + std::string(30, 'm') + " " + std::string(30, 'm'));
+  EXPECT_GE(label.height(), 3 * oneLine - 4);
+  label.display("one line");
+  EXPECT_EQ(label.height(), oneLine);
+}
+
+TEST(PanelLook, WrappedLabelsEndNoLineBetweenSchemeAndHost) {
+  Label label("", 11, Tint::primary);
+  label.wrapAt(340);
+  label.display("Set a password at https://velk.example/login.");
+  EXPECT_EQ(label.text(), QStringLiteral("Set a password at https://\u2060velk.example/login."));
+}
+
+TEST(PanelLook, ButtonsShowAnAmpersand) {
+  EXPECT_EQ(buttonText("A & B"), QStringLiteral("A && B"));
+}
+
+}  // namespace
+}  // namespace notewick

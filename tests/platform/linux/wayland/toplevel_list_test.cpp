@@ -1,0 +1,101 @@
+#include "platform/linux/wayland/toplevel_list.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace notewick {
+namespace {
+
+using testing::ElementsAre;
+
+class ToplevelListTest : public testing::Test {
+ protected:
+  void show(int window, const std::string& title, const std::string& application) {
+    list_.set(id(window), {title, application, false});
+  }
+
+  void activate(int window, const std::string& title, const std::string& application) {
+    list_.set(id(window), {title, application, true});
+  }
+
+  void close(int window) { list_.remove(id(window)); }
+
+  [[nodiscard]] auto titles() const { return list_.frontmost()->titles; }
+
+  ToplevelList list_;
+
+ private:
+  ToplevelList::Id id(int window) { return &windows_.at(static_cast<std::size_t>(window)); }
+
+  std::array<char, 64> windows_{};
+};
+
+TEST_F(ToplevelListTest, NothingIsFrontmostWithoutAnActiveWindow) {
+  EXPECT_FALSE(list_.frontmost());
+  show(1, "letter", "editor");
+  EXPECT_FALSE(list_.frontmost());
+}
+
+TEST_F(ToplevelListTest, TheActiveWindowHasTheFocus) {
+  show(1, "letter", "editor");
+  activate(2, "inbox", "mail");
+  EXPECT_EQ(list_.frontmost()->name, "mail");
+  EXPECT_EQ(list_.frontmost()->focusedTitle, "inbox");
+  EXPECT_THAT(titles(), ElementsAre("inbox"));
+}
+
+TEST_F(ToplevelListTest, WindowsComeInTheOrderOfTheirLastActivation) {
+  activate(1, "one", "editor");
+  show(1, "one", "editor");
+  activate(2, "two", "editor");
+  show(2, "two", "editor");
+  show(3, "three", "editor");
+  activate(1, "one", "editor");
+  EXPECT_THAT(titles(), ElementsAre("one", "two", "three"));
+}
+
+TEST_F(ToplevelListTest, ANewTitleOfTheActiveWindowReplacesTheOld) {
+  activate(1, "before", "editor");
+  activate(1, "after", "editor");
+  EXPECT_THAT(titles(), ElementsAre("after"));
+}
+
+TEST_F(ToplevelListTest, NeverShowsAWindowOfAnotherApplication) {
+  show(1, "private", "mail");
+  show(2, "nameless", "");
+  activate(3, "letter", "editor");
+  EXPECT_THAT(titles(), ElementsAre("letter"));
+}
+
+TEST_F(ToplevelListTest, WindowsWithoutApplicationIdStayApart) {
+  show(1, "one", "");
+  activate(2, "two", "");
+  EXPECT_EQ(list_.frontmost()->name, std::nullopt);
+  EXPECT_THAT(titles(), ElementsAre("two"));
+}
+
+TEST_F(ToplevelListTest, AClosedWindowIsGone) {
+  show(1, "one", "editor");
+  activate(2, "two", "editor");
+  close(1);
+  EXPECT_THAT(titles(), ElementsAre("two"));
+  close(2);
+  EXPECT_FALSE(list_.frontmost());
+}
+
+TEST_F(ToplevelListTest, DamagedTextIsRepaired) {
+  activate(1, "Ren\xe9", "edit\xff");
+  EXPECT_EQ(list_.frontmost()->focusedTitle, "Ren\uFFFD");
+  EXPECT_EQ(list_.frontmost()->name, "edit\uFFFD");
+}
+
+TEST_F(ToplevelListTest, TheFirstEightWindowsAreRead) {
+  for (int window = 1; window < 12; ++window) show(window, std::to_string(window), "editor");
+  activate(12, "12", "editor");
+  EXPECT_THAT(titles(), ElementsAre("12", "1", "2", "3", "4", "5", "6", "7"));
+}
+
+}  // namespace
+}  // namespace notewick
