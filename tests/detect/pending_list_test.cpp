@@ -10,64 +10,49 @@ namespace notewick {
 namespace {
 
 using testing::ElementsAre;
+using testing::FieldsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
+
+using Titles = std::vector<std::string>;
 
 class PendingListTest : public WorldTest {
  protected:
-  static WorkSession session(const std::string& participant, double from, double to, int sightings,
-                             const std::vector<std::string>& evidence) {
-    WorkSession made(participant, Date(from));
-    made.lastSeen = Date(to);
-    made.sightings = sightings;
-    made.evidence = evidence;
-    return made;
+  /// A session of four sightings from 10 to 70 seconds has ended.
+  void ends(const std::string& participant, const Titles& evidence = {},
+            const std::string& day = "2024-05-02") {
+    WorkSession session(participant, Date(10));
+    session.lastSeen = Date(70);
+    session.sightings = 4;
+    session.evidence = evidence;
+    promote(session, day, pendings);
+  }
+
+  static Pending stored(std::int64_t minutes, const Titles& evidence = {}) {
+    return {"A", "Lena O'Keefe", "2024-05-02", Date(0), Date(1), minutes, evidence};
   }
 
   std::vector<Pending> pendings;
 };
 
 TEST_F(PendingListTest, AFirstSessionBecomesANewPending) {
-  promote(session("Lena O'Keefe", 10, 70, 5, {"Inbox", "Plan"}), "2024-05-02", pendings);
-  ASSERT_THAT(pendings, SizeIs(1));
-  const auto& pending = pendings.front();
-  EXPECT_EQ(pending.id, FakeUuidSource::nth(1));
-  EXPECT_EQ(pending.participant, "Lena O'Keefe");
-  EXPECT_EQ(pending.day, "2024-05-02");
-  EXPECT_EQ(pending.firstSeen, Date(10));
-  EXPECT_EQ(pending.lastSeen, Date(70));
-  EXPECT_EQ(pending.observedMinutes, 2);
-  EXPECT_THAT(pending.evidence, ElementsAre("Inbox", "Plan"));
-}
-
-TEST_F(PendingListTest, OneSightingCreditsOneMinuteAndFiveCreditTwo) {
-  promote(session("A A", 0, 0, 1, {}), "d", pendings);
-  promote(session("B B", 0, 0, 5, {}), "d", pendings);
-  EXPECT_EQ(pendings[0].observedMinutes, 1);
-  EXPECT_EQ(pendings[1].observedMinutes, 2);
+  ends("Lena O'Keefe", {"Inbox", "Plan"});
+  EXPECT_THAT(pendings,
+              ElementsAre(FieldsAre(FakeUuidSource::nth(1), "Lena O'Keefe", "2024-05-02", Date(10),
+                                    Date(70), 1, ElementsAre("Inbox", "Plan"))));
 }
 
 TEST_F(PendingListTest, ALaterSessionOfTheDayIsMerged) {
-  promote(session("Lena O'Keefe", 10, 70, 5, {"Inbox"}), "2024-05-02", pendings);
-  promote(session("Lena O'Keefe", 5000, 5060, 9, {"Plan"}), "2024-05-02", pendings);
-  ASSERT_THAT(pendings, SizeIs(1));
-  const auto& pending = pendings.front();
-  EXPECT_EQ(pending.id, FakeUuidSource::nth(1));
-  EXPECT_EQ(pending.firstSeen, Date(10));
-  EXPECT_EQ(pending.lastSeen, Date(5060));
-  EXPECT_EQ(pending.observedMinutes, 5);
-  EXPECT_THAT(pending.evidence, ElementsAre("Inbox", "Plan"));
-}
-
-TEST_F(PendingListTest, EveryRoundingIsOfOneSession) {
-  promote(session("A A", 0, 0, 5, {}), "d", pendings);
-  promote(session("A A", 0, 0, 5, {}), "d", pendings);
-  EXPECT_EQ(pendings.front().observedMinutes, 4);
+  pendings = {stored(3)};
+  ends("Lena O'Keefe");
+  EXPECT_THAT(pendings, ElementsAre(FieldsAre("A", "Lena O'Keefe", "2024-05-02", Date(0), Date(70),
+                                              4, IsEmpty())));
 }
 
 TEST_F(PendingListTest, AnotherDayOrAnotherParticipantIsAnotherPending) {
-  promote(session("Lena O'Keefe", 0, 60, 4, {}), "2024-05-02", pendings);
-  promote(session("Lena O'Keefe", 0, 60, 4, {}), "2024-05-03", pendings);
-  promote(session("lena O'Keefe", 0, 60, 4, {}), "2024-05-03", pendings);
+  ends("Lena O'Keefe");
+  ends("Lena O'Keefe", {}, "2024-05-03");
+  ends("lena O'Keefe", {}, "2024-05-03");
   ASSERT_THAT(pendings, SizeIs(3));
   EXPECT_EQ(pendings[1].day, "2024-05-03");
   EXPECT_EQ(pendings[1].id, FakeUuidSource::nth(2));
@@ -75,37 +60,30 @@ TEST_F(PendingListTest, AnotherDayOrAnotherParticipantIsAnotherPending) {
 }
 
 TEST_F(PendingListTest, TheFirstPendingOfThatDayTakesTheMerge) {
-  pendings = {{"A", "Lena O'Keefe", "2024-05-02", Date(0), Date(1), 1, {}},
-              {"B", "Lena O'Keefe", "2024-05-02", Date(0), Date(1), 1, {}}};
-  promote(session("Lena O'Keefe", 5, 65, 4, {}), "2024-05-02", pendings);
+  pendings = {stored(1), stored(1)};
+  ends("Lena O'Keefe");
   EXPECT_EQ(pendings[0].observedMinutes, 2);
   EXPECT_EQ(pendings[1].observedMinutes, 1);
 }
 
-TEST_F(PendingListTest, AFullEvidenceTakesNoTitleButMinutes) {
-  promote(session("A A", 0, 60, 4, {"a", "b", "c"}), "d", pendings);
-  promote(session("A A", 100, 160, 4, {"x", "a"}), "d", pendings);
-  EXPECT_THAT(pendings.front().evidence, ElementsAre("a", "b", "c"));
-  EXPECT_EQ(pendings.front().observedMinutes, 2);
-  EXPECT_EQ(pendings.front().lastSeen, Date(160));
-}
-
-TEST_F(PendingListTest, MergingFillsEvidenceUpToThree) {
-  promote(session("A A", 0, 60, 4, {"a", "b"}), "d", pendings);
-  promote(session("A A", 100, 160, 4, {"b", "new", "dropped"}), "d", pendings);
-  EXPECT_THAT(pendings.front().evidence, ElementsAre("a", "b", "new"));
-}
-
-TEST_F(PendingListTest, MoreEvidenceFromAFileIsKept) {
-  pendings = {{"A", "A A", "d", Date(0), Date(1), 1, {"a", "b", "c", "e"}}};
-  promote(session("A A", 0, 60, 4, {"x"}), "d", pendings);
-  EXPECT_THAT(pendings.front().evidence, ElementsAre("a", "b", "c", "e"));
+TEST_F(PendingListTest, MergingFillsTheEvidenceUpToThreeTitles) {
+  struct Merge {
+    Titles before, session, after;
+  };
+  for (const auto& [before, session, after] :
+       {Merge{{"a", "b"}, {"b", "new", "dropped"}, {"a", "b", "new"}},
+        Merge{{"a", "b", "c"}, {"x", "a"}, {"a", "b", "c"}},
+        Merge{{"a", "b", "c", "from a file"}, {"x"}, {"a", "b", "c", "from a file"}}}) {
+    pendings = {stored(1, before)};
+    ends("Lena O'Keefe", session);
+    EXPECT_EQ(pendings.front().evidence, after);
+  }
 }
 
 TEST_F(PendingListTest, MinutesFromAFileNeverOverflow) {
   const auto most = std::numeric_limits<std::int64_t>::max();
-  pendings = {{"A", "A A", "d", Date(0), Date(1), most, {}}};
-  promote(session("A A", 0, 60, 4, {}), "d", pendings);
+  pendings = {stored(most)};
+  ends("Lena O'Keefe");
   EXPECT_EQ(pendings.front().observedMinutes, most);
 }
 
