@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/application.h"
-#include "platform/macos/single_instance.h"
+#include "platform/macos/session/single_instance.h"
 
 namespace notewick {
 

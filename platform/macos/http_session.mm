@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "client/web_address.h"
-#include "platform/macos/http_answers.h"
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
+#include "platform/macos/http/http_answers.h"
 
 namespace notewick {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "platform/macos/caught_list.h"
-#include "platform/macos/floating_panel.h"
+#include "platform/macos/panels/caught_list.h"
+#include "platform/macos/panels/floating_panel.h"
 #include "platform/quick_note_panel.h"
 
 /// Takes what the controls and the window tell and hands it to the panel's delegate.

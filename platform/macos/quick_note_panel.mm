@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/macos/chooser.h"
-#include "platform/macos/controls.h"
-#include "platform/macos/note_window.h"
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
+#include "platform/macos/controls/chooser.h"
+#include "platform/macos/controls/controls.h"
+#include "platform/macos/panels/note_window.h"
 
 @implementation NWQuickNoteEvents {
   std::weak_ptr<notewick::QuickNotePanelDelegate> _delegate;

@@ -5,8 +5,8 @@
 
 #include <chrono>
 
-#include "platform/macos/cf_owner.h"
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/cf_owner.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

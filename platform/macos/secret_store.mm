@@ -3,8 +3,8 @@
 #import <Foundation/Foundation.h>
 #import <Security/Security.h>
 
-#include "platform/macos/cf_owner.h"
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/cf_owner.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "platform/macos/borrowed_keyboard.h"
-#include "platform/macos/floating_panel.h"
+#include "platform/macos/panels/borrowed_keyboard.h"
+#include "platform/macos/panels/floating_panel.h"
 #include "platform/sign_in_panel.h"
 
 /// Takes what the button and the window tell and hands it to the panel's delegate. A panel that the

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/macos/controls.h"
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
+#include "platform/macos/controls/controls.h"
 
 @implementation NWSignInEvents {
   std::weak_ptr<notewick::SignInPanelDelegate> _delegate;

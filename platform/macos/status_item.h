@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "platform/macos/menu_renderer.h"
+#include "platform/macos/tray/menu_renderer.h"
 #include "platform/status_item.h"
 
 namespace notewick {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 

@@ -1,6 +1,6 @@
 #include "platform/macos/uuid_source.h"
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 

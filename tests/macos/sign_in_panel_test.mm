@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 #include "tests/macos/view_search.h"
 
 namespace notewick {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 #include "ui/status_menu.h"
 
 namespace notewick {

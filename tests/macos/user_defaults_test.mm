@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

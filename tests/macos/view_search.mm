@@ -1,6 +1,6 @@
 #include "tests/macos/view_search.h"
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

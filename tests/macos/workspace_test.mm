@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 #include "platform/macos/uuid_source.h"
 #include "platform/posix/files.h"
 #include "ui/login_item.h"

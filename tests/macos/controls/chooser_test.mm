@@ -1,9 +1,9 @@
-#include "platform/macos/chooser.h"
+#include "platform/macos/controls/chooser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

@@ -1,6 +1,6 @@
-#include "platform/macos/controls.h"
+#include "platform/macos/controls/controls.h"
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 /// AppKit leads the tabulator key to every text that can be selected.
 @interface NWPassedByLabel : NSTextField

@@ -1,6 +1,6 @@
-#include "platform/macos/chooser.h"
+#include "platform/macos/controls/chooser.h"
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

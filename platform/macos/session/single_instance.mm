@@ -1,4 +1,4 @@
-#include "platform/macos/single_instance.h"
+#include "platform/macos/session/single_instance.h"
 
 #import <Foundation/Foundation.h>
 

@@ -1,9 +1,9 @@
-#include "platform/macos/http_answers.h"
+#include "platform/macos/http/http_answers.h"
 
 #include <map>
 #include <utility>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/macos/cf_owner.h"
+#include "platform/macos/bridge/cf_owner.h"
 
 namespace notewick {
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/window_drag.h"
+#include "platform/macos/panels/window_drag.h"
 
 namespace notewick {
 

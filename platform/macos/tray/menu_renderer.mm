@@ -1,8 +1,8 @@
-#include "platform/macos/menu_renderer.h"
+#include "platform/macos/tray/menu_renderer.h"
 
 #include <utility>
 
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 namespace notewick {
 namespace {

@@ -1,6 +1,6 @@
-#include "platform/macos/caught_list.h"
+#include "platform/macos/panels/caught_list.h"
 
-#include "platform/macos/controls.h"
+#include "platform/macos/controls/controls.h"
 
 namespace notewick {
 namespace {

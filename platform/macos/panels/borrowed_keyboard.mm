@@ -1,4 +1,4 @@
-#include "platform/macos/borrowed_keyboard.h"
+#include "platform/macos/panels/borrowed_keyboard.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "platform/macos/window_drag.h"
+#include "platform/macos/panels/window_drag.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "platform/macos/floating_panel.h"
+#include "platform/macos/panels/floating_panel.h"
 
 #include <cmath>
 #include <vector>

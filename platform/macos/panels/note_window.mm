@@ -1,4 +1,4 @@
-#include "platform/macos/note_window.h"
+#include "platform/macos/panels/note_window.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/macos/text.h"
+#include "platform/macos/bridge/text.h"
 
 #include <gtest/gtest.h>
 
