@@ -2,29 +2,28 @@
 
 #include <algorithm>
 
+#include "model/unicode.h"
 #include "platform/ports.h"
 
 namespace notewick {
 namespace {
 
-void addTitle(std::vector<std::string>& titles, ScreenWindow& window) {
-  auto title = window.title();
-  if (!title || title->empty()) return;
-  if (std::find(titles.begin(), titles.end(), *title) != titles.end()) return;
-  titles.push_back(std::move(*title));
+constexpr std::size_t MOST_WINDOWS = 8;
+
+void addTitle(std::vector<std::string>& titles, const std::optional<std::string>& read) {
+  if (!read || read->empty()) return;
+  std::string title = validUtf8(*read);
+  if (std::ranges::find(titles, title) == titles.end()) titles.push_back(std::move(title));
 }
 
 }  // namespace
 
 std::optional<FrontmostTitles> frontmostWindowTitles() {
-  const auto application = ports().screen.frontmostApplication();
+  const auto application = ports().screen.frontmostApplication(MOST_WINDOWS);
   if (!application) return std::nullopt;
-  FrontmostTitles seen{application->localizedName().value_or("?"), {}};
-  if (const auto focused = application->focusedWindow()) addTitle(seen.titles, *focused);
-  const auto windows = application->windows();
-  for (std::size_t index = 0; index < std::min(windows.size(), MOST_WINDOWS); ++index) {
-    addTitle(seen.titles, *windows[index]);
-  }
+  FrontmostTitles seen{validUtf8(application->name.value_or("?")), {}};
+  addTitle(seen.titles, application->focusedTitle);
+  for (const auto& title : application->titles) addTitle(seen.titles, title);
   return seen;
 }
 

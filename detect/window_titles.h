@@ -12,9 +12,9 @@ struct FrontmostTitles {
   std::vector<std::string> titles;  ///< none empty, no two equal, in reading order, at most 9
 };
 
-/// Reads the frontmost application's focused window, then the first eight of its windows. A read
-/// that fails is skipped. Absent only when no application is frontmost. Main thread; at most 11
-/// attribute reads.
+/// The titles of the frontmost application's focused window and of the first eight of its windows,
+/// in that order, as valid UTF-8. A read that failed is skipped. Absent only when no application is
+/// frontmost. Main thread.
 [[nodiscard]] std::optional<FrontmostTitles> frontmostWindowTitles();
 
 }  // namespace notewick

@@ -21,7 +21,9 @@ constexpr std::chrono::milliseconds limitOfXPrograms{50};
 
 class NoScreen final : public Screen {
  public:
-  std::unique_ptr<ScreenApplication> frontmostApplication() override { return nullptr; }
+  std::optional<FrontmostApplication> frontmostApplication(std::size_t) override {
+    return std::nullopt;
+  }
 };
 
 /// The X programs of a Wayland session before its native ones: the X server names no window as the
@@ -31,9 +33,9 @@ class ScreenWithXPrograms final : public Screen {
   ScreenWithXPrograms(std::unique_ptr<Screen> xPrograms, std::unique_ptr<Screen> others)
       : xPrograms_(std::move(xPrograms)), others_(std::move(others)) {}
 
-  std::unique_ptr<ScreenApplication> frontmostApplication() override {
-    if (auto application = xPrograms_->frontmostApplication()) return application;
-    return others_->frontmostApplication();
+  std::optional<FrontmostApplication> frontmostApplication(std::size_t mostWindows) override {
+    if (auto application = xPrograms_->frontmostApplication(mostWindows)) return application;
+    return others_->frontmostApplication(mostWindows);
   }
 
  private:
@@ -45,8 +47,8 @@ class LockableScreen final : public Screen {
  public:
   explicit LockableScreen(std::unique_ptr<Screen> screen) : screen_(std::move(screen)) {}
 
-  std::unique_ptr<ScreenApplication> frontmostApplication() override {
-    return lock_.isLocked() ? nullptr : screen_->frontmostApplication();
+  std::optional<FrontmostApplication> frontmostApplication(std::size_t mostWindows) override {
+    return lock_.isLocked() ? std::nullopt : screen_->frontmostApplication(mostWindows);
   }
 
  private:
@@ -54,57 +56,58 @@ class LockableScreen final : public Screen {
   SessionLock lock_;
 };
 
-ScreenBody bodyOfSession() {
+TitleReader readerForSession() {
   if (WaylandConnection::open()) {
-    auto body = makeToplevelBody();
-    return body ? std::move(*body) : makeAtspiAndX11Body();
+    auto reader = makeToplevelReader();
+    return reader ? std::move(*reader) : makeAtspiAndX11Reader();
   }
-  if (auto body = makeX11Body()) return std::move(*body);
-  return makeBlindBody();
+  if (auto reader = makeX11Reader()) return std::move(*reader);
+  return makeBlindReader();
 }
 
-ScreenBody atspiBody(std::chrono::milliseconds limit) {
+TitleReader atspiReader(std::chrono::milliseconds limit) {
   auto bus = std::make_shared<AtspiBus>();
   return {std::make_unique<AtspiScreen>(bus, limit), std::make_unique<AtspiTrust>(bus)};
 }
 
 }  // namespace
 
-std::optional<ScreenBody> makeX11Body() {
+std::optional<TitleReader> makeX11Reader() {
   auto connection = X11Connection::open();
   if (!connection) return std::nullopt;
-  return ScreenBody{std::make_unique<X11Screen>(std::move(connection)),
-                    std::make_unique<FixedTrust>(true)};
+  return TitleReader{std::make_unique<X11Screen>(std::move(connection)),
+                     std::make_unique<FixedTrust>(true)};
 }
 
-std::optional<ScreenBody> makeToplevelBody() {
+std::optional<TitleReader> makeToplevelReader() {
   auto toplevels = ForeignToplevels::open(Deadline(patienceAtStart));
   if (!toplevels) return std::nullopt;
-  return ScreenBody{std::make_unique<ToplevelScreen>(std::move(toplevels)),
-                    std::make_unique<FixedTrust>(true)};
+  return TitleReader{std::make_unique<ToplevelScreen>(std::move(toplevels)),
+                     std::make_unique<FixedTrust>(true)};
 }
 
-ScreenBody makeAtspiBody() {
-  return atspiBody(sampleLimit);
+TitleReader makeAtspiReader() {
+  return atspiReader(sampleLimit);
 }
 
-ScreenBody makeAtspiAndX11Body() {
+TitleReader makeAtspiAndX11Reader() {
   auto connection = X11Connection::open();
-  if (!connection) return makeAtspiBody();
-  auto body = atspiBody(sampleLimit - limitOfXPrograms);
-  body.screen = std::make_unique<ScreenWithXPrograms>(
-      std::make_unique<X11Screen>(std::move(connection), limitOfXPrograms), std::move(body.screen));
-  return body;
+  if (!connection) return makeAtspiReader();
+  auto reader = atspiReader(sampleLimit - limitOfXPrograms);
+  reader.screen = std::make_unique<ScreenWithXPrograms>(
+      std::make_unique<X11Screen>(std::move(connection), limitOfXPrograms),
+      std::move(reader.screen));
+  return reader;
 }
 
-ScreenBody makeBlindBody() {
+TitleReader makeBlindReader() {
   return {std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
 }
 
-ScreenBody chooseScreenBody() {
-  auto body = bodyOfSession();
-  body.screen = std::make_unique<LockableScreen>(std::move(body.screen));
-  return body;
+TitleReader chooseTitleReader() {
+  auto reader = readerForSession();
+  reader.screen = std::make_unique<LockableScreen>(std::move(reader.screen));
+  return reader;
 }
 
 }  // namespace notewick

@@ -4,13 +4,13 @@
 
 namespace notewick {
 
-/// What is on screen, by accessibility elements. Without trust every read fails.
-///
-/// A read waits for the other program, at most for what is left of the sample's time; a sample is
-/// over as soon as one read has run over.
+/// What is on screen, by accessibility elements: at most eleven attribute reads for eight windows.
+/// Without trust every read fails. A read waits for the other program, at most for what is left of
+/// the sample's time; after one read has run over, the others fail at once.
 class AccessibilityScreen final : public Screen {
  public:
-  [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
+  [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
+      std::size_t mostWindows) override;
 };
 
 }  // namespace notewick

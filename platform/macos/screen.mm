@@ -18,6 +18,39 @@ constexpr std::chrono::duration<float> SAMPLE_LIMIT{0.25F};
 /// The attribute reads of one sample, which share its time.
 class Sample {
  public:
+  /// Owns nothing when the read failed or there is no such window.
+  Element focusedWindow(const Element& application) {
+    return elementOf(read(application, kAXFocusedWindowAttribute, AXUIElementGetTypeID()).get());
+  }
+
+  /// The first windows of the application's list, at most that many.
+  std::vector<Element> windows(const Element& application, std::size_t mostWindows) {
+    std::vector<Element> found;
+    const auto value = read(application, kAXWindowsAttribute, CFArrayGetTypeID());
+    if (!value) return found;
+    for (id entry in (__bridge NSArray*)value.get()) {
+      if (found.size() == mostWindows) break;
+      const auto ref = (__bridge CFTypeRef)entry;
+      if (CFGetTypeID(ref) == AXUIElementGetTypeID()) found.push_back(elementOf(ref));
+    }
+    return found;
+  }
+
+  std::optional<std::string> title(const Element& window) {
+    if (!window) return std::nullopt;
+    const auto value = read(window, kAXTitleAttribute, CFStringGetTypeID());
+    if (!value) return std::nullopt;
+    return utf8((__bridge NSString*)value.get());
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  static Element elementOf(CFTypeRef borrowed) {
+    if (borrowed == nullptr) return Element();
+    return Element::retaining(static_cast<AXUIElementRef>(borrowed));
+  }
+
   /// A value of that type; owns nothing when the read failed, ran over, or gave another type.
   CFOwner<CFTypeRef> read(const Element& element, CFStringRef attribute, CFTypeID type) {
     const float left = secondsLeft();
@@ -31,9 +64,6 @@ class Sample {
     return usable ? std::move(value) : CFOwner<CFTypeRef>();
   }
 
- private:
-  using Clock = std::chrono::steady_clock;
-
   [[nodiscard]] float secondsLeft() const {
     if (ranOver_) return 0;
     return (SAMPLE_LIMIT - std::chrono::duration<float>(Clock::now() - start_)).count();
@@ -43,67 +73,21 @@ class Sample {
   bool ranOver_ = false;
 };
 
-class ElementWindow final : public ScreenWindow {
- public:
-  ElementWindow(Element element, std::shared_ptr<Sample> sample)
-      : element_(std::move(element)), sample_(std::move(sample)) {}
-
-  std::optional<std::string> title() override {
-    const auto value = sample_->read(element_, kAXTitleAttribute, CFStringGetTypeID());
-    if (!value) return std::nullopt;
-    return utf8((__bridge NSString*)value.get());
-  }
-
- private:
-  Element element_;
-  std::shared_ptr<Sample> sample_;
-};
-
-class ElementApplication final : public ScreenApplication {
- public:
-  explicit ElementApplication(NSRunningApplication* application)
-      : application_(application),
-        element_(AXUIElementCreateApplication(application.processIdentifier)) {}
-
-  std::optional<std::string> localizedName() override {
-    NSString* name = application_.localizedName;
-    if (name == nil) return std::nullopt;
-    return utf8(name);
-  }
-
-  std::unique_ptr<ScreenWindow> focusedWindow() override {
-    const auto value = sample_->read(element_, kAXFocusedWindowAttribute, AXUIElementGetTypeID());
-    return value ? window(value.get()) : nullptr;
-  }
-
-  std::vector<std::unique_ptr<ScreenWindow>> windows() override {
-    const auto value = sample_->read(element_, kAXWindowsAttribute, CFArrayGetTypeID());
-    std::vector<std::unique_ptr<ScreenWindow>> found;
-    if (!value) return found;
-    for (id entry in (__bridge NSArray*)value.get()) {
-      const auto ref = (__bridge CFTypeRef)entry;
-      if (CFGetTypeID(ref) == AXUIElementGetTypeID()) found.push_back(window(ref));
-    }
-    return found;
-  }
-
- private:
-  [[nodiscard]] std::unique_ptr<ScreenWindow> window(CFTypeRef borrowed) const {
-    return std::make_unique<ElementWindow>(
-        Element::retaining(static_cast<AXUIElementRef>(borrowed)), sample_);
-  }
-
-  NSRunningApplication* application_;
-  Element element_;
-  std::shared_ptr<Sample> sample_ = std::make_shared<Sample>();
-};
-
 }  // namespace
 
-std::unique_ptr<ScreenApplication> AccessibilityScreen::frontmostApplication() {
+std::optional<FrontmostApplication> AccessibilityScreen::frontmostApplication(
+    std::size_t mostWindows) {
   NSRunningApplication* frontmost = NSWorkspace.sharedWorkspace.frontmostApplication;
-  if (frontmost == nil) return nullptr;
-  return std::make_unique<ElementApplication>(frontmost);
+  if (frontmost == nil) return std::nullopt;
+  const Element element(AXUIElementCreateApplication(frontmost.processIdentifier));
+  FrontmostApplication application;
+  if (frontmost.localizedName != nil) application.name = utf8(frontmost.localizedName);
+  Sample sample;
+  application.focusedTitle = sample.title(sample.focusedWindow(element));
+  for (const Element& window : sample.windows(element, mostWindows)) {
+    application.titles.push_back(sample.title(window));
+  }
+  return application;
 }
 
 }  // namespace notewick

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -27,10 +28,10 @@ class MacosScreenTest : public testing::Test {
   [[nodiscard]] bool isShown(const std::optional<std::string>& title) const {
     return title && title->find(name_) != std::string::npos;
   }
-  [[nodiscard]] std::unique_ptr<ScreenApplication> editor() {
-    auto application = screen_.frontmostApplication();
-    const bool isEditor = application && application->localizedName() == "TextEdit";
-    return isEditor ? std::move(application) : nullptr;
+  [[nodiscard]] std::optional<FrontmostApplication> editor() {
+    auto application = screen_.frontmostApplication(8);
+    const bool isEditor = application && application->name == "TextEdit";
+    return isEditor ? std::move(application) : std::nullopt;
   }
 
   std::string name_ = "Tobias Hargreave " + CocoaUuidSource().next();
@@ -46,8 +47,7 @@ TEST_F(MacosScreenTest, IsTrusted) {
 TEST_F(MacosScreenTest, ReadsTheTitleOfTheFocusedWindow) {
   EXPECT_TRUE(eventually([this] {
     const auto application = editor();
-    const auto window = application ? application->focusedWindow() : nullptr;
-    return window && isShown(window->title());
+    return application && isShown(application->focusedTitle);
   }));
 }
 
@@ -55,10 +55,8 @@ TEST_F(MacosScreenTest, ReadsTheTitlesOfAllWindows) {
   EXPECT_TRUE(eventually([this] {
     const auto application = editor();
     if (!application) return false;
-    for (const auto& window : application->windows()) {
-      if (isShown(window->title())) return true;
-    }
-    return false;
+    return std::ranges::any_of(application->titles,
+                               [this](const auto& title) { return isShown(title); });
   }));
 }
 

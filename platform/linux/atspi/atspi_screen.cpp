@@ -18,15 +18,16 @@ bool isListed(const QWindow& window) {
 
 /// This program itself, when one of its windows has the focus: while it waits for answers it cannot
 /// give any.
-std::optional<ScreenSnapshot> ownSnapshot() {
+std::optional<FrontmostApplication> ownApplication(std::size_t mostWindows) {
   if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) return std::nullopt;
   const auto* focused = QGuiApplication::focusWindow();
   if (focused == nullptr) return std::nullopt;
-  ScreenSnapshot snapshot{OWN_NAME, focused->title().toStdString(), {}};
+  FrontmostApplication own{OWN_NAME, focused->title().toStdString(), {}};
   for (const auto* window : QGuiApplication::topLevelWindows()) {
-    if (isListed(*window)) snapshot.titles.emplace_back(window->title().toStdString());
+    if (own.titles.size() == mostWindows) break;
+    if (isListed(*window)) own.titles.emplace_back(window->title().toStdString());
   }
-  return snapshot;
+  return own;
 }
 
 std::optional<std::string> textOf(const std::optional<QString>& name) {
@@ -42,28 +43,29 @@ AtspiScreen::AtspiScreen(std::shared_ptr<AtspiBus> bus, std::chrono::millisecond
   connect(bus_.get(), &AtspiBus::renamed, this, &AtspiScreen::rename);
 }
 
-std::unique_ptr<ScreenApplication> AtspiScreen::frontmostApplication() {
-  if (auto own = ownSnapshot()) {
+std::optional<FrontmostApplication> AtspiScreen::frontmostApplication(std::size_t mostWindows) {
+  if (auto own = ownApplication(mostWindows)) {
     last_.reset();
-    return applicationOf(std::move(*own));
+    return own;
   }
   const auto bus = bus_->connection();
-  last_ = bus ? look(*bus, Deadline(limit_)) : std::nullopt;
-  if (!last_) return nullptr;
+  last_ = bus ? look(*bus, mostWindows, Deadline(limit_)) : std::nullopt;
+  if (!last_) return std::nullopt;
   activated_ = last_->active.application;
   bus_->follow(activated_);
-  return applicationOf(last_->snapshot);
+  return last_->frontmost;
 }
 
 std::optional<AtspiScreen::Sighting> AtspiScreen::look(const QDBusConnection& bus,
+                                                       std::size_t mostWindows,
                                                        const Deadline& deadline) {
   auto applications = reader_.applications(bus, deadline);
   const auto activated = std::ranges::find(applications, activated_, &AtspiReference::application);
   if (activated != applications.end()) {
-    if (auto sighting = lookAt(bus, {*activated}, deadline)) return sighting;
+    if (auto sighting = lookAt(bus, {*activated}, mostWindows, deadline)) return sighting;
     applications.erase(activated);
   }
-  if (auto sighting = lookAt(bus, applications, deadline)) return sighting;
+  if (auto sighting = lookAt(bus, applications, mostWindows, deadline)) return sighting;
   return withoutAnswer();
 }
 
@@ -75,20 +77,20 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::withoutAnswer() {
   if (!isStillRight) return std::nullopt;
   auto sighting = *last_;
   const bool wasAnswer = std::exchange(sighting.isAnswer, false);
-  if (!wasAnswer) sighting.snapshot = {sighting.snapshot.name, std::nullopt, {}};
+  if (!wasAnswer) sighting.frontmost = {sighting.frontmost.name, std::nullopt, {}};
   return sighting;
 }
 
 std::optional<AtspiScreen::Sighting> AtspiScreen::lookAt(
     const QDBusConnection& bus, const std::vector<AtspiReference>& applications,
-    const Deadline& deadline) {
+    std::size_t mostWindows, const Deadline& deadline) {
   const auto windows = reader_.windows(bus, applications, deadline);
   const auto active = std::ranges::find_if(windows, &AtspiReader::Window::isActive);
   if (active == windows.end()) return std::nullopt;
   std::vector<AtspiReference> readable;
   for (const auto& [window, isActive] : windows) {
     const bool belongs = window.application == active->reference.application;
-    if (belongs && readable.size() < MOST_WINDOWS) readable.push_back(window);
+    if (belongs && readable.size() < mostWindows) readable.push_back(window);
   }
   return read(bus, active->reference, std::move(readable), deadline);
 }
@@ -102,15 +104,15 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::read(const QDBusConnection& bu
   const auto names = reader_.names(bus, asked, deadline);
   if (reader_.isSilent(active.application)) return std::nullopt;
 
-  ScreenSnapshot snapshot{textOf(names[0]), textOf(names[1]), {}};
-  if (snapshot.name == "") snapshot.name.reset();
-  std::transform(names.begin() + 2, names.end(), std::back_inserter(snapshot.titles), textOf);
-  return Sighting{active, std::move(windows), std::move(snapshot)};
+  FrontmostApplication frontmost{textOf(names[0]), textOf(names[1]), {}};
+  if (frontmost.name == "") frontmost.name.reset();
+  std::transform(names.begin() + 2, names.end(), std::back_inserter(frontmost.titles), textOf);
+  return Sighting{active, std::move(windows), std::move(frontmost)};
 }
 
 void AtspiScreen::rename(const QString& application, const QString& path, const QString& name) {
   if (!last_ || last_->active.application != application) return;
-  auto& [appName, focusedTitle, titles] = last_->snapshot;
+  auto& [appName, focusedTitle, titles] = last_->frontmost;
   if (last_->active.path.path() == path) focusedTitle = name.toStdString();
   for (std::size_t i = 0; i < titles.size(); ++i) {
     if (last_->windows[i].path.path() == path) titles[i] = name.toStdString();

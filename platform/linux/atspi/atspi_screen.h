@@ -8,7 +8,6 @@
 
 #include "platform/linux/atspi/atspi_bus.h"
 #include "platform/linux/atspi/atspi_reader.h"
-#include "platform/linux/titles/screen_snapshot.h"
 #include "platform/screen.h"
 
 namespace notewick {
@@ -25,20 +24,22 @@ class AtspiScreen final : public QObject, public Screen {
   /// A sample takes `limit` at most.
   AtspiScreen(std::shared_ptr<AtspiBus> bus, std::chrono::milliseconds limit);
 
-  [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
+  [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
+      std::size_t mostWindows) override;
 
  private:
   struct Sighting {
     AtspiReference active;
-    std::vector<AtspiReference> windows;  ///< those of the snapshot's titles, in the same order
-    ScreenSnapshot snapshot;
+    std::vector<AtspiReference> windows;  ///< those of the titles, in the same order
+    FrontmostApplication frontmost;
     bool isAnswer = true;  ///< the application itself gave it to this sample
   };
 
-  [[nodiscard]] std::optional<Sighting> look(const QDBusConnection& bus, const Deadline& deadline);
+  [[nodiscard]] std::optional<Sighting> look(const QDBusConnection& bus, std::size_t mostWindows,
+                                             const Deadline& deadline);
   [[nodiscard]] std::optional<Sighting> lookAt(const QDBusConnection& bus,
                                                const std::vector<AtspiReference>& applications,
-                                               const Deadline& deadline);
+                                               std::size_t mostWindows, const Deadline& deadline);
   [[nodiscard]] std::optional<Sighting> read(const QDBusConnection& bus,
                                              const AtspiReference& active,
                                              std::vector<AtspiReference> windows,

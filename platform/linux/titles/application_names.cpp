@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "platform/linux/titles/own_application.h"
-#include "platform/linux/titles/title_text.h"
 
 namespace notewick {
 namespace {
@@ -70,7 +69,7 @@ std::string ApplicationNames::nameOf(const std::string& id) {
   if (id == OWN_WINDOW_CLASS || id == OWN_DESKTOP_ENTRY) return OWN_NAME;
   if (const auto known = known_.find(id); known != known_.end()) return known->second;
   const auto found = lookUp(id).value_or("");
-  return known_[id] = repairedUtf8(found.empty() ? id : found);
+  return known_[id] = found.empty() ? id : found;
 }
 
 std::optional<std::string> ApplicationNames::lookUp(const std::string& id) const {

@@ -74,7 +74,7 @@ class CompoundTextReader {
     const auto segment = rest_.substr(0, rest_.find(escape));
     rest_.remove_prefix(segment.size());
     if (right_ == Right::utf8) {
-      text_ += repairedUtf8(segment);
+      text_ += segment;
       return;
     }
     for (const char byte : segment) append(text_, codePoint(static_cast<unsigned char>(byte)));
@@ -103,21 +103,7 @@ std::string decodedText(std::string_view bytes, TextEncoding encoding) {
     case TextEncoding::utf8:
       break;
   }
-  return repairedUtf8(text);
-}
-
-std::string repairedUtf8(std::string_view text) {
-  std::string repaired;
-  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  for (std::size_t at = 0; at < text.size();) {
-    utf8proc_int32_t codePoint = 0;
-    const auto length =
-        utf8proc_iterate(bytes + at, static_cast<utf8proc_ssize_t>(text.size() - at), &codePoint);
-    const bool isWellFormed = length > 0;
-    append(repaired, isWellFormed ? static_cast<char32_t>(codePoint) : replacement);
-    at += isWellFormed ? static_cast<std::size_t>(length) : 1;
-  }
-  return repaired;
+  return std::string(text);
 }
 
 }  // namespace notewick

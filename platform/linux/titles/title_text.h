@@ -12,12 +12,9 @@ enum class TextEncoding {
   compoundText,  ///< the property type COMPOUND_TEXT
 };
 
-/// The bytes up to the first NUL as valid UTF-8. Never fails: whatever cannot be read becomes
-/// U+FFFD. Of compound text the segments in ASCII, Latin-1 and UTF-8 are read, which is what
-/// toolkits of this century write; the characters of others are replaced.
+/// The bytes up to the first NUL as UTF-8. Never fails. What is said to be UTF-8 is passed on as it
+/// is, valid or not. Of compound text the segments in ASCII, Latin-1 and UTF-8 are read, which is
+/// what toolkits of this century write; the characters of others become U+FFFD.
 [[nodiscard]] std::string decodedText(std::string_view bytes, TextEncoding encoding);
-
-/// `text` with every byte that is not part of well-formed UTF-8 replaced by U+FFFD.
-[[nodiscard]] std::string repairedUtf8(std::string_view text);
 
 }  // namespace notewick

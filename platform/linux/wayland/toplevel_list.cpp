@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/linux/titles/title_text.h"
-
 namespace notewick {
 
 void ToplevelList::set(Id id, ToplevelState state) {
@@ -19,22 +17,21 @@ void ToplevelList::remove(Id id) {
   std::erase_if(entries_, [id](const Entry& entry) { return entry.id == id; });
 }
 
-std::optional<ScreenSnapshot> ToplevelList::frontmost() const {
+std::optional<FrontmostApplication> ToplevelList::frontmost(std::size_t mostWindows) const {
   const auto active =
       std::ranges::find_if(entries_, [](const Entry& entry) { return entry.state.isActive; });
   if (active == entries_.end()) return std::nullopt;
 
   const auto& applicationId = active->state.applicationId;
-  ScreenSnapshot snapshot;
-  if (!applicationId.empty()) snapshot.name = repairedUtf8(applicationId);
-  snapshot.focusedTitle = repairedUtf8(active->state.title);
+  FrontmostApplication frontmost{std::nullopt, active->state.title, {}};
+  if (!applicationId.empty()) frontmost.name = applicationId;
   for (const auto& [id, state] : entries_) {
+    if (frontmost.titles.size() == mostWindows) break;
     const bool belongs =
         id == active->id || (!applicationId.empty() && state.applicationId == applicationId);
-    if (belongs) snapshot.titles.push_back(repairedUtf8(state.title));
-    if (snapshot.titles.size() == MOST_WINDOWS) break;
+    if (belongs) frontmost.titles.emplace_back(state.title);
   }
-  return snapshot;
+  return frontmost;
 }
 
 }  // namespace notewick

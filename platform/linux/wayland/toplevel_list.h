@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/titles/screen_snapshot.h"
+#include "platform/screen.h"
 
 namespace notewick {
 
@@ -26,9 +26,9 @@ class ToplevelList {
 
   void remove(Id id);
 
-  /// The application of the active window; absent when none is active. A window without an
-  /// application id is an application of its own.
-  [[nodiscard]] std::optional<ScreenSnapshot> frontmost() const;
+  /// The application of the active window, by its id, with at most `mostWindows` of its windows;
+  /// absent when none is active. A window without an application id is an application of its own.
+  [[nodiscard]] std::optional<FrontmostApplication> frontmost(std::size_t mostWindows) const;
 
  private:
   struct Entry {

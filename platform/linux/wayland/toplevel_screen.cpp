@@ -7,14 +7,13 @@ namespace notewick {
 ToplevelScreen::ToplevelScreen(std::unique_ptr<ForeignToplevels> toplevels)
     : toplevels_(std::move(toplevels)) {}
 
-std::unique_ptr<ScreenApplication> ToplevelScreen::frontmostApplication() {
+std::optional<FrontmostApplication> ToplevelScreen::frontmostApplication(std::size_t mostWindows) {
   const bool isConnected = toplevels_ && toplevels_->update();
   if (!isConnected) toplevels_ = ForeignToplevels::open(Deadline(sampleLimit));
-  if (!toplevels_) return nullptr;
-  auto snapshot = toplevels_->list().frontmost();
-  if (!snapshot) return nullptr;
-  if (snapshot->name) snapshot->name = names_.nameOf(*snapshot->name);
-  return applicationOf(std::move(*snapshot));
+  if (!toplevels_) return std::nullopt;
+  auto frontmost = toplevels_->list().frontmost(mostWindows);
+  if (frontmost && frontmost->name) frontmost->name = names_.nameOf(*frontmost->name);
+  return frontmost;
 }
 
 }  // namespace notewick

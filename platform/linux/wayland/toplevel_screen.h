@@ -15,7 +15,8 @@ class ToplevelScreen final : public Screen {
  public:
   explicit ToplevelScreen(std::unique_ptr<ForeignToplevels> toplevels);
 
-  [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
+  [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
+      std::size_t mostWindows) override;
 
  private:
   std::unique_ptr<ForeignToplevels> toplevels_;

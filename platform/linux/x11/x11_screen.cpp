@@ -5,7 +5,6 @@
 #include <span>
 #include <utility>
 
-#include "platform/linux/titles/screen_snapshot.h"
 #include "platform/linux/titles/title_text.h"
 
 namespace notewick {
@@ -59,21 +58,21 @@ std::optional<std::string> titleFrom(Properties properties) {
 X11Screen::X11Screen(std::unique_ptr<X11Connection> connection, std::chrono::milliseconds limit)
     : connection_(std::move(connection)), limit_(limit) {}
 
-std::unique_ptr<ScreenApplication> X11Screen::frontmostApplication() {
+std::optional<FrontmostApplication> X11Screen::frontmostApplication(std::size_t mostWindows) {
   const Deadline deadline(limit_);
   const auto desktop = readDesktop(deadline);
-  if (!desktop) return nullptr;
-  const auto application = readApplication(*desktop, deadline);
-  if (!application) return nullptr;
+  if (!desktop) return std::nullopt;
+  const auto application = readApplication(*desktop, mostWindows, deadline);
+  if (!application) return std::nullopt;
 
-  ScreenSnapshot snapshot;
-  snapshot.name = nameOf(*application);
+  FrontmostApplication frontmost;
+  frontmost.name = nameOf(*application);
   auto windows = application->windows;
   windows.push_back(desktop->active);
-  snapshot.titles = readTitles(windows, deadline);
-  snapshot.focusedTitle = std::move(snapshot.titles.back());
-  snapshot.titles.pop_back();
-  return applicationOf(std::move(snapshot));
+  frontmost.titles = readTitles(windows, deadline);
+  frontmost.focusedTitle = std::move(frontmost.titles.back());
+  frontmost.titles.pop_back();
+  return frontmost;
 }
 
 std::optional<X11Screen::Desktop> X11Screen::readDesktop(const Deadline& deadline) {
@@ -95,6 +94,7 @@ std::optional<X11Screen::Desktop> X11Screen::readDesktop(const Deadline& deadlin
 }
 
 std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& desktop,
+                                                                 std::size_t mostWindows,
                                                                  const Deadline& deadline) {
   std::vector<Window> windows{desktop.active};
   windows.insert(windows.end(), desktop.windows.begin(), desktop.windows.end());
@@ -111,7 +111,7 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
   const bool managerIsGone = !properties.back();
   if (!active || managerIsGone) return std::nullopt;
   Application application{active->wmClass, {}};
-  for (std::size_t i = 1; i < windows.size() && application.windows.size() < MOST_WINDOWS; ++i) {
+  for (std::size_t i = 1; i < windows.size() && application.windows.size() < mostWindows; ++i) {
     const auto identity = identityOf(i);
     if (identity && isSameApplication(*identity, *active))
       application.windows.push_back(windows[i]);

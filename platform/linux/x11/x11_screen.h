@@ -23,7 +23,8 @@ class X11Screen final : public Screen {
   explicit X11Screen(std::unique_ptr<X11Connection> connection,
                      std::chrono::milliseconds limit = sampleLimit);
 
-  [[nodiscard]] std::unique_ptr<ScreenApplication> frontmostApplication() override;
+  [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
+      std::size_t mostWindows) override;
 
  private:
   using Window = std::uint32_t;
@@ -43,6 +44,7 @@ class X11Screen final : public Screen {
     std::vector<Window> windows;
   };
   [[nodiscard]] std::optional<Application> readApplication(const Desktop& desktop,
+                                                           std::size_t mostWindows,
                                                            const Deadline& deadline);
 
   [[nodiscard]] std::vector<std::optional<std::string>> readTitles(

@@ -28,7 +28,7 @@ def has_stopped(program):
 class ScreenFromTheAccessibilityBus(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
-        self.reader = Reader("--body", "atspi")
+        self.reader = Reader("--reader", "atspi")
         self.addCleanup(self.reader.close)
 
     def stop(self, program):
@@ -121,14 +121,14 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
     def test_finds_the_active_window_although_another_program_has_stopped_before_it_started(self):
         self.stop(desk.zenity("stopped"))
         desk.zenity("active")
-        reader = Reader("--body", "atspi")
+        reader = Reader("--reader", "atspi")
         self.addCleanup(reader.close)
         sample = reader.sample()
         self.assertEqual(sample.focused, "active")
         self.assertLess(sample.milliseconds, LIMIT + SLACK)
 
     def test_reads_all_windows_of_this_program_itself(self):
-        reader = Reader("--body", "atspi", "--window", "quick note", "sign in")
+        reader = Reader("--reader", "atspi", "--window", "quick note", "sign in")
         self.addCleanup(reader.close)
         sample = reader.wait_for_focus("sign in")
         self.assertEqual((sample.app, sample.windows), ("VELK Notewick", ["quick note", "sign in"]))
@@ -139,7 +139,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
 
 class WithoutAccessibilityService(unittest.TestCase):
     def test_without_a_session_bus_it_is_never_trusted(self):
-        reader = Reader("--body", "atspi", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        reader = Reader("--reader", "atspi", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
         self.addCleanup(reader.close)
         sample = reader.ask_for_leave()
         self.assertFalse(sample.trusted)

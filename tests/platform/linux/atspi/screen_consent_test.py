@@ -22,7 +22,7 @@ class Consent(unittest.TestCase):
     def setUp(self):
         set_accessibility("false")
         self.addCleanup(desk.close_all)
-        self.reader = Reader("--body", "atspi", QT_QPA_PLATFORM="xcb")
+        self.reader = Reader("--reader", "atspi", QT_QPA_PLATFORM="xcb")
         self.addCleanup(self.reader.close)
 
     def question(self):

@@ -84,11 +84,5 @@ TEST_F(ApplicationNamesTest, LooksNowhereElse) {
   EXPECT_EQ(names().nameOf("../secret"), "../secret");
 }
 
-TEST_F(ApplicationNamesTest, DamagedTextIsRepaired) {
-  install("all/editor.desktop", "[Desktop Entry]\nName=Edit\xff\n");
-  EXPECT_EQ(names().nameOf("editor"), "Edit\uFFFD");
-  EXPECT_EQ(names().nameOf("\xff"), "\uFFFD");
-}
-
 }  // namespace
 }  // namespace notewick

@@ -2,10 +2,10 @@
 // sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
 // output; only then write the next.
 //
-//   print-titles [--body x11|toplevels|atspi|atspi+x11] [--measure COUNT] [--window TITLE...]
+//   print-titles [--reader x11|toplevels|atspi|atspi+x11] [--measure COUNT] [--window TITLE...]
 //
-// --body takes that body, not the one that fits the session; --measure takes so many samples and
-// prints what one costs; --window, the last option, shows windows of its own.
+// --reader takes that reader, not the one that fits the session; --measure takes so many samples
+// and prints what one costs; --window, the last option, shows windows of its own.
 
 #include <unistd.h>
 
@@ -31,26 +31,25 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
+Json textOrNull(const std::optional<std::string>& text) {
+  return text ? Json(*text) : Json();
+}
+
 Json readSample(Screen& screen) {
-  const auto application = screen.frontmostApplication();
+  const auto application = screen.frontmostApplication(8);
   if (!application) return nullptr;
-  Json sample{{"app", nullptr}, {"focused", nullptr}, {"windows", Json::array()}};
-  if (const auto name = application->localizedName()) sample["app"] = *name;
-  if (const auto window = application->focusedWindow()) {
-    if (const auto title = window->title()) sample["focused"] = *title;
-  }
-  for (const auto& window : application->windows()) {
-    const auto title = window->title();
-    sample["windows"].push_back(title ? Json(*title) : Json());
-  }
+  Json sample{{"app", textOrNull(application->name)},
+              {"focused", textOrNull(application->focusedTitle)},
+              {"windows", Json::array()}};
+  for (const auto& title : application->titles) sample["windows"].push_back(textOrNull(title));
   return sample;
 }
 
-Json answer(const ScreenBody& body) {
+Json answer(const TitleReader& reader) {
   const auto start = std::chrono::steady_clock::now();
-  const auto sample = readSample(*body.screen);
+  const auto sample = readSample(*reader.screen);
   const Milliseconds taken = std::chrono::steady_clock::now() - start;
-  return {{"trusted", body.accessibility->isTrusted()},
+  return {{"trusted", reader.accessibility->isTrusted()},
           {"frontmost", sample},
           {"milliseconds", taken.count()}};
 }
@@ -79,15 +78,15 @@ Json measure(Screen& screen, int count) {
           {"longestMilliseconds", longest}};
 }
 
-ScreenBody bodyNamed(const std::string& name) {
-  if (name.empty()) return chooseScreenBody();
-  auto body = name == "x11"         ? makeX11Body()
-              : name == "toplevels" ? makeToplevelBody()
-                                    : std::nullopt;
-  if (name == "atspi") body = makeAtspiBody();
-  if (name == "atspi+x11") body = makeAtspiAndX11Body();
-  if (body) return std::move(*body);
-  std::cerr << "print-titles: no body \"" << name << "\" in this session\n";
+TitleReader readerNamed(const std::string& name) {
+  if (name.empty()) return chooseTitleReader();
+  auto reader = name == "x11"         ? makeX11Reader()
+                : name == "toplevels" ? makeToplevelReader()
+                                      : std::nullopt;
+  if (name == "atspi") reader = makeAtspiReader();
+  if (name == "atspi+x11") reader = makeAtspiAndX11Reader();
+  if (reader) return std::move(*reader);
+  std::cerr << "print-titles: no reader \"" << name << "\" in this session\n";
   std::exit(EXIT_FAILURE);
 }
 
@@ -110,17 +109,17 @@ std::vector<std::unique_ptr<QWidget>> showWindows(const std::vector<std::string>
 
 void run(const std::vector<std::string>& arguments) {
   const auto windows = showWindows(arguments);
-  const auto body = bodyNamed(valueOf(arguments, "--body"));
+  const auto reader = readerNamed(valueOf(arguments, "--reader"));
   if (const auto count = valueOf(arguments, "--measure"); !count.empty()) {
-    std::cout << measure(*body.screen, std::stoi(count)) << std::endl;
+    std::cout << measure(*reader.screen, std::stoi(count)) << std::endl;
     return;
   }
   QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-  QObject::connect(&input, &QSocketNotifier::activated, &input, [&body] {
+  QObject::connect(&input, &QSocketNotifier::activated, &input, [&reader] {
     std::string line;
     if (!std::getline(std::cin, line)) return QApplication::quit();
-    if (line == "ask") body.accessibility->isTrustedWithPrompt();
-    std::cout << answer(body) << std::endl;
+    if (line == "ask") reader.accessibility->isTrustedWithPrompt();
+    std::cout << answer(reader).dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
   });
   QApplication::exec();
 }

@@ -71,7 +71,7 @@ class ScreenFromTheCompositor(InSway):
 
 class ScreenFromTheAccessibilityBus(InSway):
     def test_follows_the_active_window(self):
-        reader = self.start_reader("--body", "atspi")
+        reader = self.start_reader("--reader", "atspi")
         first = desk.zenity("first").window("first")
         self.assertTrue(reader.wait_for_focus("first").trusted)
         desk.zenity("second")
@@ -80,7 +80,7 @@ class ScreenFromTheAccessibilityBus(InSway):
         reader.wait_for_focus("first")
 
     def test_reads_all_windows_of_this_program_itself_from_the_x_server(self):
-        options = ("--body", "atspi+x11", "--window", "quick note", "sign in")
+        options = ("--reader", "atspi+x11", "--window", "quick note", "sign in")
         reader = self.start_reader(*options, QT_QPA_PLATFORM="xcb")
         reader.wait_for_focus("sign in")
         desk.windows.wait_for("quick note", pid=reader.pid).focus()
@@ -89,7 +89,7 @@ class ScreenFromTheAccessibilityBus(InSway):
         self.assertCountEqual(sample.windows, ["quick note", "sign in"])
 
     def test_of_programs_that_are_not_on_it_those_of_the_x_server_are_read_there(self):
-        reader = self.start_reader("--body", "atspi+x11")
+        reader = self.start_reader("--reader", "atspi+x11")
         native = desk.zenity("native").window()
         self.assertEqual(reader.wait_for_focus("native").app, "zenity")
         desk.xterm("not on the bus").window().focus()

@@ -22,7 +22,8 @@ class ToplevelListTest : public testing::Test {
 
   void close(int window) { list_.remove(id(window)); }
 
-  [[nodiscard]] auto titles() const { return list_.frontmost()->titles; }
+  [[nodiscard]] auto frontmost() const { return list_.frontmost(8); }
+  [[nodiscard]] auto titles() const { return frontmost()->titles; }
 
   ToplevelList list_;
 
@@ -33,16 +34,16 @@ class ToplevelListTest : public testing::Test {
 };
 
 TEST_F(ToplevelListTest, NothingIsFrontmostWithoutAnActiveWindow) {
-  EXPECT_FALSE(list_.frontmost());
+  EXPECT_FALSE(frontmost());
   show(1, "letter", "editor");
-  EXPECT_FALSE(list_.frontmost());
+  EXPECT_FALSE(frontmost());
 }
 
 TEST_F(ToplevelListTest, TheActiveWindowHasTheFocus) {
   show(1, "letter", "editor");
   activate(2, "inbox", "mail");
-  EXPECT_EQ(list_.frontmost()->name, "mail");
-  EXPECT_EQ(list_.frontmost()->focusedTitle, "inbox");
+  EXPECT_EQ(frontmost()->name, "mail");
+  EXPECT_EQ(frontmost()->focusedTitle, "inbox");
   EXPECT_THAT(titles(), ElementsAre("inbox"));
 }
 
@@ -72,7 +73,7 @@ TEST_F(ToplevelListTest, NeverShowsAWindowOfAnotherApplication) {
 TEST_F(ToplevelListTest, WindowsWithoutApplicationIdStayApart) {
   show(1, "one", "");
   activate(2, "two", "");
-  EXPECT_EQ(list_.frontmost()->name, std::nullopt);
+  EXPECT_EQ(frontmost()->name, std::nullopt);
   EXPECT_THAT(titles(), ElementsAre("two"));
 }
 
@@ -82,19 +83,13 @@ TEST_F(ToplevelListTest, AClosedWindowIsGone) {
   close(1);
   EXPECT_THAT(titles(), ElementsAre("two"));
   close(2);
-  EXPECT_FALSE(list_.frontmost());
+  EXPECT_FALSE(frontmost());
 }
 
-TEST_F(ToplevelListTest, DamagedTextIsRepaired) {
-  activate(1, "Ren\xe9", "edit\xff");
-  EXPECT_EQ(list_.frontmost()->focusedTitle, "Ren\uFFFD");
-  EXPECT_EQ(list_.frontmost()->name, "edit\uFFFD");
-}
-
-TEST_F(ToplevelListTest, TheFirstEightWindowsAreRead) {
-  for (int window = 1; window < 12; ++window) show(window, std::to_string(window), "editor");
-  activate(12, "12", "editor");
-  EXPECT_THAT(titles(), ElementsAre("12", "1", "2", "3", "4", "5", "6", "7"));
+TEST_F(ToplevelListTest, ShowsNoMoreWindowsThanAskedFor) {
+  for (int window = 1; window < 4; ++window) show(window, std::to_string(window), "editor");
+  activate(4, "4", "editor");
+  EXPECT_THAT(list_.frontmost(2)->titles, ElementsAre("4", "1"));
 }
 
 }  // namespace
