@@ -24,7 +24,7 @@ namespace notewick {
 struct FrontmostTitles;
 class LoginController;
 
-/// Owner of all mutable state, for the whole process. Each group of operations has its bodies in
+/// Owner of all mutable state, for the whole process. Each group of operations is implemented in
 /// the folder of the subsystem it belongs to. After every change of `pendings`, `outbox` or
 /// `participants` the same steps follow, in this order: save that list's file, rebuild the menu,
 /// refresh the widget. Main thread only.
@@ -99,10 +99,10 @@ class AppDelegate : public ApplicationDelegate,
   void sample(Date now);
   void extendSessions(const FrontmostTitles& seen, const std::vector<std::size_t>& matches,
                       Date now);
-  [[nodiscard]] std::string evidenceFor(std::size_t participant, const FrontmostTitles& seen) const;
   void endSessions(Date now);
   void pendingsChanged();
   void saveOutbox();
+  void showChange();  ///< rebuilds the menu and refreshes the widget
   void setParticipants(std::vector<Participant> list);
   void startUpload(const OutboxItem& item);
   void uploadFinished(const OutboxItem& item, const Result<std::optional<std::string>>& result);

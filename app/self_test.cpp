@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "client/base_url.h"
-#include "detect/list_notation.h"
 #include "detect/name_matcher.h"
+#include "detect/quoted_text.h"
 
 namespace notewick {
 

@@ -23,8 +23,7 @@ void AppDelegate::removePending(const std::string& id) {
 
 void AppDelegate::pendingsChanged() {
   saveJSON(ports().files, pendingFile(), pendings);
-  rebuildMenu();
-  refreshWidget();
+  showChange();
 }
 
 }  // namespace notewick

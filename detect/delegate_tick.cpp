@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "app/app_delegate.h"
-#include "detect/list_notation.h"
 #include "detect/notification.h"
+#include "detect/quoted_text.h"
 #include "detect/watch_log.h"
 #include "detect/window_titles.h"
 #include "platform/ports.h"
@@ -27,6 +27,29 @@ void logSample(const FrontmostTitles& seen, const std::vector<std::string>& name
   watchLog("app=" + seen.app + " titles=" + listNotation(titles) +
            " matches=" + listNotation(names));
 }
+
+/// Finds the title that shows a participant: the first that names them, or the first of all where
+/// the name stands in no single title.
+class TitleEvidence {
+ public:
+  TitleEvidence(const NameMatcher& matcher, const std::vector<std::string>& titles)
+      : titles_(titles) {
+    for (const std::string& title : titles) matches_.push_back(matcher.match(title));
+  }
+
+  [[nodiscard]] const std::string& of(std::size_t participant) const {
+    const auto names = [&](const auto& matches) {
+      return std::ranges::binary_search(matches, participant);
+    };
+    const auto naming = std::ranges::find_if(matches_, names);
+    if (naming == matches_.end()) return titles_.front();
+    return titles_[static_cast<std::size_t>(naming - matches_.begin())];
+  }
+
+ private:
+  const std::vector<std::string>& titles_;
+  std::vector<std::vector<std::size_t>> matches_;  ///< for each title, the participants it names
+};
 
 }  // namespace
 
@@ -61,20 +84,14 @@ void AppDelegate::sample(Date now) {
 
 void AppDelegate::extendSessions(const FrontmostTitles& seen,
                                  const std::vector<std::size_t>& matches, Date now) {
+  if (matches.empty()) return;
+  const TitleEvidence evidence(matcher_, seen.titles);
   for (const std::size_t match : matches) {
     const std::string name = participants[match].name();
     const auto [entry, isNew] = sessions.try_emplace(name, name, now);
     if (!isNew) entry->second.addSighting(now);
-    entry->second.addEvidence(evidenceFor(match, seen));
+    entry->second.addEvidence(evidence.of(match));
   }
-}
-
-std::string AppDelegate::evidenceFor(std::size_t participant, const FrontmostTitles& seen) const {
-  for (const std::string& title : seen.titles) {
-    const auto matches = matcher_.match(title);
-    if (std::binary_search(matches.begin(), matches.end(), participant)) return title;
-  }
-  return seen.titles.front();
 }
 
 void AppDelegate::endSessions(Date now) {

@@ -1,5 +1,6 @@
 #include "detect/notification.h"
 
+#include "detect/quoted_text.h"
 #include "model/bounded_text.h"
 #include "platform/ports.h"
 
@@ -9,15 +10,6 @@ namespace {
 constexpr TextBound TITLE_BOUND{200, 2 * KIB};
 constexpr TextBound BODY_BOUND{2000, 16 * KIB};
 
-std::string scriptLiteral(const std::string& text) {
-  std::string literal = "\"";
-  for (const char character : text) {
-    if (character == '\\' || character == '"') literal += '\\';
-    literal += character;
-  }
-  return literal + "\"";
-}
-
 }  // namespace
 
 void notify(const std::string& title, const std::string& body) {
@@ -25,7 +17,7 @@ void notify(const std::string& title, const std::string& body) {
 }
 
 std::string notificationScript(const std::string& title, const std::string& body) {
-  return "display notification " + scriptLiteral(body) + " with title " + scriptLiteral(title) +
+  return "display notification " + quotedText(body) + " with title " + quotedText(title) +
          " sound name \"Glass\"";
 }
 

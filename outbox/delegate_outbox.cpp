@@ -32,8 +32,7 @@ void AppDelegate::enqueueNote(const Participant& participant, const std::string&
       {ports().uuids.next(), participant.id, participant.name(), what, minutes, sessionDate});
   outboxSave_.now();
   logCapture(outbox.back());
-  rebuildMenu();
-  refreshWidget();
+  showChange();
   flushOutbox();
 }
 
@@ -64,8 +63,7 @@ void AppDelegate::uploadFinished(const OutboxItem& item,
   if (!result) return uploadFailed(item, result.error());
   removeFromOutbox(item.id);
   outboxSave_.within(SUCCESS_WAITS);
-  rebuildMenu();
-  refreshWidget();
+  showChange();
   notify("Captured — " + item.participantName,
          "Parked in VELK (" + std::to_string(item.minutes) +
              " min). Write it up from your case-notes page when you're ready.");
@@ -80,8 +78,7 @@ void AppDelegate::uploadFailed(const OutboxItem& item, const VELKError& error) {
     removeFromOutbox(item.id);
     outboxSave_.now();
   }
-  rebuildMenu();
-  refreshWidget();
+  showChange();
 }
 
 void AppDelegate::countAttempt(const std::string& id, const VELKError& error) {

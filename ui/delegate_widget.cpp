@@ -42,6 +42,11 @@ void AppDelegate::refreshWidget() {
   if (widget) widget->refresh(participants, pendings, outbox.size());
 }
 
+void AppDelegate::showChange() {
+  rebuildMenu();
+  refreshWidget();
+}
+
 void AppDelegate::widgetClosed() {
   setWidgetVisible(false);
   rebuildMenu();

@@ -1,4 +1,4 @@
-#include "detect/list_notation.h"
+#include "detect/quoted_text.h"
 
 #include <gtest/gtest.h>
 
