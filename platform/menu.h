@@ -23,10 +23,10 @@ enum class MenuAction {
 
 /// One line of the menu, as data; a front end draws it and hands it back when it is chosen.
 struct MenuItem {
-  std::string title;
-  std::optional<MenuAction> action;
-  std::string key;  ///< lower-case letter of the shortcut with the platform's command key, or empty
-  std::optional<std::string> representedObject;
+  std::string title{};
+  std::optional<MenuAction> action{};
+  std::string key{};  ///< lower-case letter of the shortcut with the platform's command key, or empty
+  std::optional<std::string> representedObject{};
   bool separator = false;
 
   /// An item without an action is shown greyed.

@@ -11,13 +11,16 @@ namespace {
 std::shared_ptr<LoginController> shownController;
 
 SignInTexts texts() {
-  return {"Sign in to VELK",
-          "Sign in with your VELK account",
+  return {
+      .title = "Sign in to VELK",
+      .heading = "Sign in with your VELK account",
+      .explanation =
           "Notewick needs your VELK login so confirmed work becomes case notes in your account.",
-          "Email",
-          "name@agency.example",
-          "Password",
-          "Sign in"};
+      .emailLabel = "Email",
+      .emailPlaceholder = "name@agency.example",
+      .passwordLabel = "Password",
+      .signIn = "Sign in",
+  };
 }
 
 std::string explanationOf(const VELKError& error) {

@@ -19,22 +19,24 @@ constexpr const char* IDLE_HINT = "Minutes — you set this.";
 QuickNoteTexts texts() {
   std::vector<std::string> minutes;
   for (const auto choice : MINUTES) minutes.push_back(std::to_string(choice));
-  return {"VELK — quick note",
-          "Participant",
-          "What did you do?",
-          "What did you do? One line is enough.",
-          "Minutes",
-          minutes,
-          "Send to VELK",
-          "Caught — confirm or skip",
-          "Log",
-          "✕"};
+  return {
+      .title = "VELK — quick note",
+      .participantLabel = "Participant",
+      .noteLabel = "What did you do?",
+      .placeholder = "What did you do? One line is enough.",
+      .minutesLabel = "Minutes",
+      .minutes = minutes,
+      .send = "Send to VELK",
+      .caughtHeader = "Caught — confirm or skip",
+      .log = "Log",
+      .skip = "✕",
+  };
 }
 
 CaughtRow rowFor(const Pending& pending) {
   const std::string text =
       pending.participant + " · ~" + std::to_string(pending.observedMinutes) + "m · " + pending.day;
-  return {text, "Log " + text, "Skip " + text};
+  return {.text = text, .logLabel = "Log " + text, .skipLabel = "Skip " + text};
 }
 
 /// Adding a title that is there already moves it to the end.

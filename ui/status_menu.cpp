@@ -6,15 +6,15 @@ namespace notewick {
 namespace {
 
 MenuItem disabled(std::string title) {
-  return {std::move(title), std::nullopt, "", std::nullopt, false};
+  return {.title = std::move(title)};
 }
 
 MenuItem command(std::string title, MenuAction action, std::string key = "") {
-  return {std::move(title), action, std::move(key), std::nullopt, false};
+  return {.title = std::move(title), .action = action, .key = std::move(key)};
 }
 
 MenuItem separator() {
-  return {"", std::nullopt, "", std::nullopt, true};
+  return {.separator = true};
 }
 
 MenuItem watchingItem(const MenuState& state) {

@@ -47,11 +47,23 @@ std::shared_ptr<void> makePlatform(char** argv) {
   const auto owner = std::make_shared<LinuxPlatform>(argv);
   LinuxPlatform& made = *owner;
   platform = &made;
-  registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
-                 made.notifier, made.workspace, made.screen, made.screen, made.uuids, made.views,
-                 [](const HttpSessionConfiguration& configuration) {
-                   return std::make_unique<CurlHttpSession>(configuration);
-                 }});
+  registerPorts({
+      .clock = made.clock,
+      .mainLoop = made.mainLoop,
+      .files = made.files,
+      .userDefaults = made.userDefaults,
+      .secretStore = made.secretStore,
+      .notifier = made.notifier,
+      .workspace = made.workspace,
+      .accessibility = made.screen,
+      .screen = made.screen,
+      .uuids = made.uuids,
+      .views = made.views,
+      .makeHttpSession =
+          [](const HttpSessionConfiguration& configuration) {
+            return std::make_unique<CurlHttpSession>(configuration);
+          },
+  });
   return owner;
 }
 

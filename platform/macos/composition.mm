@@ -43,12 +43,23 @@ std::shared_ptr<void> makePlatform(char**) {
   const auto owner = std::make_shared<MacosPlatform>();
   MacosPlatform& made = *owner;
   platform = &made;
-  registerPorts({made.clock, made.mainLoop, made.files, made.userDefaults, made.secretStore,
-                 made.notifier, made.workspace, made.accessibility, made.screen, made.uuids,
-                 made.views,
-                 [loop = &made.mainLoop](const HttpSessionConfiguration& configuration) {
-                   return std::make_unique<UrlSession>(configuration, *loop);
-                 }});
+  registerPorts({
+      .clock = made.clock,
+      .mainLoop = made.mainLoop,
+      .files = made.files,
+      .userDefaults = made.userDefaults,
+      .secretStore = made.secretStore,
+      .notifier = made.notifier,
+      .workspace = made.workspace,
+      .accessibility = made.accessibility,
+      .screen = made.screen,
+      .uuids = made.uuids,
+      .views = made.views,
+      .makeHttpSession =
+          [loop = &made.mainLoop](const HttpSessionConfiguration& configuration) {
+            return std::make_unique<UrlSession>(configuration, *loop);
+          },
+  });
   return owner;
 }
 
