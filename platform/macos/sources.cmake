@@ -18,6 +18,7 @@ set(NOTEWICK_MACOS_SOURCES
   uuid_source.mm
   views.mm
   workspace.mm
+  bridge/run_loop_timer.mm
   bridge/text.mm
   controls/chooser.mm
   controls/controls.mm

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/macos/main_loop.h"
+#include "platform/macos/bridge/run_loop_timer.h"
 
 namespace notewick {
 namespace {
@@ -38,7 +38,7 @@ bool WindowDrag::isOver() {
 
 void WindowDrag::runWhatWaits() {
   if (!isOver()) {
-    nextLook_ = CocoaMainLoop().startOneShot(LOOK_SECONDS, [this] { runWhatWaits(); });
+    nextLook_ = startRunLoopTimer(LOOK_SECONDS, false, [this] { runWhatWaits(); });
     return;
   }
   nextLook_.reset();
