@@ -4,6 +4,7 @@
 #include "client/uri.h"
 #include "platform/fatal_error.h"
 #include "platform/ports.h"
+#include "platform/web_address.h"
 
 namespace notewick {
 

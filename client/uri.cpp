@@ -97,10 +97,4 @@ bool isUriReference(std::string_view text) {
   return consistsOf(text, ":@/?");
 }
 
-std::string_view uriOrigin(std::string_view text) {
-  const auto slashes = text.find("://");
-  if (slashes == text.npos) return text;
-  return text.substr(0, text.find_first_of("/?#", slashes + 3));
-}
-
 }  // namespace notewick

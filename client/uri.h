@@ -8,8 +8,4 @@ namespace notewick {
 /// ASCII not allowed. The empty text is one.
 [[nodiscard]] bool isUriReference(std::string_view text);
 
-/// Scheme and authority of an absolute URI ("https://host:port"); the whole text where it has
-/// none. No trailing slash of an authority is included.
-[[nodiscard]] std::string_view uriOrigin(std::string_view text);
-
 }  // namespace notewick

@@ -4,8 +4,8 @@
 
 #include "client/base_url.h"
 #include "client/failure_text.h"
-#include "client/web_address.h"
 #include "platform/ports.h"
+#include "platform/web_address.h"
 
 namespace notewick {
 namespace {

@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "client/uri.h"
+#include "platform/web_address.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);

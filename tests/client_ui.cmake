@@ -14,12 +14,12 @@ notewick_test(client_ui_tests
     client/velk_client_sign_out_test.cpp
     client/velk_client_test.cpp
     client/velk_error_test.cpp
-    client/web_address_test.cpp
     outbox/delayed_save_test.cpp
     outbox/delegate_outbox_failure_test.cpp
     outbox/delegate_outbox_queue_test.cpp
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
+    platform/web_address_test.cpp
     support/client_world.cpp
     ui/delegate_commands_test.cpp
     ui/delegate_login_store_test.cpp

@@ -3,10 +3,10 @@
 #include "app/app_delegate.h"
 #include "client/base_url.h"
 #include "client/velk_client.h"
-#include "client/web_address.h"
 #include "detect/notification.h"
 #include "detect/watch_log.h"
 #include "platform/ports.h"
+#include "platform/web_address.h"
 #include "ui/login_item.h"
 
 namespace notewick {

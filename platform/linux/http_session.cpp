@@ -7,6 +7,7 @@
 
 #include "platform/linux/http/http_errors.h"
 #include "platform/linux/http/proxy_choice.h"
+#include "platform/web_address.h"
 
 namespace notewick {
 namespace {
@@ -33,7 +34,7 @@ void CurlHttpSession::send(HttpRequest request, HttpCompletion completion) {
   const auto address = webAddress(request.url);
   HttpTransfer& transfer = makeTransfer(std::move(request), std::move(completion));
   if (!address) return transfer.fail(http_error::INVALID_ADDRESS);
-  if (address->scheme() == "http" || isLoopback(*address)) {
+  if (address->scheme() == "http" || isLoopbackAddress(address->toString().toStdString())) {
     transfer.start(*address, QNetworkProxy::NoProxy, authorities_);
   } else {
     startThroughProxy(transfer, *address);

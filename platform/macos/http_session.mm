@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "client/web_address.h"
 #include "platform/macos/bridge/text.h"
 #include "platform/macos/http/http_answers.h"
+#include "platform/web_address.h"
 
 namespace notewick {
 namespace {

@@ -99,18 +99,5 @@ TEST(Uri, WhatFollowsTheTextDoesNotCount) {
   EXPECT_TRUE(isUriReference(std::string_view("a b").substr(0, 1)));
 }
 
-TEST(Uri, TheOriginIsSchemeAndAuthority) {
-  EXPECT_EQ(uriOrigin("https://velk.example"), "https://velk.example");
-  EXPECT_EQ(uriOrigin("https://velk.example/"), "https://velk.example");
-  EXPECT_EQ(uriOrigin("http://127.0.0.1:8080/velk/deep"), "http://127.0.0.1:8080");
-  EXPECT_EQ(uriOrigin("https://velk.example?q=/"), "https://velk.example");
-  EXPECT_EQ(uriOrigin("https://velk.example#a/b"), "https://velk.example");
-}
-
-TEST(Uri, WhereThereIsNoOriginTheTextStays) {
-  EXPECT_EQ(uriOrigin(""), "");
-  EXPECT_EQ(uriOrigin("velk.example/x"), "velk.example/x");
-}
-
 }  // namespace
 }  // namespace notewick

@@ -83,11 +83,6 @@ ProxyChoice proxyAt(const QString& text) {
 
 }  // namespace
 
-bool isLoopback(const QUrl& url) {
-  const QString host = hostOf(url);
-  return isInDomain(host, "localhost") || QHostAddress(host).isLoopback();
-}
-
 std::optional<ProxyChoice> proxyOfEnvironment(const QUrl& url,
                                               const QProcessEnvironment& environment) {
   if (needsNoProxy(url, valueOf("no_proxy", environment))) {

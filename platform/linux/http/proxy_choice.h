@@ -15,10 +15,6 @@ namespace notewick {
 /// proxy is named that cannot be used; going without it is not what the user asked for.
 using ProxyChoice = tl::expected<QNetworkProxy, TransportError>;
 
-/// Whether the address is on this machine: localhost, a name below it, 127.0.0.0/8 or ::1. Such a
-/// server never gets a proxy.
-[[nodiscard]] bool isLoopback(const QUrl& url);
-
 /// What the environment says; absent where it says nothing about this address, and the desktop's
 /// settings count.
 ///

@@ -115,17 +115,6 @@ TEST(ProxyChoiceTest, AnExemptionCountsWhoeverNamesTheProxy) {
   EXPECT_EQ(choice({{"NO_PROXY", "velk.example"}}), "direct");
 }
 
-TEST(ProxyChoiceTest, LoopbackIsThisMachine) {
-  for (const char* host :
-       {"localhost", "LocalHost", "a.localhost", "localhost.", "127.0.0.1", "127.9.8.7", "[::1]"}) {
-    EXPECT_TRUE(isLoopback(QUrl(QString("https://%1:8443/").arg(host)))) << host;
-  }
-  for (const char* host : {"velk.example", "localhost.example", "mylocalhost", "128.0.0.1",
-                           "0.0.0.0", "[::2]", "127.example"}) {
-    EXPECT_FALSE(isLoopback(QUrl(QString("https://%1/").arg(host)))) << host;
-  }
-}
-
 TEST(ProxyChoiceTest, TheDesktopsFirstUsefulProxyCounts) {
   const QNetworkProxy direct(QNetworkProxy::NoProxy);
   const QNetworkProxy ftp(QNetworkProxy::FtpCachingProxy, "ftp", 21);

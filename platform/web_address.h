@@ -7,6 +7,10 @@ namespace notewick {
 /// What may be done with an address that somebody wrote into the settings. Pure functions, right on
 /// any text; scheme and host compare without regard to letter case.
 
+/// Scheme and authority of an absolute URI ("https://host:port"); the whole text where it has
+/// none. No trailing slash of an authority is included.
+[[nodiscard]] std::string_view uriOrigin(std::string_view text);
+
 /// Whether a browser can open it: "http" or "https", "//" and a host.
 [[nodiscard]] bool isWebAddress(std::string_view text);
 

@@ -1,9 +1,22 @@
-#include "client/web_address.h"
+#include "platform/web_address.h"
 
 #include <gtest/gtest.h>
 
 namespace notewick {
 namespace {
+
+TEST(UriOrigin, TheOriginIsSchemeAndAuthority) {
+  EXPECT_EQ(uriOrigin("https://velk.example"), "https://velk.example");
+  EXPECT_EQ(uriOrigin("https://velk.example/"), "https://velk.example");
+  EXPECT_EQ(uriOrigin("http://127.0.0.1:8080/velk/deep"), "http://127.0.0.1:8080");
+  EXPECT_EQ(uriOrigin("https://velk.example?q=/"), "https://velk.example");
+  EXPECT_EQ(uriOrigin("https://velk.example#a/b"), "https://velk.example");
+}
+
+TEST(UriOrigin, WhereThereIsNoOriginTheTextStays) {
+  EXPECT_EQ(uriOrigin(""), "");
+  EXPECT_EQ(uriOrigin("velk.example/x"), "velk.example/x");
+}
 
 TEST(WebAddress, TakesHttpAndHttpsWithAHost) {
   for (const auto* const text :

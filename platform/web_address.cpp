@@ -1,10 +1,8 @@
-#include "client/web_address.h"
+#include "platform/web_address.h"
 
 #include <algorithm>
 #include <charconv>
 #include <string>
-
-#include "client/uri.h"
 
 namespace notewick {
 namespace {
@@ -68,6 +66,12 @@ bool isLoopback(std::string_view host) {
 }
 
 }  // namespace
+
+std::string_view uriOrigin(std::string_view text) {
+  const auto slashes = text.find("://");
+  if (slashes == text.npos) return text;
+  return text.substr(0, text.find_first_of("/?#", slashes + 3));
+}
 
 bool isWebAddress(std::string_view text) {
   const std::string origin = lowerCaseOrigin(text);
