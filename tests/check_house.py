@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """Checks the house rules that no compiler knows, by searching the sources.
 
-    check_house.py ROOT
-
-Prints one line for each offence and exits with 1 when there is one.
+    check_house.py ROOT             prints one line for each offence and exits with 1 when there is one
+    check_house.py --drawing ROOT   prints the rooms of the product, and which other rooms each knows
 """
 
 import pathlib
 import re
 import sys
+from collections import Counter
 
 PORTABLE = ("app", "detect", "model", "client", "outbox", "ui")
 
@@ -20,6 +20,36 @@ LAYERS = {
     "outbox": ["model/", "detect/", "client/", "platform/", "app/constants.h"],
     "ui": ["model/", "detect/", "client/", "outbox/", "platform/", "app/constants.h"],
     "app": ["model/", "detect/", "client/", "outbox/", "ui/", "platform/"],
+}
+
+# The rooms of each front end, and which of the others each may know. Every room may know the ports
+# (platform/*.h). The implementations of the ports stand above the rooms and may know all of them.
+ROOMS = {
+    "platform/linux": {
+        "titles": [],
+        "x11": ["titles"],
+        "wayland": ["titles"],
+        "atspi": ["titles"],
+        "controls": [],
+        "panels": ["controls", "x11"],
+        "tray": ["controls", "x11"],
+        "session": [],
+        "secrets": [],
+        "http": [],
+    },
+    "platform/macos": {
+        "bridge": [],
+        "controls": ["bridge"],
+        "panels": ["bridge", "controls"],
+        "tray": ["bridge"],
+        "session": ["bridge"],
+        "http": ["bridge"],
+    },
+}
+
+# ... and where a file may include a rule of the portable code, with the reason.
+MORE_RULES = {
+    "platform/macos/notifier.mm": {"detect/notification.h": "the command, proven on every machine"},
 }
 
 # System headers that portable code may include: containers, algorithms, text and numbers. No
@@ -58,10 +88,12 @@ UNTESTED = {
 }
 
 LONGEST_FILE = 400
+MOST_FILES_OF_PRODUCT = 36  # in one folder
+MOST_FILES_OF_TESTS = 50
 SOURCES = {".h", ".cpp", ".mm", ".m", ".py", ".sh", ".cmake", ""}  # scripts have no suffix
 CHECKED_FOLDERS = PORTABLE + ("platform", "tests", "tools", "bench", "fuzz", "packaging", "cmake")
 
-INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 NOT_CODE = re.compile(r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"', re.DOTALL)
 
 
@@ -113,6 +145,85 @@ def layers(path, text):
         kind, header = found.groups()
         if kind == '"' and not knows(path, header):
             yield f"{path}:{line_of(text, found.start())}: may not know {header}"
+
+
+def front_end_and_room(path):
+    """("platform/linux", "tray") of platform/linux/tray/a.cpp; the room is "" above the rooms."""
+    front_end = next((each for each in ROOMS if path.startswith(each + "/")), None)
+    below = path[len(front_end) + 1:] if front_end else ""
+    return front_end, below.rpartition("/")[0]
+
+
+def may_know_in_front_end(path, header):
+    """Whether a file of a front end may include a header of the project."""
+    front_end, room = front_end_and_room(path)
+    if "/" not in header:  # made by the build
+        return True
+    if re.fullmatch(r"platform/\w+\.h", header) or header in MORE_RULES.get(path, {}):
+        return True
+    if header.startswith("platform/posix/"):
+        return room == ""
+    other_front_end, other_room = front_end_and_room(header)
+    return other_front_end == front_end and (
+        room in ("", other_room) or other_room in ROOMS[front_end].get(room, []))
+
+
+def rooms(path, text):
+    """Knowledge goes one way between the rooms of a front end, too."""
+    front_end, room = front_end_and_room(path)
+    if room and room not in ROOMS[front_end]:
+        yield f"{path}: stands in a room that is not in the table"
+    for found in INCLUDE.finditer(text):
+        kind, header = found.groups()
+        if kind == '"' and not may_know_in_front_end(path, header):
+            yield f"{path}:{line_of(text, found.start())}: may not know {header}"
+
+
+def arrows(root):
+    """Every room of the product, and the set of the other rooms that its files include.
+
+    The constants, which everybody may know, are no room. The files delegate_*.cpp implement the
+    class of app/, in whichever folder they stand.
+    """
+    known = {}
+    for path, text in sources(root, PORTABLE + ("platform",), {".h", ".cpp", ".mm"}):
+        if path.startswith("app/constants."):
+            continue
+        headers = [header for kind, header in INCLUDE.findall(text)
+                   if kind == '"' and "/" in header and header != "app/constants.h"]
+        room = "app" if "/delegate_" in path else path.rpartition("/")[0]
+        known.setdefault(room, set()).update(header.rpartition("/")[0] for header in headers)
+    return {room: others - {room} for room, others in known.items()}
+
+
+def floor(room, known, above=()):
+    """1 for a room that knows no other, else one more than the highest of those it knows."""
+    if room in above:
+        raise ValueError(" knows ".join([*above[above.index(room):], room]))
+    return 1 + max((floor(other, known, (*above, room)) for other in known.get(room, ())), default=0)
+
+
+def table_of_rooms(root):
+    """The table of rooms allows no circle, and no more than is needed."""
+    known = arrows(root)
+    for front_end, table in ROOMS.items():
+        for room, others in table.items():
+            try:
+                floor(room, table)
+            except ValueError as circle:
+                yield f"{front_end}: the rooms go round in a circle: {circle}"
+            for other in others:
+                if f"{front_end}/{other}" not in known.get(f"{front_end}/{room}", ()):
+                    yield f"{front_end}/{room}: may know {other}, and does not"
+
+
+def crowded_folders(root):
+    for kinds, most in ((PORTABLE + ("platform",), MOST_FILES_OF_PRODUCT),
+                        (("tests",), MOST_FILES_OF_TESTS)):
+        files = [path for path, _ in sources(root, kinds, SOURCES | {".txt"})]
+        for folder, count in Counter(path.rpartition("/")[0] for path in files).items():
+            if count > most:
+                yield f"{folder}: {count} files, more than {most}"
 
 
 def port_headers(path, text):
@@ -168,6 +279,10 @@ def offences(root):
     for path, text in sources(root, ["platform"], {".h"}):
         if path.count("/") == 1:
             yield from port_headers(path, text)
+    for path, text in sources(root, ROOMS, code | {".mm"}):
+        yield from rooms(path, text)
+    yield from table_of_rooms(root)
+    yield from crowded_folders(root)
     yield from missing_tests(root)
     yield from tests_without_build(root)
     for path, text in sources(root, CHECKED_FOLDERS, SOURCES):
@@ -176,12 +291,27 @@ def offences(root):
             yield from switched_off_tests(path, text)
 
 
+def drawing(root):
+    known = arrows(root)
+    for room in sorted(known, key=lambda room: (floor(room, known), room)):
+        yield f"{floor(room, known)}  {room}: {', '.join(sorted(known[room])) or 'none'}"
+    count = sum(len(others) for others in known.values())
+    to_ports = sum("platform" in others for others in known.values())
+    yield (f"{len(known)} rooms, {count} arrows ({to_ports} of them to the ports), "
+           f"{max(floor(room, known) for room in known)} floors")
+
+
 def main():
-    if len(sys.argv) != 2:
-        sys.exit("usage: check_house.py ROOT")
-    found = list(offences(pathlib.Path(sys.argv[1])))
-    print("\n".join(found) if found else "The house is in order.")
-    return 1 if found else 0
+    match sys.argv[1:]:
+        case ["--drawing", root]:
+            print("\n".join(drawing(pathlib.Path(root))))
+            return 0
+        case [root]:
+            found = list(offences(pathlib.Path(root)))
+            print("\n".join(found) if found else "The house is in order.")
+            return 1 if found else 0
+        case _:
+            sys.exit("usage: check_house.py [--drawing] ROOT")
 
 
 if __name__ == "__main__":

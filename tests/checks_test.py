@@ -5,6 +5,7 @@ import pathlib
 import sys
 import tempfile
 import unittest
+from unittest import mock
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
 import check_behaviour  # noqa: E402
@@ -19,6 +20,7 @@ class HouseTest(unittest.TestCase):
         for folder in check_house.CHECKED_FOLDERS:
             self.put(f"{folder}/some.h", "")
         self.put("app/main.cpp", "int main() {}\n")
+        self.furnish({})
 
     def put(self, path, text):
         file = self.root / path
@@ -97,6 +99,70 @@ class HouseTest(unittest.TestCase):
         self.assert_fine("ui/delegate_menu.cpp", line)
         self.assert_fine("app/entry.cpp", line)
         self.assert_refused("ui/status_menu.cpp", line)
+
+    def furnish(self, rooms):
+        """Makes this table the rooms of the front end for Linux, with every allowed arrow in use."""
+        self.enterContext(mock.patch.object(check_house, "ROOMS", {"platform/linux": rooms}))
+        for room, others in rooms.items():
+            self.put(f"platform/linux/{room}/used.h", "".join(
+                f'#include "platform/linux/{other}/used.h"\n' for other in others))
+
+    def test_knowledge_between_rooms_goes_one_way(self):
+        self.furnish({"tray": ["looks"], "looks": []})
+        for path, header in [("looks/a.cpp", "platform/linux/tray/used.h"),
+                             ("tray/a.cpp", "platform/linux/views.h"),
+                             ("tray/a.h", "platform/posix/files.h"),
+                             ("tray/a.h", "platform/macos/tray/a.h"),
+                             ("tray/a.cpp", "model/record.h"), ("views.cpp", "ui/menu.h")]:
+            with self.subTest(path + " " + header):
+                self.assert_refused("platform/linux/" + path, f'#include "{header}"\n')
+                (self.root / "platform/linux" / path).unlink()
+
+    def test_allowed_knowledge_between_rooms_is_fine(self):
+        self.furnish({"tray": ["looks"], "looks": []})
+        for path, header in [("tray/a.cpp", "platform/linux/looks/used.h"),
+                             ("tray/b.cpp", "platform/linux/tray/a.h"),
+                             ("looks/a.h", "platform/menu.h"), ("looks/a.cpp", "generated.h"),
+                             ("views.h", "platform/linux/tray/used.h"),
+                             ("files.h", "platform/posix/files.h")]:
+            self.assert_fine("platform/linux/" + path, f'#include "{header}"\n')
+
+    def test_a_room_without_a_row_is_refused(self):
+        self.furnish({"tray": []})
+        self.assert_refused("platform/linux/attic/a.h", "")
+
+    def test_an_arrow_that_nothing_needs_is_refused(self):
+        self.furnish({"tray": ["looks"], "looks": []})
+        self.put("platform/linux/tray/used.h", "")
+        self.assertEqual(list(check_house.offences(self.root)),
+                         ["platform/linux/tray: may know looks, and does not"])
+
+    def test_rooms_that_know_each_other_in_a_circle_are_refused(self):
+        self.furnish({"tray": ["looks"], "looks": ["tray"]})
+        self.assertEqual(list(check_house.offences(self.root)), [
+            "platform/linux: the rooms go round in a circle: tray knows looks knows tray",
+            "platform/linux: the rooms go round in a circle: looks knows tray knows looks"])
+
+    def test_the_drawing_counts_rooms_arrows_and_floors(self):
+        self.furnish({"tray": ["looks"], "looks": []})
+        self.put("ui/delegate_menu.cpp", '#include "app/app_delegate.h"\n#include "ui/menu.h"\n')
+        self.put("ui/menu.h", '#include "app/constants.h"\n#include "platform/menu.h"\n')
+        lines = list(check_house.drawing(self.root))
+        self.assertIn("2  platform/linux/tray: platform/linux/looks", lines)
+        self.assertIn("3  app: ui", lines)
+        self.assertEqual(lines[-1], "9 rooms, 3 arrows (1 of them to the ports), 3 floors")
+
+    def test_a_crowded_folder_is_refused(self):
+        for folder, most in [("platform/linux", 36), ("ui", 36), ("tests/support", 50)]:
+            with self.subTest(folder):
+                already = len(list((self.root / folder).glob("*.*")))
+                for i in range(already, most):
+                    self.put(f"{folder}/{i}.h", "")
+                self.assert_fine("app/other.h", "")
+                self.put(f"{folder}/one_too_many.h", "")
+                self.assertEqual(list(check_house.offences(self.root)),
+                                 [f"{folder}: {most + 1} files, more than {most}"])
+                (self.root / folder / "one_too_many.h").unlink()
 
     def test_ports_know_plain_types_only(self):
         self.assert_refused("platform/clock.h", '#include "model/date.h"\n')
