@@ -27,9 +27,9 @@ notewick_test(client_ui_tests
     ui/delegate_menu_test.cpp
     ui/delegate_widget_test.cpp
     ui/login_controller_test.cpp
-    ui/login_item_test.cpp
     ui/quick_widget_controller_test.cpp
     ui/quick_widget_sending_test.cpp
+    ui/start_at_login_test.cpp
     ui/status_menu_test.cpp
   LINK notewick_test_support
   LARGE_HEADERS <nlohmann/json.hpp>)

@@ -7,7 +7,7 @@
 #include "detect/watch_log.h"
 #include "platform/ports.h"
 #include "platform/web_address.h"
-#include "ui/login_item.h"
+#include "ui/start_at_login.h"
 
 namespace notewick {
 namespace {

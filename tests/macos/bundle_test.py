@@ -22,7 +22,7 @@ class InfoTest(unittest.TestCase):
     info = property_list("Info.plist.in")
 
     def test_names_the_bundle_as_the_launch_agent_does(self):
-        agent = (PROJECT / "ui/login_item.cpp").read_text(encoding="utf-8")
+        agent = (PROJECT / "ui/start_at_login.cpp").read_text(encoding="utf-8")
         self.assertIn(f'"{self.info["CFBundleIdentifier"]}"', agent)
         self.assertIn(f'/Contents/MacOS/{self.info["CFBundleExecutable"]}<', agent)
         self.assertEqual(self.info["CFBundleName"], "VELK Notewick")

@@ -9,7 +9,7 @@
 #include "platform/macos/bridge/text.h"
 #include "platform/macos/uuid_source.h"
 #include "platform/posix/files.h"
-#include "ui/login_item.h"
+#include "ui/start_at_login.h"
 
 namespace notewick {
 namespace {

@@ -3,7 +3,7 @@
 #include "app/app_delegate.h"
 #include "client/velk_client.h"
 #include "tests/support/world.h"
-#include "ui/login_item.h"
+#include "ui/start_at_login.h"
 
 namespace notewick {
 namespace {

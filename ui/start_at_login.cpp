@@ -1,4 +1,4 @@
-#include "ui/login_item.h"
+#include "ui/start_at_login.h"
 
 namespace notewick {
 namespace {

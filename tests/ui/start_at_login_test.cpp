@@ -1,4 +1,4 @@
-#include "ui/login_item.h"
+#include "ui/start_at_login.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 namespace notewick {
 namespace {
 
-TEST(LoginItem, TheLaunchAgentIsExactlyThis) {
+TEST(StartAtLogin, TheLaunchAgentIsExactlyThis) {
   EXPECT_EQ(launchAgentText("/Applications/VELK Notewick.app"),
             R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
@@ -18,13 +18,13 @@ TEST(LoginItem, TheLaunchAgentIsExactlyThis) {
 </dict></plist>)");
 }
 
-TEST(LoginItem, TheLaunchAgentEscapesWhatXmlWantsEscaped) {
+TEST(StartAtLogin, TheLaunchAgentEscapesWhatXmlWantsEscaped) {
   EXPECT_NE(launchAgentText("/A & B/<x>.app")
                 .find("<string>/A &amp; B/&lt;x&gt;.app/Contents/MacOS/VELKNotewick</string>"),
             std::string::npos);
 }
 
-TEST(LoginItem, TheAutostartEntryIsExactlyThis) {
+TEST(StartAtLogin, TheAutostartEntryIsExactlyThis) {
   EXPECT_EQ(autostartEntryText("/opt/notewick/bin/notewick"),
             "[Desktop Entry]\n"
             "Type=Application\n"
@@ -34,12 +34,12 @@ TEST(LoginItem, TheAutostartEntryIsExactlyThis) {
             "Terminal=false\n");
 }
 
-TEST(LoginItem, TheAutostartEntryQuotesItsProgram) {
+TEST(StartAtLogin, TheAutostartEntryQuotesItsProgram) {
   EXPECT_NE(autostartEntryText("/a b/100%/\"$`\\x").find(R"(Exec="/a b/100%%/\\"\\$\\`\\\\x")"),
             std::string::npos);
 }
 
-TEST(LoginItem, ALaunchAgentGoesToItsFolderWhichIsNotMade) {
+TEST(StartAtLogin, ALaunchAgentGoesToItsFolderWhichIsNotMade) {
   FakeWorkspace workspace;
   const auto item = loginItemFile(workspace, "/home/ada");
   EXPECT_EQ(item.folder, "/home/ada/Library/LaunchAgents");
@@ -48,7 +48,7 @@ TEST(LoginItem, ALaunchAgentGoesToItsFolderWhichIsNotMade) {
   EXPECT_FALSE(item.makesFolder);
 }
 
-TEST(LoginItem, AnAutostartEntryGoesToItsFolderWhichIsMade) {
+TEST(StartAtLogin, AnAutostartEntryGoesToItsFolderWhichIsMade) {
   FakeWorkspace workspace;
   workspace.form = LoginItemForm::autostartEntry;
   workspace.bundle = "/usr/bin/notewick";
