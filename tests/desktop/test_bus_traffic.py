@@ -6,7 +6,6 @@ import signal
 import unittest
 
 import desk
-from desk import tray
 from desk.bus_traffic import BusTraffic
 from desk.story import Story
 
@@ -33,11 +32,10 @@ class ADrain(Story):
         [participant, *_] = self.home.list("participants.json")
         notes = [note(number, participant) for number in range(NOTES)]
         (self.home.support / "outbox.json").write_text(json.dumps(notes))
-        desk.notifications.clear()
         self.service.signal(signal.SIGSTOP)
         self.addCleanup(self.service.signal, signal.SIGCONT)
         program = self.start()
-        self.assertTrue(tray.item(program).read("ToolTip"))
+        program.wait_for_entry(f"{NOTES} notes waiting to send to VELK")
         return program
 
     def test_costs_few_messages_a_note(self):

@@ -6,6 +6,7 @@ import tempfile
 from collections import Counter, namedtuple
 
 import dbus
+import dbus.lowlevel
 
 from desk.waiting import wait_until
 
@@ -13,24 +14,19 @@ Message = namedtuple("Message", "kind serial sender destination path interface m
 
 _BUS = "org.freedesktop.DBus"
 _MARK = "tools.velk.notewick.Mark"
-_STORE = "/org/freedesktop/secrets"
-_KINDS = "mc", "mr", "err", "sig"
-
-
-def _bus():
-    return dbus.SessionBus().get_object(_BUS, "/org/freedesktop/DBus", introspect=False)
 
 
 def _connections(pid):
     """The unique names of a process."""
+    bus = dbus.SessionBus().get_object(_BUS, "/org/freedesktop/DBus", introspect=False)
 
     def belongs(name):
         try:
-            return int(_bus().GetConnectionUnixProcessID(name, dbus_interface=_BUS)) == pid
+            return int(bus.GetConnectionUnixProcessID(name, dbus_interface=_BUS)) == pid
         except dbus.DBusException:  # it has just left
             return False
 
-    return {str(name) for name in _bus().ListNames(dbus_interface=_BUS) if name.startswith(":") and belongs(name)}
+    return {str(name) for name in bus.ListNames(dbus_interface=_BUS) if name.startswith(":") and belongs(name)}
 
 
 class BusTraffic:
@@ -39,22 +35,25 @@ class BusTraffic:
     def __enter__(self):
         self._output = tempfile.TemporaryFile()
         self._monitor = subprocess.Popen(["dbus-monitor", "--profile", "--session"], stdout=self._output)
-        wait_until(self._is_marked, what="the monitor of the bus")
+        self._wait_for_a_mark("the monitor of the bus")
         return self
 
     def __exit__(self, *_):
-        before = self._marks()
-        wait_until(lambda: self._is_marked() and self._marks() > before, what="the last message")
+        self._wait_for_a_mark("the last message")
         self._monitor.terminate()
-        self._monitor.wait(10)
+        self._monitor.wait()
         self._messages = list(self._recorded())
         self._output.close()
 
-    def _is_marked(self):
-        """Whether the monitor has seen a signal of ours; sends one."""
-        mark = dbus.lowlevel.SignalMessage("/", _MARK, "Mark")
-        dbus.SessionBus().send_message(mark)
-        return self._marks() > 0
+    def _wait_for_a_mark(self, what):
+        """Waits until the monitor has seen a signal that is sent from now on."""
+        before = self._marks()
+
+        def is_marked():
+            dbus.SessionBus().send_message(dbus.lowlevel.SignalMessage("/", _MARK, "Mark"))
+            return self._marks() > before
+
+        wait_until(is_marked, what=what)
 
     def _marks(self):
         return sum(message.interface == _MARK for message in self._recorded())
@@ -63,33 +62,12 @@ class BusTraffic:
         # pread: the file's position belongs to the monitor, which is still writing.
         for line in os.pread(self._output.fileno(), 1 << 26, 0).decode().splitlines():
             kind, *fields = line.split("\t")
-            if kind in _KINDS and len(fields) > 4:
+            if kind in ("mc", "mr", "err", "sig") and len(fields) > 4:
                 yield Message(kind, *(fields[1:] + [""] * 2)[:6])
 
-    def of(self, program):
-        """The messages from and to this running program, those with the secret store and with the test left out.
-
-        An answer bears the path and the name of what it answers.
-        """
-        program_names = _connections(program.pid)
-        test_name = dbus.SessionBus().get_unique_name()
-        for message in self._with_named_answers():
-            ends = {message.sender, message.destination}
-            if program_names & ends and test_name not in ends and not message.path.startswith(_STORE):
-                yield message
-
-    def _with_named_answers(self):
-        questions = {}
-        for message in self._messages:
-            if message.kind == "mc":
-                questions[message.sender, message.serial] = message
-            if message.kind in ("mr", "err"):
-                # dbus-monitor puts the number of the question where the path is otherwise.
-                question = questions.get((message.destination, message.path))
-                path, member = (question.path, question.member) if question else ("", "something earlier")
-                message = message._replace(path=path, member=f"answer to {member}")
-            yield message
-
     def count_of(self, program):
-        """How many of them there were, by name."""
-        return Counter(message.member for message in self.of(program))
+        """How many messages this running program sent or got, by name; those with the test are left out."""
+        names = _connections(program.pid)
+        test = dbus.SessionBus().get_unique_name()
+        ends = ((message, {message.sender, message.destination}) for message in self._messages)
+        return Counter(m.member or "an answer" for m, between in ends if names & between and test not in between)

@@ -32,7 +32,9 @@ class LocalService:
         self.folder = Path(folder)
         self._environment = {**(environment or {}), "LOCAL_SERVICE_PASSWORD": PASSWORD}
         self._port = "0"
+        self.program = None
         self._participants = self._file_of(participants) if participants else None
+        self._notes_of_earlier_tests = 0
         self.start()
 
     def _file_of(self, participants):
@@ -42,23 +44,26 @@ class LocalService:
         return path
 
     def start(self):
+        """Starts it unless it runs."""
+        if self.program and self.program.is_running:
+            return
         ports = self.folder / "ports"
         ports.unlink(missing_ok=True)
         arguments = ["--tls-dir", self.folder / "tls", "--database", self.folder / "notes.db"]
         arguments += ["--account", EMAIL]
         arguments += ["--participants", self._participants] if self._participants else []
         arguments += ["--port", self._port, "--control-port", "0", "--port-file", ports]
-        self._program = programs.start(_PROGRAM, *arguments, environment=self._environment)
-        wait_until(lambda: ports.exists() or not self._program.is_running, what="the service's port")
+        self.program = programs.start(_PROGRAM, *arguments, environment=self._environment)
+        wait_until(lambda: ports.exists() or not self.program.is_running, what="the service's port")
         if not ports.exists():
-            raise AssertionError(f"the service did not start: {self._program.output}")
+            raise AssertionError(f"the service did not start: {self.program.output}")
         self._port, self._control_port = ports.read_text().split()
 
     def stop(self):
-        self._program.close()
+        self.program.close()
 
     def signal(self, number):
-        self._program.signal(number)
+        self.program.signal(number)
 
     @property
     def origin(self):
@@ -86,15 +91,25 @@ class LocalService:
     def requests(self, path):
         return [request for request in self._control("/requests") if request["path"] == path]
 
+    def forget(self):
+        """Works again, and no longer tells of the requests and the notes so far."""
+        self.work_again()
+        self._control("/requests", "DELETE")
+        self._notes_of_earlier_tests = len(self._control("/notes"))
+
+    def bearer(self):
+        """The access token of the last note."""
+        return self.requests(CAPTURE)[-1]["headers"]["Authorization"].split()[1]
+
     def notes(self):
         """Everyone's notes, in the order of capture."""
-        return self._control("/notes")
+        return self._control("/notes")[self._notes_of_earlier_tests :]
 
     def inputs(self):
         return [note["input"] for note in self.notes()]
 
-    def wait_for_notes(self, *inputs, timeout=10):
-        wait_until(lambda: self.inputs() == list(inputs), timeout, f"the notes {inputs} in the service")
+    def wait_for_notes(self, *inputs):
+        wait_until(lambda: self.inputs() == list(inputs), what=f"the notes {inputs} in the service")
 
     def case_notes_page(self):
         """The page as a browser gets it that trusts the authority and signs in."""

@@ -200,9 +200,10 @@ class Notewick(programs.Program):
     def choose(self, label):
         self.tray.choose(label)
 
-    def sign_in(self, participants=12):
+    def sign_in(self):
         self.sign_in_panel.sign_in()
-        self.wait_for_entry(f"Watching · {participants} participants")
+        self.sign_in_panel.wait_until_gone()
+        self.widget.window  # it comes with the participants
 
     def quit(self):
         """Ends it by its menu; returns the exit code."""
@@ -212,6 +213,7 @@ class Notewick(programs.Program):
     def kill(self):
         self._process.kill()
         self._process.wait()
+        self.close()
 
 
 def stored_token():

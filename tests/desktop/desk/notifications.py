@@ -65,14 +65,6 @@ def wait_for(summary, timeout=LIMIT):
     return wait_until(lambda: find(summary), timeout, f"the notification {summary!r}")
 
 
-def click_latest():
-    """The latest one's default action, as a click on it."""
-    if _server_is_mako():
-        _run("makoctl", "invoke")
-    else:
-        _run("dunstctl", "action", "0")
-
-
 def clear():
     """Closes and forgets all."""
     global _cleared_at

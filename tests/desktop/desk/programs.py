@@ -35,7 +35,7 @@ class Program:
     def is_running(self):
         return self._process.poll() is None
 
-    def wait(self, timeout=10):
+    def wait(self, timeout=LIMIT):
         """Waits for its end and returns the exit code."""
         return self._process.wait(timeout)
 
@@ -73,10 +73,16 @@ def start(*arguments, environment=None):
     return Program(arguments, environment or {})
 
 
-def close_all():
-    """Ends every program started here, the last one first; for addCleanup."""
+def running():
+    """The programs that were started here and have not been closed."""
+    return set(_running)
+
+
+def close_all(but=()):
+    """Ends every other program started here, the last one first; for addCleanup."""
     for program in list(reversed(_running)):
-        program.close()
+        if program not in but:
+            program.close()
 
 
 def _with_window(program, title):

@@ -1,49 +1,68 @@
-"""A test of the whole product: one user, one home folder, one service."""
+"""Tests of the whole product beside one local service."""
 
 import tempfile
 import unittest
 from pathlib import Path
 
 import desk
-from desk import keyring, notifications, notewick
+from desk import keyring, notewick, notifications, programs
 from desk.fast_time import FastTime
 from desk.local_service import LocalService
 
 
 class Story(unittest.TestCase):
-    """Gives each test its own home folder and service; the secret store and the desktop are the session's."""
+    """Each test is a user who has never run the program; the service is the same for the whole class."""
 
     fast = False  # whether time runs faster for the program and the service
     factor = 60  # how many times; more than 10 let samples come too late to count exactly
     participants = None  # the names of the account's participants; None are the demonstration's twelve
     secret_store = True  # whether the session has an open one
 
-    def setUp(self):
+    @classmethod
+    def setUpClass(cls):
         folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.addCleanup(desk.close_all)
+        cls.addClassCleanup(folder.cleanup)
+        cls.addClassCleanup(desk.close_all)
+        cls.folder = Path(folder.name)
+        cls.clock = FastTime(factor=cls.factor).environment if cls.fast else {}
+        cls.service = LocalService(cls.folder, cls.clock, cls.participants)
+
+    def setUp(self):
+        self.close_what_it_starts()
+        self.meet_a_new_user()
+
+    def close_what_it_starts(self):
+        before = programs.running()
+        self.addCleanup(lambda: desk.close_all(but={*before, self.service.program}))
+
+    @classmethod
+    def forget_the_last_test(cls):
+        cls.service.forget()
         notifications.clear()
-        if self.secret_store:
+
+    @classmethod
+    def meet_a_new_user(cls):
+        cls.forget_the_last_test()
+        if cls.secret_store:
             keyring.clear(**notewick.SECRET)
-        self.clock = FastTime(factor=self.factor).environment if self.fast else {}
-        self.home = notewick.Home(Path(folder.name, "home"))
-        served = Path(folder.name, "service")
-        served.mkdir()
-        self.service = LocalService(served, self.clock, self.participants)
-        self.home.point_at(self.service.origin)
+        cls.home = notewick.Home(tempfile.mkdtemp(dir=cls.folder))
+        cls.home.point_at(cls.service.origin)
 
-    @property
-    def environment(self):
-        return {**self.home.environment, **self.clock, "SSL_CERT_FILE": self.service.authority}
+    @classmethod
+    def start(cls, *arguments, **environment):
+        trust = {"SSL_CERT_FILE": cls.service.authority}
+        return notewick.Notewick(
+            *arguments, environment={**cls.home.environment, **cls.clock, **trust, **environment}
+        )
 
-    def start(self, *arguments, **environment):
-        return notewick.Notewick(*arguments, environment={**self.environment, **environment})
-
-    def start_signed_in(self):
-        program = self.start()
-        program.sign_in(len(self.participants) if self.participants else 12)
-        program.widget.window  # it comes with the participants
+    @classmethod
+    def start_signed_in(cls, **environment):
+        program = cls.start(**environment)
+        program.sign_in()
         return program
+
+    def wait_until_active(self, window):
+        desk.wait_until(lambda: window.is_active, what=f"{window} having the keyboard")
 
     def wait_for_notification(self, summary, body):
         def found():
@@ -51,5 +70,18 @@ class Story(unittest.TestCase):
 
         desk.wait_until(found, what=f"the notification {summary!r}: {body!r}")
 
-    def notification_count(self, summary):
-        return sum(n.summary == summary for n in notifications.everything())
+
+class Chapters(Story):
+    """Tests of one user whose program runs on, signed in, from the first test of the class to the last."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.meet_a_new_user()
+        cls.program = cls.start_signed_in()
+
+    def setUp(self):
+        self.close_what_it_starts()
+        self.forget_the_last_test()
+        if not self.program.widget.shown:
+            self.program.choose("Show floating widget")

@@ -7,7 +7,6 @@ those of X have states, types, is_on_all_desktops, retitle() and move() besides.
 import contextlib
 import os
 import signal
-import time
 
 from desk import sway_windows, x_windows
 from desk.waiting import LIMIT, wait_until
@@ -32,20 +31,13 @@ def wait_until_gone(title=None, pid=None, timeout=LIMIT):
     wait_until(lambda: not find(title, pid), timeout, f"the end of window {title or ''}")
 
 
-def _manager():
-    """The process id of the window manager; sway tells it in the name of its socket."""
-    if "SWAYSOCK" in os.environ:
-        return int(os.environ["SWAYSOCK"].split(".")[-2])
-    return int(os.environ["NOTEWICK_SESSION_WINDOW_MANAGER"])
-
-
 @contextlib.contextmanager
-def slow_manager():
-    """A window manager that does nothing at first, and half a second after what is done meanwhile."""
-    manager = _manager()
+def stopped_manager():
+    """The window manager, or sway, answers nobody while the `with` block runs."""
+    # sway tells its process id in the name of its socket.
+    manager = int(os.environ.get("NOTEWICK_SESSION_WINDOW_MANAGER") or os.environ["SWAYSOCK"].split(".")[-2])
     os.kill(manager, signal.SIGSTOP)
     try:
         yield
-        time.sleep(0.5)
     finally:
         os.kill(manager, signal.SIGCONT)

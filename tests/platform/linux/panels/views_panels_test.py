@@ -169,7 +169,7 @@ class TheQuickNotePanel(Panels):
         views = self.show("--quick")
         window = views.window()
         self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
-        with desk.windows.slow_manager():
+        with desk.windows.stopped_manager():
             for rows in (6, 2, 5, 0, 3):
                 views.do(f"rows {rows}")
         self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
@@ -179,7 +179,7 @@ class TheQuickNotePanel(Panels):
 
     def test_comes_back_there_also_when_the_window_manager_is_slow(self):
         save_frame(700, 400, 320, 258)
-        with desk.windows.slow_manager():
+        with desk.windows.stopped_manager():
             views = self.show("--quick")
             views.do("status waits for the window manager")
         self.wait_for_corner(views.window(), 1020, 658)

@@ -1,0 +1,59 @@
+#!/usr/bin/python3
+"""A desktop that has neither a tray nor a secret store. Runs in a session with --tray none --keyring none."""
+
+import signal
+import unittest
+
+import desk
+from desk import screen, tray
+from desk.local_service import PASSWORD
+from desk.notewick import NO_WORK, SIGNED_OUT, menu
+from desk.story import Story
+
+COMPLAINT = (
+    "No tray on this desktop: the menu is the context menu of the quick-note panel "
+    "(right click, Menu key or Shift+F10).\n"
+)
+
+
+class ABareDesktop(Story):
+    secret_store = False
+
+    def test_has_the_menu_in_the_widget_and_the_sign_in_until_the_program_ends(self):
+        program = self.start()
+        program.sign_in_panel.sign_in()
+        program.widget.write_note("Called about rent")
+        self.service.wait_for_notes("Called about rent")
+        desk.wait_until(lambda: self.home.list("outbox.json") == [], what="a menu without notes")
+        program.wait_for_output(COMPLAINT)
+        program.widget.window.focus()
+        # Without a store for the token the menu offers the sign-in first; the third command hides the widget.
+        screen.press("Menu", "Down", "Down", "Down", "Return")
+        program.widget.wait_until_hidden()
+        self.assertEqual(self.start().wait(), 0)
+        self.wait_until_active(program.widget.window)
+        self.check_that_no_secret_is_written(program)
+        program.signal(signal.SIGTERM)
+        self.assertEqual((program.wait(), program.output), (0, COMPLAINT))
+        self.assertTrue(self.start().sign_in_panel.window)
+
+    def check_that_no_secret_is_written(self, program):
+        self.assertNotEqual(self.home.files_with("Called about rent"), [], "the search finds what is there")
+        for secret in (self.service.bearer(), PASSWORD):
+            self.assertEqual(self.home.files_with(secret), [])
+            self.assertNotIn(secret, program.output)
+        self.assertEqual(self.home.words_like_tokens(), [])
+
+    def test_gets_the_item_when_a_tray_comes_and_whenever_one_comes_back(self):
+        program = self.start()
+        self.assertTrue(program.sign_in_panel.window)
+        for _ in range(2):
+            host = tray.start_host()
+            program.wait_for_menu(menu(SIGNED_OUT, NO_WORK, signed_in=False))
+            host.close()
+            desk.wait_until(lambda: not tray.has_host(), what="the end of the host")
+        self.assertEqual(program.output, "")
+
+
+if __name__ == "__main__":
+    unittest.main()
