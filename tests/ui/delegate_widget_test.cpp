@@ -8,8 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const std::string WISH = "VELKWidgetVisible";
-
 class WidgetOnScreenTest : public WorldTest {
  protected:
   WidgetOnScreenTest() {
@@ -18,100 +16,87 @@ class WidgetOnScreenTest : public WorldTest {
     launch();
   }
 
-  [[nodiscard]] bool wish() const { return std::get<bool>(defaults.values.at(WISH)); }
+  /// The program starts again, with the widget hidden.
+  void startsHidden() {
+    defaults.setBoolean("VELKWidgetVisible", false);
+    restart();
+  }
+
+  /// Whether the next start shows the widget, which the menu agrees with.
+  [[nodiscard]] bool isWanted() const {
+    const bool wanted = std::get<bool>(defaults.values.at("VELKWidgetVisible"));
+    EXPECT_NE(statusItem().find(wanted ? "Hide floating widget" : "Show floating widget"), nullptr);
+    return wanted;
+  }
 };
 
-TEST_F(WidgetOnScreenTest, ItIsMadeWhenItIsFirstShown) {
-  defaults.setBoolean(WISH, false);
-  restart();
+TEST_F(WidgetOnScreenTest, ItIsMadeWhenItIsFirstShownWithTheListsOfTheMoment) {
+  startsHidden();
   EXPECT_EQ(views.quickNote, nullptr);
-  statusItem().choose("Show floating widget");
-  EXPECT_TRUE(widget().visible);
-}
-
-TEST_F(WidgetOnScreenTest, ShowingFillsItWithTheListsOfTheMoment) {
-  defaults.setBoolean(WISH, false);
-  restart();
   app().pendings = {{"P", "Lena O'Keefe", "2024-05-02", Date(0), Date(60), 12, {}}};
   app().outbox = {{"N", "1", "Tobias Hargreave", "x", 30, "2024-05-02"}};
-  app().showWidget(std::nullopt);
+  statusItem().choose("Show floating widget");
+  EXPECT_TRUE(widget().visible);
   EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe", "Tobias Hargreave"));
   EXPECT_THAT(widget().rowTexts(), ElementsAre("Lena O'Keefe · ~12m · 2024-05-02"));
   EXPECT_EQ(widget().status, "1 queued — will retry");
+  EXPECT_TRUE(isWanted());
 }
 
-TEST_F(WidgetOnScreenTest, ShowingRemembersTheWishAndTurnsTheMenuItem) {
-  defaults.setBoolean(WISH, false);
-  restart();
+TEST_F(WidgetOnScreenTest, AnyShowingMakesItWanted) {
+  startsHidden();
   app().showWidget(std::nullopt);
-  EXPECT_TRUE(wish());
-  EXPECT_NE(statusItem().find("Hide floating widget"), nullptr);
+  EXPECT_TRUE(isWanted());
 }
 
-TEST_F(WidgetOnScreenTest, HidingFromTheMenuOrdersThePanelOut) {
-  statusItem().choose("Hide floating widget");
-  EXPECT_FALSE(widget().visible);
-  EXPECT_FALSE(wish());
-  EXPECT_NE(statusItem().find("Show floating widget"), nullptr);
-}
-
-TEST_F(WidgetOnScreenTest, ShowingAgainMakesNothingAnew) {
-  const auto* const panel = &widget();
+TEST_F(WidgetOnScreenTest, HiddenFromTheMenuItIsKeptWithWhatWasTyped) {
   widget().type("half a note");
   statusItem().choose("Hide floating widget");
+  EXPECT_FALSE(widget().visible);
+  EXPECT_FALSE(isWanted());
   statusItem().choose("Show floating widget");
-  EXPECT_EQ(&widget(), panel);
-  EXPECT_EQ(views.quickNotesMade, 1);
-  EXPECT_EQ(widget().note, "half a note");
   EXPECT_TRUE(widget().visible);
-}
-
-TEST_F(WidgetOnScreenTest, HidingWithoutAWidgetOnlyRemembersTheWish) {
-  defaults.setBoolean(WISH, false);
-  restart();
-  app().setWidgetVisible(false, false);
-  EXPECT_EQ(views.quickNote, nullptr);
-  EXPECT_FALSE(wish());
+  EXPECT_EQ(widget().note, "half a note");
+  EXPECT_EQ(views.quickNotesMade, 1);
 }
 
 TEST_F(WidgetOnScreenTest, HiddenFromThePanelItIsLeftAlone) {
-  const auto menus = statusItem().menusSet;
   app().setWidgetVisible(false, true);
   EXPECT_TRUE(widget().visible) << "it is going away by itself";
-  EXPECT_FALSE(wish());
-  EXPECT_GT(statusItem().menusSet, menus);
+  EXPECT_FALSE(isWanted());
 }
 
-TEST_F(WidgetOnScreenTest, ClosedByTheUserItStaysAway) {
-  const auto* const panel = &widget();
+TEST_F(WidgetOnScreenTest, ClosedByTheUserItStaysAwayAlsoAfterARestart) {
   widget().close();
-  EXPECT_FALSE(wish());
-  EXPECT_NE(statusItem().find("Show floating widget"), nullptr);
+  EXPECT_FALSE(isWanted());
   app().refreshParticipants(true);
   loop.runPosted();
   EXPECT_FALSE(widget().visible);
-  statusItem().choose("Show floating widget");
-  EXPECT_EQ(&widget(), panel);
-  EXPECT_TRUE(widget().visible);
-}
-
-TEST_F(WidgetOnScreenTest, TheWishOutlivesARestart) {
-  widget().close();
   restart();
   EXPECT_EQ(views.quickNote, nullptr);
-  EXPECT_NE(statusItem().find("Show floating widget"), nullptr);
+  EXPECT_FALSE(isWanted());
 }
 
 TEST_F(WidgetOnScreenTest, QuittingIsNoClosing) {
   quit();
-  EXPECT_TRUE(wish());
+  EXPECT_EQ(defaults.values.at("VELKWidgetVisible"), FakeUserDefaults::Value(true));
 }
 
-TEST_F(WidgetOnScreenTest, RefreshingWithoutAWidgetDoesNothing) {
-  defaults.setBoolean(WISH, false);
-  restart();
+TEST_F(WidgetOnScreenTest, WithoutAWidgetNeitherHidingNorRefreshingMakesOne) {
+  startsHidden();
+  app().setWidgetVisible(false, false);
   app().refreshWidget();
   EXPECT_EQ(views.quickNote, nullptr);
+}
+
+TEST_F(WidgetOnScreenTest, ItCountsAsWantedUnlessABooleanSaysNo) {
+  for (const FakeUserDefaults::Value& value :
+       {FakeUserDefaults::Value("false"), FakeUserDefaults::Value(0.0)}) {
+    defaults.values["VELKWidgetVisible"] = value;
+    EXPECT_TRUE(app().widgetVisible());
+  }
+  defaults.values.erase("VELKWidgetVisible");
+  EXPECT_TRUE(app().widgetVisible());
 }
 
 }  // namespace

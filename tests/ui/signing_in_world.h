@@ -6,21 +6,31 @@
 
 namespace notewick {
 
-inline const std::string ONE_NOTE =
-    R"([{"id":"N","participantId":"2","participantName":"Lena O'Keefe",
-    "input":"Phoned","minutes":30,"sessionDate":"2024-05-01","attempts":0}])";
 inline const Notification WATCHING = {"VELK Notewick", "Watching for work on 2 participants."};
 inline const Notification CAPTURED = {
     "Captured — Lena O'Keefe",
     "Parked in VELK (30 min). Write it up from your case-notes page "
     "when you're ready."};
 
+// How the menu begins.
+inline const std::string SIGNED_IN = "(Signed in as ada@velk.example)";
+inline const std::string SIGN_IN = "Sign in to VELK…";
+
 /// Two participants, and perhaps a note from before.
 class SigningInTest : public WorldTest {
  protected:
   SigningInTest() { knows({"Tobias Hargreave", "Lena O'Keefe"}); }
 
-  void hasANoteWaiting() { files.put(supportFile("outbox.json"), ONE_NOTE); }
+  void hasANoteWaiting() {
+    files.put(supportFile("outbox.json"),
+              R"([{"id":"N","participantId":"2","participantName":"Lena O'Keefe",
+              "input":"Phoned","minutes":30,"sessionDate":"2024-05-01","attempts":0}])");
+  }
+  void closesThePanel() {
+    signInPanel().close();
+    loop.runPosted();
+  }
+  [[nodiscard]] std::string menuBegins() const { return statusItem().lines().front(); }
 };
 
 }  // namespace notewick

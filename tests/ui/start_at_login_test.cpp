@@ -1,11 +1,14 @@
 #include "ui/start_at_login.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "tests/support/fake_workspace.h"
 
 namespace notewick {
 namespace {
+
+using testing::FieldsAre;
+using testing::HasSubstr;
 
 TEST(StartAtLogin, TheLaunchAgentIsExactlyThis) {
   EXPECT_EQ(launchAgentText("/Applications/VELK Notewick.app"),
@@ -18,12 +21,6 @@ TEST(StartAtLogin, TheLaunchAgentIsExactlyThis) {
 </dict></plist>)");
 }
 
-TEST(StartAtLogin, TheLaunchAgentEscapesWhatXmlWantsEscaped) {
-  EXPECT_NE(launchAgentText("/A & B/<x>.app")
-                .find("<string>/A &amp; B/&lt;x&gt;.app/Contents/MacOS/VELKNotewick</string>"),
-            std::string::npos);
-}
-
 TEST(StartAtLogin, TheAutostartEntryIsExactlyThis) {
   EXPECT_EQ(autostartEntryText("/opt/notewick/bin/notewick"),
             "[Desktop Entry]\n"
@@ -34,29 +31,23 @@ TEST(StartAtLogin, TheAutostartEntryIsExactlyThis) {
             "Terminal=false\n");
 }
 
-TEST(StartAtLogin, TheAutostartEntryQuotesItsProgram) {
-  EXPECT_NE(autostartEntryText("/a b/100%/\"$`\\x").find(R"(Exec="/a b/100%%/\\"\\$\\`\\\\x")"),
-            std::string::npos);
+TEST(StartAtLogin, PathsAreEscapedAsTheFormatWants) {
+  EXPECT_THAT(launchAgentText("/A & B/<x>.app"), HasSubstr("<string>/A &amp; B/&lt;x&gt;.app/"));
+  EXPECT_THAT(autostartEntryText("/a b/100%/\"$`\\x"),
+              HasSubstr(R"(Exec="/a b/100%%/\\"\\$\\`\\\\x")"));
 }
 
-TEST(StartAtLogin, ALaunchAgentGoesToItsFolderWhichIsNotMade) {
+TEST(StartAtLogin, OnlyTheAutostartFolderIsMade) {
   FakeWorkspace workspace;
-  const auto item = loginItemFile(workspace, "/home/ada");
-  EXPECT_EQ(item.folder, "/home/ada/Library/LaunchAgents");
-  EXPECT_EQ(item.name, "tools.velk.notewick.plist");
-  EXPECT_EQ(item.text, launchAgentText("/Applications/VELK Notewick.app"));
-  EXPECT_FALSE(item.makesFolder);
-}
-
-TEST(StartAtLogin, AnAutostartEntryGoesToItsFolderWhichIsMade) {
-  FakeWorkspace workspace;
+  EXPECT_THAT(loginItemFile(workspace, "/home/ada"),
+              FieldsAre("/home/ada/Library/LaunchAgents", "tools.velk.notewick.plist",
+                        launchAgentText("/Applications/VELK Notewick.app"), false));
   workspace.form = LoginItemForm::autostartEntry;
   workspace.bundle = "/usr/bin/notewick";
-  const auto item = loginItemFile(workspace, "/home/ada");
-  EXPECT_EQ(item.folder, "/home/ada/.config/autostart");
-  EXPECT_EQ(item.name, "tools.velk.notewick.desktop");
-  EXPECT_EQ(item.text, autostartEntryText("/usr/bin/notewick"));
-  EXPECT_TRUE(item.makesFolder);
+  workspace.configuration = "/home/ada/.settings";
+  EXPECT_THAT(loginItemFile(workspace, "/home/ada"),
+              FieldsAre("/home/ada/.settings/autostart", "tools.velk.notewick.desktop",
+                        autostartEntryText("/usr/bin/notewick"), true));
 }
 
 }  // namespace
