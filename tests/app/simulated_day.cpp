@@ -1,32 +1,34 @@
 #include "tests/app/simulated_day.h"
 
-#include <gmock/gmock.h>
+#include <utility>
 
-#include <cstdio>
-
-#include "app/app_delegate.h"
+#include "detect/stamps.h"
 #include "model/record_json.h"
 
 namespace notewick {
-namespace {
 
-std::string lineFor(const ReceivedRequest& request) {
-  constexpr std::string_view prefix = "/api/desktop/";
-  std::string line = request.method + " " + request.path.substr(prefix.size());
-  const auto authorization = request.header("Authorization").value_or("");
-  if (!authorization.empty()) line += " as " + authorization.substr(7);
-  const auto body = request.json();
-  if (body.is_object() && body.contains("input")) line += ": " + body["input"].get<std::string>();
-  return line;
-}
-
-}  // namespace
+using testing::ElementsAreArray;
+using testing::IsEmpty;
 
 SimulatedDay::SimulatedDay() {
-  clock.setLocal({2024, 5, 2, 8, 0, 0});
   knows({"Tobias Hargreave", "Lena O'Keefe", "Zoe Abel", "Samuel Ito", "Maria de la Cruz",
          "René Dupont", "Aisha Khan", "Jonas Weber", "Grace Okafor", "Li Wei", "Noor Haddad",
          "Peter Novak"});
+}
+
+void SimulatedDay::runsSince(int hour, int minute) {
+  clock.setLocal({2024, 5, 2, hour, minute, 0});
+  clock.set(clock.now() - Date(15));
+  signIn();
+  launch();
+  samples(1);
+  forgetThePast();
+}
+
+void SimulatedDay::TearDown() {
+  EXPECT_THAT(shown(), IsEmpty());
+  EXPECT_THAT(asked(), IsEmpty());
+  EXPECT_THAT(watchLogLines(), ElementsAreArray(watchLog_));
 }
 
 void SimulatedDay::samplesSee(int count, const std::string& line) {
@@ -36,20 +38,14 @@ void SimulatedDay::samplesSee(int count, const std::string& line) {
   }
 }
 
-void SimulatedDay::nothingHappensUntil(int hour, int minute, int second) {
+void SimulatedDay::reads(const std::string& participant, int count) {
+  screen.show("Mail", {participant});
+  samplesSee(count, "app=Mail titles=[\"" + participant + "\"] matches=[\"" + participant + "\"]");
+}
+
+void SimulatedDay::seesNothing(int count) {
   screen.clear();
-  advanceTo({2024, 5, 2, hour, minute, second});
-}
-
-void SimulatedDay::lateSamplesCome() {
-  advance(0.9);
-}
-
-void SimulatedDay::expectSeen(const Pending& pending, const CivilTime& first,
-                              const CivilTime& last) const {
-  const Date lateness = pending.firstSeen - clock.dateOf(first);
-  EXPECT_NEAR(lateness.count(), 0.5, 0.5) << "of the first sample";
-  EXPECT_EQ(pending.lastSeen - pending.firstSeen, clock.dateOf(last) - clock.dateOf(first));
+  samples(count);
 }
 
 void SimulatedDay::writesNote(const std::string& participant, const std::string& text,
@@ -65,49 +61,29 @@ void SimulatedDay::confirms(const std::string& text, int minutes) {
   loop.runPosted();
 }
 
-void SimulatedDay::wasTold(const std::vector<Notification>& expected) {
-  EXPECT_THAT(notifier.shown, testing::ElementsAreArray(expected));
-  notifier.shown.clear();
+void SimulatedDay::chooses(const std::string& item) {
+  statusItem().choose(item);
+  loop.runPosted();
 }
 
-void SimulatedDay::wasAsked(const std::vector<std::string>& expected) {
+std::vector<Notification> SimulatedDay::shown() {
+  return std::exchange(notifier.shown, {});
+}
+
+std::vector<std::string> SimulatedDay::asked() {
+  constexpr std::string_view prefix = "/api/desktop/";
   std::vector<std::string> lines;
-  for (const auto& request : service.requests) lines.push_back(lineFor(request));
-  EXPECT_EQ(lines, expected);
+  for (const auto& request : service.requests) {
+    lines.push_back(request.method + " " + request.path.substr(prefix.size()));
+    const auto body = request.json();
+    if (body.contains("input")) lines.back() += ": " + body["input"].get<std::string>();
+  }
   service.forgetRequests();
+  return lines;
 }
 
 void SimulatedDay::expectLogged(const std::string& line) {
-  watchLog_ += timeOfDay() + " " + line + "\n";
-}
-
-void SimulatedDay::expectWatchLog() const {
-  const std::string log = text("watch.log");
-  if (log == watchLog_) return;
-  const auto lines = linesOf(log);
-  const auto expected = linesOf(watchLog_);
-  std::size_t place = 0;
-  while (place < lines.size() && place < expected.size() && lines[place] == expected[place])
-    ++place;
-  ADD_FAILURE() << "the watch log differs in line " << place + 1 << " of " << lines.size() << ": "
-                << (place < lines.size() ? lines[place] : "(missing)")
-                << "\nexpected: " << (place < expected.size() ? expected[place] : "(nothing)");
-}
-
-void SimulatedDay::expectMenu(const std::vector<std::string>& expected) const {
-  EXPECT_THAT(statusItem().lines(), testing::ElementsAreArray(expected));
-}
-
-std::vector<std::string> SimulatedDay::signedInMenu(const std::string& watching,
-                                                    const std::vector<std::string>& middle) const {
-  std::vector<std::string> lines = {"(Signed in as ada@velk.example)", watching, "-"};
-  lines.insert(lines.end(), middle.begin(), middle.end());
-  for (const auto* const line :
-       {"-", "Log work now (call, visit…)", "Hide floating widget", "Open my case notes in VELK",
-        "-", "Pause watching", "Reload participants", "Start at login", "Sign out of VELK", "-",
-        "Quit VELK Notewick"})
-    lines.emplace_back(line);
-  return lines;
+  watchLog_.push_back(secondStamp() + " " + line);
 }
 
 std::vector<Pending> SimulatedDay::storedPendings() const {
@@ -116,13 +92,6 @@ std::vector<Pending> SimulatedDay::storedPendings() const {
 
 std::vector<OutboxItem> SimulatedDay::storedNotes() const {
   return decodeRecords<OutboxItem>(text("outbox.json")).value();
-}
-
-std::string SimulatedDay::timeOfDay() const {
-  const auto now = clock.localTime(clock.now());
-  char stamp[32];
-  std::snprintf(stamp, sizeof stamp, "%02d:%02d:%02d", now.hour, now.minute, now.second);
-  return stamp;
 }
 
 Notification captured(const std::string& participant, int minutes) {

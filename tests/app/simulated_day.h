@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <string>
 #include <vector>
 
@@ -7,29 +9,33 @@
 
 namespace notewick {
 
-// Lines of the menu.
+// Lines of the menu and of the watch log.
 inline const std::string WATCHING = "(Watching · 12 participants)";
+inline const std::string FIX_TRUST = "⚠️ Can't see your screen yet — click to fix";
 inline const std::string NOTHING_SPOTTED = "(No unlogged work spotted)";
+inline const std::string AX_OFF =
+    "ax=OFF (no screen access — grant Accessibility in System Settings)";
 
-/// The language in which one day of a caseworker is told: what she does is written with the world's
-/// own words, what the program did is checked with the words below. Each check takes in everything
-/// that happened since the last one of its kind, so that nothing goes unnoticed.
+/// One day of a caseworker, told in chapters. Each chapter begins at its own time of the day, so
+/// that it can be read, run and fail by itself. What she does is written in the world's own words;
+/// what the program did is checked with the words below, and whatever a chapter leaves unchecked
+/// fails it at its end: a notification, a request, a line of the watch log.
 class SimulatedDay : public WorldTest {
  protected:
   SimulatedDay();
 
-  // --- Time passes -------------------------------------------------------------------------------
+  /// The chapter begins at this time, in a program that is signed in and watching.
+  void runsSince(int hour, int minute);
+  void TearDown() override;
+
+  // --- What is on screen -------------------------------------------------------------------------
 
   /// So many samples pass, each of which writes this line to the watch log.
   void samplesSee(int count, const std::string& line);
-  /// So many samples pass that write nothing.
-  void samplesSeeNothing(int count) { samples(count); }
-  /// Nothing on screen names anybody until this time of the day.
-  void nothingHappensUntil(int hour, int minute, int second = 0);
-  /// Whatever was due by now has come, however late timers fire.
-  void lateSamplesCome();
-  /// The participant was on screen between these moments, to the lateness of the first sample.
-  void expectSeen(const Pending& pending, const CivilTime& first, const CivilTime& last) const;
+  /// So many samples pass with this name in a title.
+  void reads(const std::string& participant, int count);
+  /// So many samples pass with nothing on screen.
+  void seesNothing(int count);
 
   // --- What the user does ------------------------------------------------------------------------
 
@@ -37,47 +43,26 @@ class SimulatedDay : public WorldTest {
   void writesNote(const std::string& participant, const std::string& text, int minutes);
   /// The same for what the form is confirming already.
   void confirms(const std::string& text, int minutes);
+  /// Chooses an item of the menu; the answer, if there is one, arrives.
+  void chooses(const std::string& item);
 
-  // --- What happened since the last check --------------------------------------------------------
+  // --- What the program did since the last look --------------------------------------------------
 
-  /// These notifications, in this order, and no others.
-  void wasTold(const std::vector<Notification>& expected);
-  /// These requests, in this order, and no others: "POST auth/login", "GET participants as
-  /// access-1", "POST case-notes/capture as access-1: the note".
-  void wasAsked(const std::vector<std::string>& expected);
-  /// The watch log holds, byte for byte, what was expected of it from the day's beginning.
-  void expectWatchLog() const;
+  /// The notifications.
+  [[nodiscard]] std::vector<Notification> shown();
+  /// The requests, "POST auth/login" or "POST case-notes/capture: the note".
+  [[nodiscard]] std::vector<std::string> asked();
   /// A line is expected in the watch log now.
   void expectLogged(const std::string& line);
 
   // --- What is there now -------------------------------------------------------------------------
 
-  /// The menu, item by item from top to bottom: "-" a separator, "(text)" a disabled item.
-  void expectMenu(const std::vector<std::string>& expected) const;
-  /// The menu of a signed-in user with these two variable parts.
-  [[nodiscard]] std::vector<std::string> signedInMenu(const std::string& watching,
-                                                      const std::vector<std::string>& middle) const;
-
+  [[nodiscard]] std::vector<std::string> menu() const { return statusItem().lines(); }
   [[nodiscard]] std::vector<Pending> storedPendings() const;
   [[nodiscard]] std::vector<OutboxItem> storedNotes() const;
 
-  // --- The chapters, in the order of the day -----------------------------------------------------
-
-  void signsInForTheFirstTime();
-  void readsMailAndDocuments();
-  void confirmsWhatWasCaught();
-  void pausesTheWatching();
-  void losesTheTrust();
-  void worksThroughAnOutage();
-  void restartsInTheMiddle();
-  void isSignedOutByTheService();
-  void worksUntilAfterMidnight();
-  void leavesEverythingInOrder();
-
  private:
-  [[nodiscard]] std::string timeOfDay() const;
-
-  std::string watchLog_;
+  std::vector<std::string> watchLog_;
 };
 
 /// The notification of a note that arrived.
@@ -86,5 +71,8 @@ class SimulatedDay : public WorldTest {
 [[nodiscard]] Notification caught(const std::string& participant, int minutes);
 /// A general notification.
 [[nodiscard]] Notification general(const std::string& body);
+
+inline const Notification SEES_AGAIN =
+    general("Screen access on — now watching for participant work.");
 
 }  // namespace notewick

@@ -1,207 +1,128 @@
-#include <gmock/gmock.h>
-
-#include "app/app_delegate.h"
-#include "model/record_json.h"
 #include "tests/app/simulated_day.h"
 
 namespace notewick {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::SizeIs;
-
-namespace {
-
-const std::string TOBIAS_ON_SCREEN =
-    R"(app=Mail titles=["Tobias Hargreave"] matches=["Tobias Hargreave"])";
-
-}  // namespace
 
 // 10:00. The service is away for two minutes and a half; the access token has run out meanwhile, so
 // every try begins with a refresh of its own.
-void SimulatedDay::worksThroughAnOutage() {
-  SCOPED_TRACE("an outage");
-  nothingHappensUntil(10, 0);
+TEST_F(SimulatedDay, WorksThroughAnOutage) {
+  service.backend.tokenLifetime = 60;
+  runsSince(10, 0);
   service.isUnreachable("Could not connect to the server.");
   writesNote("Aisha Khan", "Phoned about the lease", 45);
-  wasAsked({"POST auth/refresh"});
   writesNote("Jonas Weber", "Home visit", 60);
-  wasAsked({"POST auth/refresh", "POST auth/refresh"});
-  expectMenu(signedInMenu(
-      WATCHING, {NOTHING_SPOTTED, "-", "(2 notes waiting to send to VELK)", "Retry now"}));
-  EXPECT_EQ(statusItem().title, " VELK (2)");
-  advance(150);
-  wasAsked({"POST auth/refresh", "POST auth/refresh", "POST auth/refresh", "POST auth/refresh"});
-  app().refreshWidget();
-  EXPECT_EQ(widget().status, "2 queued — will retry");
-  statusItem().choose("Reload participants");
-  loop.runPosted();
-  expectLogged("api-error: Couldn't load participants: Could not connect to the server.");
-  wasAsked({"POST auth/refresh", "POST auth/refresh", "POST auth/refresh"});
-  wasTold({});
-
-  advance(1);
+  advance(151);
+  EXPECT_THAT(asked(), SizeIs(3 + 4)) << "at once, and every minute";
+  EXPECT_THAT(menu(), IsSupersetOf({"(2 notes waiting to send to VELK)", "Retry now"}));
   ASSERT_THAT(storedNotes(), SizeIs(2));
-  EXPECT_EQ(storedNotes()[0].attempts, 5);
+  EXPECT_EQ(storedNotes()[0].attempts, 4);
+  EXPECT_EQ(storedNotes()[1].attempts, 3);
   EXPECT_EQ(storedNotes()[0].lastError, "Could not connect to the server.");
-  EXPECT_EQ(storedNotes()[1].attempts, 4);
+  chooses("Reload participants");
+  expectLogged("api-error: Couldn't load participants: Could not connect to the server.");
+  EXPECT_THAT(asked(), SizeIs(3));
+  EXPECT_THAT(shown(), IsEmpty());
 
   service.recovers();
-  statusItem().choose("Retry now");
-  loop.runPosted();
-  wasAsked({"POST auth/refresh", "POST auth/refresh",
-            "POST case-notes/capture as access-2: Phoned about the lease",
-            "POST case-notes/capture as access-3: Home visit"});
-  wasTold({captured("Aisha Khan", 45), captured("Jonas Weber", 60)});
-  advance(0.02);
+  chooses("Retry now");
+  EXPECT_THAT(asked(), ElementsAre("POST auth/refresh", "POST auth/refresh",
+                                   "POST case-notes/capture: Phoned about the lease",
+                                   "POST case-notes/capture: Home visit"));
+  EXPECT_THAT(shown(), ElementsAre(captured("Aisha Khan", 45), captured("Jonas Weber", 60)));
+  advance(1);
   EXPECT_THAT(storedNotes(), IsEmpty());
-  expectMenu(signedInMenu(WATCHING, {NOTHING_SPOTTED}));
-  expectWatchLog();
+  EXPECT_EQ(statusItem().title, " VELK");
 }
 
 // 12:00. The program ends with a session open and a note on its way, and starts again.
-void SimulatedDay::restartsInTheMiddle() {
-  SCOPED_TRACE("a restart");
-  nothingHappensUntil(11, 55);
-  screen.show("Mail", {"Peter Novak"});
-  samplesSee(20, R"(app=Mail titles=["Peter Novak"] matches=["Peter Novak"])");
-  service.answers(REFRESH_PATH, 503);
+TEST_F(SimulatedDay, RestartsInTheMiddle) {
+  runsSince(12, 0);
+  reads("Peter Novak", 20);
+  service.answers(CAPTURE_PATH, 503);
   writesNote("Li Wei", "Wrote the referral", 90);
-  wasAsked({"POST auth/refresh"});
   service.holdsAnswers();
-  statusItem().choose("Retry now");
+  chooses("Retry now");
   quit();
   service.releasesAll();
-  wasAsked({"POST auth/refresh"});
+  EXPECT_THAT(asked(), SizeIs(2));
   ASSERT_THAT(storedNotes(), SizeIs(1));
-  EXPECT_EQ(storedNotes()[0].lastError, "Refresh failed (503)");
+  EXPECT_EQ(storedNotes()[0].lastError, "Server busy (503)");
 
   launch();
   EXPECT_EQ(views.signIn, nullptr);
   EXPECT_TRUE(widget().visible);
-  wasAsked({"POST auth/refresh", "POST auth/refresh", "GET participants as access-5",
-            "POST case-notes/capture as access-6: Wrote the referral"});
-  wasTold({captured("Li Wei", 90)});
-  expectMenu(signedInMenu(WATCHING, {NOTHING_SPOTTED}));
+  EXPECT_THAT(asked(), ElementsAre("POST auth/refresh", "POST auth/refresh", "GET participants",
+                                   "POST case-notes/capture: Wrote the referral"));
+  EXPECT_THAT(shown(), ElementsAre(captured("Li Wei", 90)));
+  seesNothing(61);
+  EXPECT_THAT(shown(), ElementsAre(SEES_AGAIN)) << "the open session is lost";
+}
+
+// 13:00. The machine sleeps over lunch; a session that was open ends when it wakes.
+TEST_F(SimulatedDay, SleepsOverLunch) {
+  runsSince(13, 0);
+  reads("Maria de la Cruz", 5);
   screen.clear();
-  samplesSeeNothing(1);
-  wasTold({general("Screen access on — now watching for participant work.")});
-  samplesSeeNothing(60);
-  wasTold({});
-  EXPECT_THAT(app().sessions, IsEmpty()) << "the open session is lost";
-  expectWatchLog();
+  loop.sleepMachine(3600);
+  EXPECT_THAT(shown(), ElementsAre(caught("Maria de la Cruz", 2)));
 }
 
 // 15:00. The service takes the refresh token no longer.
-void SimulatedDay::isSignedOutByTheService() {
-  SCOPED_TRACE("an expired session");
-  nothingHappensUntil(15, 0);
+TEST_F(SimulatedDay, IsSignedOutByTheService) {
+  service.backend.tokenLifetime = 60;
+  runsSince(15, 0);
   service.backend.revokeTokens();
+  service.backend.tokenLifetime = 3600;
   writesNote("Noor Haddad", "Phoned the school", 15);
-  wasAsked({"POST auth/refresh"});
-  wasTold({});
+  EXPECT_THAT(asked(), ElementsAre("POST auth/refresh"));
+  EXPECT_THAT(shown(), IsEmpty()) << "the panel says enough";
   EXPECT_TRUE(signInPanel().visible);
   EXPECT_EQ(secrets.refreshToken(), std::nullopt);
-  expectMenu({"Sign in to VELK…", "-", NOTHING_SPOTTED, "-", "(1 note waiting to send to VELK)",
-              "Retry now", "-", "Log work now (call, visit…)", "Hide floating widget",
-              "Open my case notes in VELK", "-", "Pause watching", "Reload participants",
-              "Start at login", "-", "Quit VELK Notewick"});
-  ASSERT_THAT(storedNotes(), SizeIs(1));
-  EXPECT_EQ(app().outbox[0].lastError, "Session expired — please sign in again");
+  EXPECT_THAT(menu(), IsSupersetOf({"Sign in to VELK…", "(1 note waiting to send to VELK)"}));
 
   advance(61);
-  wasAsked({});
+  EXPECT_THAT(asked(), IsEmpty());
   EXPECT_EQ(storedNotes()[0].lastError, "Not signed in");
-  EXPECT_EQ(views.signInsAlive, 1);
   signInWithPanel();
-  wasAsked({"POST auth/login", "GET participants as access-7",
-            "POST case-notes/capture as access-7: Phoned the school"});
-  wasTold({general("Signed in as ada@velk.example."),
-           general("Watching for work on 12 participants."), captured("Noor Haddad", 15)});
-  expectMenu(signedInMenu(WATCHING, {NOTHING_SPOTTED}));
-  expectWatchLog();
+  EXPECT_THAT(asked(), ElementsAre("POST auth/login", "GET participants",
+                                   "POST case-notes/capture: Phoned the school"));
+  EXPECT_THAT(shown(), ElementsAre(general("Signed in as ada@velk.example."),
+                                   general("Watching for work on 12 participants."),
+                                   captured("Noor Haddad", 15)));
 }
 
-// 16:00, 17:00 and around midnight: two sessions of one day are one item, the next day's is
-// another.
-void SimulatedDay::worksUntilAfterMidnight() {
-  SCOPED_TRACE("midnight");
-  nothingHappensUntil(16, 0);
-  lateSamplesCome();
-  screen.show("Mail", {"Tobias Hargreave"});
-  samplesSee(5, TOBIAS_ON_SCREEN);
-  nothingHappensUntil(17, 0);
-  lateSamplesCome();
-  wasTold({caught("Tobias Hargreave", 2)});
-  screen.show("Mail", {"Tobias Hargreave"});
-  samplesSee(9, TOBIAS_ON_SCREEN);
-  nothingHappensUntil(23, 58);
-  lateSamplesCome();
-  wasTold({caught("Tobias Hargreave", 3)});
-  expectMenu(signedInMenu(WATCHING, {"Log: Tobias Hargreave (~5 min, 2024-05-02)"}));
-
-  screen.show("Mail", {"Tobias Hargreave"});
-  samplesSee(16, TOBIAS_ON_SCREEN);
-  screen.clear();
-  samplesSeeNothing(41);
-  wasTold({caught("Tobias Hargreave", 4)});
-  expectMenu(signedInMenu(WATCHING, {"Log: Tobias Hargreave (~5 min, 2024-05-02)",
-                                     "Log: Tobias Hargreave (~4 min, 2024-05-03)"}));
-  EXPECT_EQ(statusItem().title, " VELK (2)");
+// 23:40 and around midnight: work of one day is one item, the next day's is another. What the day
+// leaves behind is this and nothing else, for it names clients.
+TEST_F(SimulatedDay, EndsAfterMidnight) {
+  runsSince(23, 40);
+  reads("Tobias Hargreave", 5);
+  seesNothing(41);
+  EXPECT_THAT(shown(), ElementsAre(caught("Tobias Hargreave", 2)));
+  seesNothing(26);
+  reads("Tobias Hargreave", 16);
+  seesNothing(41);
+  EXPECT_THAT(shown(), ElementsAre(caught("Tobias Hargreave", 4)));
+  EXPECT_THAT(menu(), IsSupersetOf({"Log: Tobias Hargreave (~2 min, 2024-05-02)",
+                                    "Log: Tobias Hargreave (~4 min, 2024-05-03)"}));
 
   widget().clickLog(0);
   confirms("Emergency call, first part", 120);
-  wasAsked(
-      {"POST auth/refresh", "POST case-notes/capture as access-8: Emergency call, first part"});
-  wasTold({captured("Tobias Hargreave", 120)});
-  expectMenu(signedInMenu(WATCHING, {"Log: Tobias Hargreave (~4 min, 2024-05-03)"}));
-  expectWatchLog();
-}
-
-// What the day leaves behind, on the disk and at the service.
-void SimulatedDay::leavesEverythingInOrder() {
-  SCOPED_TRACE("the files");
+  EXPECT_THAT(asked(), ElementsAre("POST case-notes/capture: Emergency call, first part"));
+  EXPECT_THAT(shown(), ElementsAre(captured("Tobias Hargreave", 120)));
   quit();
-  EXPECT_THAT(
-      files.paths(),
-      ElementsAre(supportFile("captures-2024-05-02.log"), supportFile("captures-2024-05-03.log"),
-                  supportFile("outbox.json"), supportFile("participants.json"),
-                  supportFile("pending.json"), supportFile("watch.log")));
-  EXPECT_EQ(text("captures-2024-05-02.log"),
-            "08:30 · Tobias Hargreave · 15 min · 2024-05-02 · Answered about support hours\n"
-            "08:30 · Lena O'Keefe · 30 min · 2024-05-02 · Reviewed the plan\n"
-            "10:00 · Aisha Khan · 45 min · 2024-05-02 · Phoned about the lease\n"
-            "10:00 · Jonas Weber · 60 min · 2024-05-02 · Home visit\n"
-            "12:00 · Li Wei · 90 min · 2024-05-02 · Wrote the referral\n"
-            "15:00 · Noor Haddad · 15 min · 2024-05-02 · Phoned the school\n");
+  EXPECT_THAT(files.paths(),
+              ElementsAre(supportFile("captures-2024-05-03.log"), supportFile("outbox.json"),
+                          supportFile("participants.json"), supportFile("pending.json"),
+                          supportFile("watch.log")));
   EXPECT_EQ(text("captures-2024-05-03.log"),
             "00:12 · Tobias Hargreave · 120 min · 2024-05-02 · Emergency call, first part\n");
   EXPECT_THAT(storedNotes(), IsEmpty());
-  EXPECT_EQ(decodeRecords<Participant>(text("participants.json")).value(),
-            service.backend.participants);
-
   ASSERT_THAT(storedPendings(), SizeIs(1));
-  const auto pending = storedPendings().front();
-  EXPECT_EQ(pending.participant, "Tobias Hargreave");
-  EXPECT_EQ(pending.day, "2024-05-03");
-  EXPECT_EQ(pending.observedMinutes, 4);
-  expectSeen(pending, {2024, 5, 2, 23, 58, 15}, {2024, 5, 3, 0, 2, 0});
-
-  std::vector<std::string> notes;
-  for (const auto& note : service.backend.notes)
-    notes.push_back(note["sessionDate"].get<std::string>() + " " +
-                    note["participantId"].get<std::string>() + " " +
-                    std::to_string(note["durationMinutes"].get<int>()) + " " +
-                    note["input"].get<std::string>());
-  EXPECT_THAT(
-      notes,
-      ElementsAre("2024-05-02 1 15 Answered about support hours",
-                  "2024-05-02 2 30 Reviewed the plan", "2024-05-02 7 45 Phoned about the lease",
-                  "2024-05-02 8 60 Home visit", "2024-05-02 10 90 Wrote the referral",
-                  "2024-05-02 11 15 Phoned the school",
-                  "2024-05-02 1 120 Emergency call, first part"));
-  EXPECT_EQ(secrets.size(), 1u);
-  expectWatchLog();
+  EXPECT_EQ(storedPendings()[0].day, "2024-05-03");
 }
 
 }  // namespace notewick
