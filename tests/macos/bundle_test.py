@@ -27,8 +27,9 @@ class InfoTest(unittest.TestCase):
         self.assertIn(f'/Contents/MacOS/{self.info["CFBundleExecutable"]}<', agent)
         self.assertEqual(self.info["CFBundleName"], "VELK Notewick")
 
-    def test_is_an_agent_without_a_dock_icon(self):
+    def test_is_an_agent_that_several_users_may_run_at_once(self):
         self.assertIs(self.info["LSUIElement"], True)
+        self.assertNotIn("LSMultipleInstancesProhibited", self.info)
 
     def test_allows_plain_http_on_the_local_network_only(self):
         self.assertEqual(self.info["NSAppTransportSecurity"], {"NSAllowsLocalNetworking": True})
@@ -45,22 +46,16 @@ class InfoTest(unittest.TestCase):
         for key in ("NSAccessibility", "NSAppleEvents", "NSLocalNetwork"):
             self.assertTrue(self.info[key + "UsageDescription"])
 
-    def test_may_run_for_several_users_at_once(self):
-        self.assertNotIn("LSMultipleInstancesProhibited", self.info)
-
 
 class EntitlementsTest(unittest.TestCase):
-    def test_ask_for_no_exception_from_the_hardened_runtime(self):
+    def test_ask_for_no_exception_and_have_no_comments_which_the_system_does_not_read(self):
         self.assertEqual(property_list("Notewick.entitlements"), {"com.apple.security.app-sandbox": False})
-
-    def test_have_no_comments_which_the_system_does_not_read(self):
         self.assertNotIn(b"<!--", (PACKAGING / "Notewick.entitlements").read_bytes())
 
 
 class IconTest(unittest.TestCase):
     def test_has_the_size_of_the_largest_icon(self):
         header = (PACKAGING / "icon.png").read_bytes()[:24]
-        self.assertEqual(header[:8], b"\x89PNG\r\n\x1a\n")
         self.assertEqual(struct.unpack(">II", header[16:24]), (1024, 1024))
 
 

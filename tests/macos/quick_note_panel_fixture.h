@@ -14,11 +14,11 @@ namespace notewick {
 inline const QuickNoteTexts TEXTS = {"VELK — quick note",
                                      "Participant",
                                      "What did you do?",
-                                     "What did you do? One line is enough.",
+                                     "One line is enough.",
                                      "Minutes",
-                                     {"15", "30", "45", "60", "90", "120"},
+                                     {"15", "120"},
                                      "Send to VELK",
-                                     "Caught — confirm or skip",
+                                     "Caught",
                                      "Log",
                                      "✕"};
 
@@ -91,15 +91,6 @@ class MacosQuickNotePanelTest : public testing::Test {
       loop.push_back(view);
     }
     return loop;
-  }
-  /// The buttons of as many rows.
-  [[nodiscard]] std::vector<NSView*> buttonsOf(std::size_t rows) const {
-    std::vector<NSView*> found;
-    for (std::size_t row = 0; row < rows; ++row) {
-      found.push_back(buttons(native(), "Log").at(row));
-      found.push_back(buttons(native(), "✕").at(row));
-    }
-    return found;
   }
 
   std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();

@@ -46,24 +46,14 @@ TEST_F(MacosQuickNotePanelPlaceTest, KeepsTheRoomOfTheHiddenPlaceholder) {
   EXPECT_EQ(native().contentView.fittingSize.height, shown);
 }
 
-TEST_F(MacosQuickNotePanelPlaceTest, LeavesNoRoomForRowsThatAreNotThere) {
-  NSView* sendRow = buttons(native(), "Send to VELK").at(0).superview;
-  EXPECT_EQ(NSMinY(placeInWindow(sendRow)), 12) << "stands on the inset";
-}
-
-TEST_F(MacosQuickNotePanelPlaceTest, StandsInTheBottomRightCornerUntilItHasAPlace) {
+TEST_F(MacosQuickNotePanelPlaceTest, StandsInTheBottomRightCornerAndGrowsUpwardsThere) {
   EXPECT_FALSE(panel_->applySavedFrame());
   panel_->placeAtBottomRight(24);
   EXPECT_EQ(NSMaxX(native().frame), NSMaxX(visible()) - 24);
-  EXPECT_EQ(NSMinY(native().frame), NSMinY(visible()) + 24);
-  EXPECT_TRUE(panel_->applySavedFrame());
-}
-
-TEST_F(MacosQuickNotePanelPlaceTest, GrowsUpwardsInTheBottomRightCorner) {
-  panel_->placeAtBottomRight(24);
   panel_->setCaught(TWO_ROWS, std::nullopt);
   panel_->fitToContents();
   EXPECT_EQ(NSMinY(native().frame), NSMinY(visible()) + 24);
+  EXPECT_TRUE(panel_->applySavedFrame()) << "that is its place now";
 }
 
 TEST_F(MacosQuickNotePanelPlaceTest, TakesItsNewFrameInOneStep) {

@@ -16,37 +16,27 @@ class MacosUserDefaultsTest : public testing::Test {
   CocoaUserDefaults defaults_{database_};
 };
 
-TEST_F(MacosUserDefaultsTest, HasNothingUnderAnAbsentKey) {
-  EXPECT_EQ(defaults_.string("VELKUserEmail"), std::nullopt);
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
-}
-
-TEST_F(MacosUserDefaultsTest, ReadsBackWhatWasStored) {
-  defaults_.setString("VELKUserEmail", "dana@example.org");
-  defaults_.setBoolean("VELKWidgetVisible", false);
-  EXPECT_EQ(defaults_.string("VELKUserEmail"), "dana@example.org");
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
-}
-
-TEST_F(MacosUserDefaultsTest, KeepsAnEmptyTextApartFromNoText) {
+TEST_F(MacosUserDefaultsTest, ReadsBackWhatWasStoredAndAnEmptyTextIsOne) {
   defaults_.setString("VELKBaseURL", "");
+  defaults_.setBoolean("VELKWidgetVisible", false);
   EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
   defaults_.remove("VELKBaseURL");
   EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
 }
 
-TEST_F(MacosUserDefaultsTest, TakesNeitherNumberNorTextForABoolean) {
-  [database_ setInteger:1 forKey:@"VELKWidgetVisible"];
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
+TEST_F(MacosUserDefaultsTest, TakesNoValueForOneOfAnotherType) {
+  const auto expectNothing = [this] {
+    EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
+    EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  };
+  for (NSString* key in @[ @"VELKWidgetVisible", @"VELKBaseURL" ]) {
+    [database_ setInteger:1 forKey:key];
+  }
+  expectNothing();
   [database_ setObject:@"YES" forKey:@"VELKWidgetVisible"];
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
-}
-
-TEST_F(MacosUserDefaultsTest, TakesNeitherNumberNorBooleanForAText) {
-  [database_ setInteger:1 forKey:@"VELKBaseURL"];
-  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
   [database_ setBool:YES forKey:@"VELKBaseURL"];
-  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  expectNothing();
 }
 
 TEST_F(MacosUserDefaultsTest, SeesWhatAnotherObjectWrites) {

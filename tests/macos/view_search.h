@@ -13,9 +13,6 @@ namespace notewick {
 /// How wide the layout has made a view; its frame may be wider, for shadows.
 [[nodiscard]] CGFloat laidOutWidth(NSView* view);
 
-/// Where the layout has put a view, from the window's bottom left corner.
-[[nodiscard]] NSRect placeInWindow(NSView* view);
-
 /// The buttons with that title, top to bottom.
 [[nodiscard]] std::vector<NSButton*> buttons(NSWindow* window, const std::string& title);
 

@@ -29,11 +29,6 @@ CGFloat laidOutWidth(NSView* view) {
   return NSWidth([view alignmentRectForFrame:view.frame]);
 }
 
-NSRect placeInWindow(NSView* view) {
-  [view.window layoutIfNeeded];
-  return [view convertRect:view.bounds toView:nil];
-}
-
 std::vector<NSButton*> buttons(NSWindow* window, const std::string& title) {
   std::vector<NSButton*> found;
   for (NSView* view : viewsOf(window, NSButton.class)) {

@@ -14,12 +14,9 @@
 namespace notewick {
 namespace {
 
-TEST(MacosWorkspaceTest, NamesTheBundleByItsFullPath) {
+TEST(MacosWorkspaceTest, NamesTheBundleForALaunchAgentByItsFullPath) {
   EXPECT_TRUE(std::filesystem::exists(CocoaWorkspace().bundlePath()));
   EXPECT_EQ(CocoaWorkspace().bundlePath().front(), '/');
-}
-
-TEST(MacosWorkspaceTest, AsksForALaunchAgent) {
   EXPECT_EQ(CocoaWorkspace().loginItemForm(), LoginItemForm::launchAgent);
 }
 

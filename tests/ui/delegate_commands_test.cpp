@@ -59,7 +59,7 @@ TEST_F(CommandTest, ACaughtItemThatIsGoneDoesNothing) {
   app().removePending("Q");
   deeds.clear();
   statusItem().choose(old);
-  app().openPending({"Log: x", MenuAction::openPending, "", std::nullopt, false});
+  app().openPending({.title = "Log: x", .action = MenuAction::openPending});
   EXPECT_THAT(deeds, IsEmpty());
 }
 

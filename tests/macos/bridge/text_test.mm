@@ -6,13 +6,10 @@ namespace notewick {
 namespace {
 
 TEST(MacosTextTest, BringsTextThereAndBackUnchanged) {
-  const std::string text = "Zoë O’Keefe — \xF0\x9F\x93\x9D e\xCC\x81";
-  EXPECT_EQ(utf8(nsString(text)), text);
-}
-
-TEST(MacosTextTest, KeepsZeroBytes) {
-  const std::string text("a\0b", 3);
-  EXPECT_EQ(utf8(nsString(text)), text);
+  for (const std::string& text :
+       {std::string("Zoë O’Keefe — \xF0\x9F\x93\x9D e\xCC\x81"), std::string("a\0b", 3)}) {
+    EXPECT_EQ(utf8(nsString(text)), text);
+  }
 }
 
 TEST(MacosTextTest, MakesNoTextOfInvalidUtf8) { EXPECT_EQ(nsString("\xFF\xFE").length, 0U); }

@@ -103,7 +103,6 @@ void NSAccessibilityPostNotificationWithUserInfo(
 @end
 
 @interface NSFont : NSObject <NSCopying>
-@property(readonly) CGFloat pointSize;
 + (NSFont*)boldSystemFontOfSize:(CGFloat)size;
 + (CGFloat)systemFontSizeForControlSize:(NSControlSize)size;
 + (NSFont*)systemFontOfSize:(CGFloat)size;
@@ -158,7 +157,6 @@ void NSAccessibilityPostNotificationWithUserInfo(
 
 @interface NSView : NSResponder <NSAccessibility>
 @property NSAutoresizingMaskOptions autoresizingMask;
-@property NSRect bounds;
 @property(readonly) BOOL canBecomeKeyView;
 @property(readonly) NSSize fittingSize;
 @property NSRect frame;
@@ -166,13 +164,11 @@ void NSAccessibilityPostNotificationWithUserInfo(
 @property(getter=isHidden) BOOL hidden;
 @property(copy) NSArray<__kindof NSView*>* subviews;
 @property(nullable) NSView* nextKeyView;
-@property(nullable, readonly) NSView* superview;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property(readonly) NSLayoutDimension* widthAnchor;
 @property(nullable, readonly) NSWindow* window;
 - (instancetype)initWithFrame:(NSRect)frame;
 - (NSRect)alignmentRectForFrame:(NSRect)frame;
-- (NSRect)convertRect:(NSRect)rect toView:(nullable NSView*)view;
 - (void)removeFromSuperview;
 @end
 
@@ -262,7 +258,6 @@ void NSAccessibilityPostNotificationWithUserInfo(
 @end
 
 @interface NSSegmentedControl : NSControl
-@property NSInteger segmentCount;
 @property NSInteger selectedSegment;
 + (instancetype)segmentedControlWithLabels:(NSArray<NSString*>*)labels
                               trackingMode:(NSSegmentSwitchTracking)trackingMode
