@@ -75,22 +75,17 @@ TEST_F(MacosQuickNotePanelPlaceTest, StaysWhereItIsWhenItIsPutThereAgain) {
   EXPECT_TRUE(frames_.empty());
 }
 
-TEST_F(MacosQuickNotePanelPlaceTest, ComesBackWhereItWasLeft) {
-  panel_->placeAtBottomRight(24);
-  panel_->orderFrontRegardless();
-  [native() setFrameOrigin:NSMakePoint(NSMinX(visible()) + 100, NSMinY(visible()) + 150)];
-  [native() saveFrameUsingName:@"VELKQuickWidget"];
-  const NSRect left = native().frame;
-  remake();
-  EXPECT_TRUE(panel_->applySavedFrame());
-  EXPECT_TRUE(NSEqualRects(native().frame, left));
-}
-
-TEST_F(MacosQuickNotePanelPlaceTest, ComesBackOntoTheScreen) {
-  [native() setFrameOrigin:NSMakePoint(NSMaxX(visible()) + 5000, NSMinY(visible()))];
-  [native() saveFrameUsingName:@"VELKQuickWidget"];
-  remake();
-  EXPECT_TRUE(panel_->applySavedFrame());
+TEST_F(MacosQuickNotePanelPlaceTest, ComesBackWhereItWasLeftOrOntoTheScreen) {
+  const auto comesBackFrom = [this](CGFloat x) {
+    [native() setFrameOrigin:NSMakePoint(x, NSMinY(visible()) + 150)];
+    [native() saveFrameUsingName:@"VELKQuickWidget"];
+    const NSRect left = native().frame;
+    remake();
+    EXPECT_TRUE(panel_->applySavedFrame());
+    return static_cast<bool>(NSEqualRects(native().frame, left));
+  };
+  EXPECT_TRUE(comesBackFrom(NSMinX(visible()) + 100));
+  EXPECT_FALSE(comesBackFrom(NSMaxX(visible()) + 5000));
   EXPECT_TRUE(NSContainsRect(visible(), native().frame));
 }
 

@@ -45,7 +45,9 @@ class DiskImageTest(ScriptTest):
         (self.folder / "A.app").mkdir()
         self.tool("ditto", 'cp -R "$1" "$2"')
         self.tool("codesign", "")
-        return self.run_script("packaging/macos/make-disk-image", self.folder / "A.app", self.folder / "A.dmg")
+        return self.run_script(
+            "packaging/macos/make-disk-image", self.folder / "A.app", self.folder / "A.dmg"
+        )
 
     def test_is_created_although_the_system_finds_it_busy_at_first(self):
         self.busy("hdiutil", 4, 'touch "${@: -1}"')
@@ -58,15 +60,18 @@ class DiskImageTest(ScriptTest):
 
 
 class LeaveTest(ScriptTest):
-    RUN = f'exec {sys.executable} -c "import sqlite3, sys; ' \
-          'sqlite3.connect(sys.argv[-2], isolation_level=None).execute(sys.argv[-1])" "$@"'
+    RUN = (
+        f'exec {sys.executable} -c "import sqlite3, sys; '
+        'sqlite3.connect(sys.argv[-2], isolation_level=None).execute(sys.argv[-1])" "$@"'
+    )
 
     def give(self, *programs: str) -> bool:
         database = str(self.folder / "TCC.db")
         with sqlite3.connect(database) as self.database:
             self.database.execute(
                 "CREATE TABLE access (service, client, client_type, auth_value, auth_reason,"
-                " auth_version, indirect_object_identifier, flags)")
+                " auth_version, indirect_object_identifier, flags)"
+            )
         return self.run_script("tests/macos/let_read_windows", *programs, NOTEWICK_ACCESS_DATABASE=database)
 
     def test_is_given_although_the_database_is_busy_at_first(self):

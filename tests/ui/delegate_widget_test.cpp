@@ -77,11 +77,6 @@ TEST_F(WidgetOnScreenTest, ClosedByTheUserItStaysAwayAlsoAfterARestart) {
   EXPECT_FALSE(isWanted());
 }
 
-TEST_F(WidgetOnScreenTest, QuittingIsNoClosing) {
-  quit();
-  EXPECT_EQ(defaults.values.at("VELKWidgetVisible"), FakeUserDefaults::Value(true));
-}
-
 TEST_F(WidgetOnScreenTest, WithoutAWidgetNeitherHidingNorRefreshingMakesOne) {
   startsHidden();
   app().setWidgetVisible(false, false);

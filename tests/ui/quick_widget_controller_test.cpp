@@ -21,13 +21,6 @@ TEST_F(WidgetTest, ShowsItsFixedTexts) {
                                         "Send to VELK", "Caught — confirm or skip", "Log", "✕"));
 }
 
-TEST_F(WidgetTest, StartsIdleWithoutMinutes) {
-  EXPECT_EQ(widget().hint, IDLE_HINT);
-  EXPECT_EQ(widget().minutes, std::nullopt);
-  EXPECT_EQ(widget().status, "");
-  EXPECT_FALSE(widget().visible);
-}
-
 // --- The chooser ---------------------------------------------------------------------------------
 
 TEST_F(WidgetTest, NamesAreSortedByTheCodePointsOfTheirComposedForm) {
