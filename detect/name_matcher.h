@@ -12,21 +12,22 @@
 namespace notewick {
 
 /// Finds participants by their full names in text. A participant is recognised by "first last" or
-/// "last, first", anywhere, whatever the letter case; names are trimmed of horizontal blanks, and
-/// one of them empty never matches. Characters are grapheme clusters (Unicode Annex 29) compared by
-/// canonical equivalence (Annex 15): "Rene" is not in "René", however the accent is written.
-/// Lower-casing is per code point and unconditional (SpecialCasing.txt without its conditional
-/// mappings), so that a name is found wherever it stands in a longer text.
+/// "last, first", anywhere in the text and in any letter case. Horizontal blanks around a stored
+/// name are ignored; a participant whose first or last name is blank never matches. Characters are
+/// grapheme clusters (Unicode Annex 29) compared by canonical equivalence (Annex 15): "Rene" is not
+/// in "René", however the accent is written. Text is lower-cased code point by code point
+/// (SpecialCasing.txt without its conditional mappings), so that a name is found wherever it stands
+/// in a longer text.
 ///
-/// Immutable: built once for a list, it costs the length of the text, not the number of
-/// participants. Safe to use from any thread.
+/// A matcher is built once for a list and never changes. A search takes time in proportion to the
+/// text, not to the number of participants. Safe to use from any thread.
 class NameMatcher {
  public:
   NameMatcher() = default;
   explicit NameMatcher(const std::vector<Participant>& participants);
 
-  /// The places in the participant list whose names occur in `text`, ascending, each once. Invalid
-  /// UTF-8 in the text stands for U+FFFD and matches nothing but that.
+  /// The indices of the participants whose names occur in `text`, in ascending order, each once.
+  /// Invalid UTF-8 in the text counts as U+FFFD and matches nothing else.
   [[nodiscard]] std::vector<std::size_t> match(std::string_view text) const;
 
  private:

@@ -6,9 +6,10 @@
 
 namespace notewick {
 
-/// Posts a desktop notification. A name from the service may be megabytes long, which a desktop's
-/// message bus answers by closing the connection: a title is cut to 200 grapheme clusters and 2
-/// KiB, a body to 2,000 and 16 KiB, then "…". Main thread; failures are swallowed.
+/// Posts a desktop notification. Main thread; failures are swallowed. A title is cut to 200
+/// grapheme clusters and 2 KiB, a body to 2,000 and 16 KiB, and "…" marks the cut: a name from the
+/// service may be megabytes long, and a desktop's message bus closes a connection that sends so
+/// much.
 void notify(const std::string& title, const std::string& body);
 
 /// The AppleScript that shows a notification with a sound; quotes and backslashes are escaped.

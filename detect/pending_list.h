@@ -8,9 +8,9 @@
 
 namespace notewick {
 
-/// Puts an ended session into `pendings`: merged into the participant's pending of `day` where
-/// there is one, else as a new one at the end, with an id from the registered UUID source. Main
-/// thread.
+/// Turns an ended session into pending work: merges it into the participant's pending item of `day`
+/// if there is one, and otherwise appends a new item whose id comes from the registered UUID
+/// source. Main thread.
 void promote(const WorkSession& session, const std::string& day, std::vector<Pending>& pendings);
 
 }  // namespace notewick

@@ -8,7 +8,7 @@
 
 namespace notewick {
 
-/// One participant's work on screen while it goes on; kept in memory only.
+/// The work on one participant while it goes on; kept in memory only.
 class WorkSession {
  public:
   /// A session that begins with one sighting.
@@ -23,13 +23,13 @@ class WorkSession {
   /// Counts one more sample that saw the participant.
   void addSighting(Date at);
 
-  /// Keeps a window title, unless it is empty, known already, or there are 3.
+  /// Keeps a window title as evidence, unless it is empty or already kept, or 3 are kept.
   void addEvidence(const std::string& title);
 
   /// Minutes on screen: `SAMPLE_INTERVAL` for each sighting, rounded up, at least 1.
   [[nodiscard]] std::int64_t activeMinutes() const;
 
-  /// Whether nobody has seen the participant for more than `SESSION_GAP`.
+  /// Whether the participant has been off the screen for more than `SESSION_GAP`.
   [[nodiscard]] bool hasEnded(Date now) const;
 
   /// Whether the session was long enough to become a pending item.
