@@ -23,7 +23,7 @@ inline constexpr double SAMPLE_INTERVAL = 15.0;
 /// A work session ends when its participant has not been seen for more than these seconds.
 inline constexpr double SESSION_GAP = 600.0;
 
-/// What an ended session needs at least to become a pending item: this many sightings, and these
+/// An ended session becomes a pending item from this many sightings on, and with at least these
 /// seconds between the first and the last of them.
 inline constexpr int MIN_SIGHTINGS = 3;
 inline constexpr double MIN_SPAN = 45.0;

@@ -18,8 +18,8 @@ extern std::shared_ptr<AppDelegate> delegate;
 /// user interface, and gives the exit status.
 int start(const std::vector<std::string>& arguments);
 
-/// Lets go of everything that the user interface made, so that the platform's bodies can be
-/// destroyed after it. Nothing is saved or flushed.
+/// Destroys everything that the user interface made, so that the implementations of the ports can
+/// be destroyed after it. Nothing is saved or sent.
 void releaseProgram();
 
 }  // namespace notewick

@@ -6,7 +6,7 @@
 
 namespace notewick {
 
-/// Whether the arguments ask for the self-test: "--selftest", anywhere, to the letter.
+/// Whether exactly "--selftest" is among the arguments.
 [[nodiscard]] bool wantsSelfTest(const std::vector<std::string>& arguments);
 
 /// Runs the name matcher over built-in sample window titles and prints what it recognises, one
