@@ -8,8 +8,8 @@
 
 namespace notewick {
 
-/// The panel in which the user signs in, once. The controller whose panel is open keeps itself
-/// alive in `current`; after it closes, a new opening makes a new one. Main thread.
+/// The panel in which the user signs in. `current` keeps the controller alive while its panel is
+/// open; the next opening makes a new controller. Main thread.
 class LoginController : public SignInPanelDelegate,
                         public std::enable_shared_from_this<LoginController> {
  public:
@@ -22,8 +22,8 @@ class LoginController : public SignInPanelDelegate,
   /// Opens the panel, or brings it forward with what was typed.
   void show();
 
-  /// Shows the panel above the others, and leaves the keyboard where it is: whoever is typing, in
-  /// the panel or elsewhere, is not interrupted.
+  /// Shows the panel above other windows and leaves the keyboard where it is, so that nobody who is
+  /// typing is interrupted.
   void showQuietly();
 
   /// Takes the panel off the screen, as after a sign-in.

@@ -25,8 +25,8 @@ class QuickWidgetOwner {
   virtual void widgetClosed() = 0;
 };
 
-/// Turns detected work into a case note: a one-line form above a short list of caught work. The
-/// panel is made with the controller and lives as long. Main thread.
+/// Lets the user turn detected work into a case note: a one-line form above a short list of caught
+/// work. The controller owns its panel. Main thread.
 class QuickWidgetController : public QuickNotePanelDelegate,
                               public std::enable_shared_from_this<QuickWidgetController> {
  public:
@@ -37,7 +37,7 @@ class QuickWidgetController : public QuickNotePanelDelegate,
   void refresh(const std::vector<Participant>& participants, const std::vector<Pending>& pendings,
                std::size_t outboxCount);
 
-  /// Puts the panel on screen, without taking the keyboard unless there is a pending to confirm.
+  /// Puts the panel on screen. It takes the keyboard only if there is a pending item to confirm.
   void present(const std::optional<Pending>& pending);
 
   /// Puts the panel on screen with the keyboard, ready to type.

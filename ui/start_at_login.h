@@ -14,7 +14,7 @@ namespace notewick {
 /// (freedesktop: Desktop Application Autostart Specification).
 [[nodiscard]] std::string autostartEntryText(const std::string& executablePath);
 
-/// A login item as the workspace wants it: which file, and what is in it.
+/// The file that makes the desktop start the program at login.
 struct LoginItemFile {
   std::string folder;
   std::string name;
