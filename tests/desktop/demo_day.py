@@ -61,7 +61,6 @@ class Day:
         self.home = notewick.Home(folder / "home")
         self.transcript = Transcript(self.clock, self.home)
         self.say = self.transcript.say
-        self.until = self.transcript.until
 
     def play(self):
         self.start()
@@ -83,19 +82,19 @@ class Day:
         self.browser = Browser(self.home, self.service.authority)
         trust = {"SSL_CERT_FILE": self.service.authority}
         self.app = notewick.Notewick(environment={**self.home.environment, **self.clock.environment, **trust})
-        self.until(lambda: self.app.tray, "the tray item")
+        desk.wait_until(lambda: self.app.tray, what="the tray item")
         self.say("Notewick is in the tray.")
 
     def sign_in(self):
-        self.until(lambda: self.app.sign_in_panel.window.is_active, "the sign-in panel")
+        desk.wait_until(lambda: self.app.sign_in_panel.window.is_active, what="the sign-in panel")
         self.picture("sign-in", self.app.sign_in_panel.window)
         self.say(f"Signing in as {EMAIL}.")
         screen.type_text(EMAIL)
         screen.press("Tab")
         screen.type_text(PASSWORD)
         screen.press("Return")
-        self.until(lambda: self.app.has("Watching · 12 participants"), "being signed in")
-        self.until(lambda: self.app.widget.shown, "the widget")
+        desk.wait_until(lambda: self.app.has("Watching · 12 participants"), what="being signed in")
+        desk.wait_until(lambda: self.app.widget.shown, what="the widget")
         self.tell_notifications()
         notifications.clear()
 
@@ -127,8 +126,8 @@ class Day:
         program, told = open_it()
         self.bring_to_front(program, told)
         seen = f'matches=["{name}"]'
-        self.until(
-            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= ENOUGH, f"sightings of {name}"
+        desk.wait_until(
+            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= ENOUGH, what=f"sightings of {name}"
         )
         self.say("It is put away.")
         program.close()
@@ -136,7 +135,7 @@ class Day:
     def have_lunch(self):
         lunch = self.terminal("Lunch menu", "Today: leek soup\n")
         self.bring_to_front(lunch, "Ten minutes of something else")
-        self.until(lambda: len(self.pendings()) == 2, "the end of the sessions", timeout=30)
+        desk.wait_until(lambda: len(self.pendings()) == 2, what="the end of the sessions")
         lunch.close()
         for pending in self.pendings():
             name, minutes = pending["participant"], pending["observedMinutes"]
@@ -150,8 +149,8 @@ class Day:
         self.bring_to_front(*self.read_mail())
         [minutes] = [p["observedMinutes"] for p in self.pendings() if p["participant"] == PERSON]
         self.row = f"{PERSON} · ~{minutes}m · {self.day}"
-        self.until(lambda: notifications.count_displayed() >= 2, "the notifications")
-        self.until(lambda: self.row in self.app.widget.caught(), "the caught item in the widget")
+        desk.wait_until(lambda: notifications.count_displayed() >= 2, what="the notifications")
+        desk.wait_until(lambda: self.row in self.app.widget.caught(), what="the caught item in the widget")
         self.picture("widget", self.app.widget.window)
         self.picture("notification", notifications.place())
         place = tray.open_menu()
@@ -167,7 +166,7 @@ class Day:
     def write_note(self):
         widget = self.app.widget
         widget.log(self.row)
-        self.until(lambda: widget.note.focused, "the note having the keyboard")
+        desk.wait_until(lambda: widget.note.focused, what="the note having the keyboard")
         self.say(f"The caught item is chosen in the widget; the note: {NOTE}")
         screen.type_text(NOTE)
         widget.note.wait_for_text(NOTE)
@@ -177,10 +176,10 @@ class Day:
         widget.send()
         widget.note.wait_for_text("")
         self.say("Sent.")
-        self.until(lambda: NOTE in self.service.inputs(), "the note in the service")
+        desk.wait_until(lambda: NOTE in self.service.inputs(), what="the note in the service")
         request = self.service.requests(CAPTURE)[-1]
         self.say(f"The service has taken it: POST {CAPTURE} {request['body']}")
-        self.until(lambda: notifications.count_displayed(), "the notification of the capture")
+        desk.wait_until(lambda: notifications.count_displayed(), what="the notification of the capture")
         self.tell_notifications()
 
     def read_it_in_browser(self):

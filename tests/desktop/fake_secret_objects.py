@@ -166,10 +166,6 @@ class Collection(Exported):
         self.ItemDeleted(item.path)
         self.tell_change("Items")
 
-    @secret_method("Collection", in_signature="a{ss}", out_signature="ao")
-    def SearchItems(self, attributes):
-        return paths(i.path for i in self.matching(attributes))
-
     @secret_method("Collection", in_signature="a{sv}(oayays)b", out_signature="oo")
     def CreateItem(self, properties, secret, replace):
         self.store.require_unlocked()
@@ -253,18 +249,6 @@ class Service(Exported):
         if not self.store.locked:
             return paths(objects), NOTHING
         return paths([]), dbus.ObjectPath(self.store.new_prompt(objects))
-
-    @secret_method("Service", in_signature="ao", out_signature="aoo")
-    def Lock(self, objects):
-        self.store.set_locked(True)
-        return paths(objects), NOTHING
-
-    @secret_method("Service", in_signature="aoo", out_signature="a{o(oayays)}")
-    def GetSecrets(self, items, session):
-        wanted = [] if self.store.locked else [i for i in self.store.collection.items if i.path in items]
-        return dbus.Dictionary(
-            {dbus.ObjectPath(i.path): i.secret(session) for i in wanted}, signature="o(oayays)"
-        )
 
     @secret_method("Service", in_signature="s", out_signature="o")
     def ReadAlias(self, name):

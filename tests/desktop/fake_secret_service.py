@@ -8,13 +8,11 @@ process (SIGSTOP) and lets it go on, or holds the searches only.
 The test steers it through the interface CONTROL at CONTROL_PATH:
   Lock(), Unlock()                  as if done by another program: no prompt, only the signals
   Put(attributes, secret)           an item is there, whatever the lock
-  Drop(attributes)                  the items are gone, whatever the lock
   Emit(path, interface, member)     sends this signal, with the path as its argument
   EmitChange(path, interface)       sends PropertiesChanged for that interface
   HoldSearches(), ReleaseSearches() in between no search is answered, while pings are
   Refuse(error, method)             from now on answers this Secret Service method, or all for "", with this
                                     error; "" as the error ends that
-  Secrets() -> [(attributes, secret)]
   OpenPrompts() -> int              prompts on the screen, waiting for the user
   CompletePrompt(), DismissPrompt() the user's answer to the oldest of them; dismissing leaves the lock
   Calls() -> [name]                 every Secret Service method called so far, in order
@@ -67,11 +65,6 @@ class Control(Exported):
     def Put(self, attributes, secret):
         self.store.collection.put("", dict(attributes), secret.encode())
 
-    @dbus.service.method(CONTROL, in_signature="a{ss}")
-    def Drop(self, attributes):
-        for item in self.store.collection.matching(attributes):
-            self.store.collection.remove(item)
-
     @dbus.service.method(CONTROL, in_signature="sss")
     def Emit(self, path, interface, member):
         self.emit(path, interface, member, dbus.ObjectPath(path), signature="o")
@@ -97,10 +90,6 @@ class Control(Exported):
     @dbus.service.method(CONTROL, in_signature="ss")
     def Refuse(self, error, method):
         self.store.refusal, self.store.refused = error, method
-
-    @dbus.service.method(CONTROL, out_signature="a(a{ss}s)")
-    def Secrets(self):
-        return [(i.attributes, i.value.decode()) for i in self.store.collection.items]
 
     @dbus.service.method(CONTROL, out_signature="u")
     def OpenPrompts(self):

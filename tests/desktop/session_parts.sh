@@ -121,12 +121,9 @@ switch_accessibility() {
     org.a11y.Status IsEnabled '<true>' >"$base/log/accessibility.log" 2>&1 || give_up accessibility
 }
 
-# run_command LIMIT command...: runs the session's command, at most LIMIT seconds long (0: no limit).
-# It runs in the background because a signal to the session must not wait for it.
+# run_command command...: runs the session's command, in the background because a signal to the session
+# must not wait for it.
 run_command() {
-  local limit=$1
-  shift
-  [[ $limit = 0 ]] || set -- timeout --kill-after=5 "$limit" "$@"
   "${as_user[@]}" "$@" <&0 &
   pid_of[command]=$!
   started+=(command)

@@ -9,7 +9,7 @@ import desk
 from desk.bus_traffic import BusTraffic
 from desk.story import Story
 
-NOTES = 50
+NOTES = 20
 AT_MOST_PER_NOTE = 12
 
 

@@ -1,32 +1,15 @@
 #!/usr/bin/python3
 """The ends of the program that its user does not choose: a logout, and the end of the X server."""
 
-import os
-import subprocess
 import unittest
 
 import desk
 from desk.notewick import stored_token
 from desk.session_manager import RESTART_NEVER, SessionManager
 from desk.story import Story
+from desk.x_server import XServer
 
 NOTE = "Called about rent"
-
-
-class AnX11Server:
-    """One that a test may end; the session's own goes on."""
-
-    def __init__(self):
-        read, write = os.pipe()
-        command = ["Xvfb", "-displayfd", str(write), "-nolisten", "tcp", "-noreset"]
-        self._server = subprocess.Popen(command, pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as chosen:
-            self.name = f":{chosen.readline().strip()}"
-
-    def end(self):
-        self._server.kill()
-        self._server.wait()
 
 
 class AnEnd(Story):
@@ -55,12 +38,12 @@ class AnEnd(Story):
         self.check_that_all_is_kept()
 
     def test_of_the_display_is_no_crash_and_keeps_the_notes_and_the_sign_in(self):
-        display = AnX11Server()
-        self.addCleanup(display.end)
-        program = self.start(DISPLAY=display.name)
-        program.sign_in()
+        server = XServer()
+        self.addCleanup(server.close)
+        program = self.start(DISPLAY=server.display)
+        program.sign_in_panel.sign_in()
         self.write_note_that_waits(program)
-        display.end()
+        server.close()
         self.assertEqual(program.wait(), 1, program.output)
         self.assertIn("X11", program.output)
         self.check_that_all_is_kept()

@@ -26,7 +26,8 @@ IDENTITY = 'echo "$NOTEWICK_SESSION_MARK $HOME $DISPLAY"; '
 # Everything that the command of a session sees, and two programs that it leaves running.
 WHOLE = (
     "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus -m org.freedesktop.DBus.ListNames; "
-    "xprop -root _NET_SUPPORTING_WM_CHECK; env | grep outer; cat copied.txt; id -u; echo logged >$NOTEWICK_SESSION_LOGS/own; "
+    "xprop -root _NET_SUPPORTING_WM_CHECK; env | grep outer; cat copied.txt; id -u; "
+    "echo logged >$NOTEWICK_SESSION_LOGS/own; "
     "setsid xterm >/dev/null 2>&1 & setsid sleep 1000 >/dev/null 2>&1 & exit 7"
 )
 

@@ -8,32 +8,16 @@ import functools
 
 import dbus
 
-from desk import screen
 from desk.waiting import LIMIT, wait_until
 
 _ATSPI = "org.a11y.atspi."
 _PROPERTIES = "org.freedesktop.DBus.Properties"
-_CALL_LIMIT = 2.0  # seconds
+_CALL_LIMIT = 10.0  # seconds
 _LABELLED_BY = 2
 _ON_THE_SCREEN = dbus.UInt32(0)
 _NOBODY = "/org/a11y/atspi/null"
 
-# Numbers of AtspiStateType.
-_STATES = {
-    1: "active",
-    4: "checked",
-    7: "editable",
-    8: "enabled",
-    10: "expanded",
-    11: "focusable",
-    12: "focused",
-    16: "modal",
-    20: "pressed",
-    23: "selected",
-    24: "sensitive",
-    25: "showing",
-    30: "visible",
-}
+_STATES = {4: "checked", 8: "enabled", 12: "focused", 25: "showing", 30: "visible"}  # of AtspiStateType
 
 
 @functools.cache
@@ -158,12 +142,9 @@ class Control:
     def wait_for_text(self, text, timeout=LIMIT):
         wait_until(lambda: self.text == text, timeout, f"the text {text!r} in {self}")
 
-    def wait_until_enabled(self, timeout=LIMIT):
-        wait_until(lambda: self.enabled, timeout, f"{self} being enabled")
-
     def click(self):
         """Waits until it is enabled, then presses it."""
-        self.wait_until_enabled()
+        wait_until(lambda: self.enabled, what=f"{self} being enabled")
         self.press()
 
     def press(self):
@@ -179,30 +160,6 @@ class Control:
         """Replaces its text; keystrokes are screen.type_text's."""
         if not self._call("EditableText", "SetTextContents", text):
             raise AssertionError(f"{self} cannot be written to")
-
-    def entries(self):
-        """The names of a combo box's entries."""
-        return [entry.name for entry in self._entries()]
-
-    def _entries(self):
-        return [c for c in self.below() if c.role in ("list item", "menu item")]
-
-    def choose(self, name):
-        """Chooses an entry of a combo box: with the mouse on X, with the keyboard in sway."""
-        if screen.IN_SWAY:
-            self.focus()
-            screen.press("Home", *["Down"] * self.entries().index(name))
-            return
-        self.click()
-        entry = wait_until(
-            lambda: next((e for e in self._entries() if e.name == name and e.showing), None),
-            what=f"the entry {name!r} of {self}",
-        )
-        if entry.role == "menu item":
-            entry.click()
-        else:
-            x, y, width, height = entry.geometry
-            screen.click(x + width // 2, y + height // 2)
 
 
 def _application(pid):

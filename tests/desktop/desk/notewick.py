@@ -12,7 +12,6 @@ PROGRAM = os.environ.get("NOTEWICK", "")
 SECRET = {"service": "tools.velk.notewick", "account": "refresh-token"}
 QUICK_NOTE = "VELK — quick note"
 SIGN_IN = "Sign in to VELK"
-SENT = "Sent — finish it on VELK"
 
 _BROWSER = '#!/bin/sh\nprintf "%s\\n" "$1" >>"$HOME/opened-addresses"\n'
 
@@ -120,21 +119,10 @@ class Widget:
         self.send()
         self.note.wait_for_text("")
 
-    def status(self):
-        """What the status line says; empty when it is not there."""
-        spoken = self.panel.all(role="notification")
-        return spoken[0].name if spoken else ""
-
-    def wait_for_status(self, text, timeout=LIMIT):
-        wait_until(lambda: self.status() == text, timeout, f"the status {text!r}")
-
     def caught(self):
         """The rows of caught work, top to bottom."""
         names = (button.name for button in self.panel.all(role="push button"))
         return [name.removeprefix("Log ") for name in names if name.startswith("Log ")]
-
-    def wait_for_caught(self, *rows):
-        wait_until(lambda: self.caught() == list(rows), what=f"the caught rows {rows}")
 
     def log(self, row):
         self.panel.find(f"Log {row}", "push button").click()
@@ -164,9 +152,6 @@ class SignInPanel:
         panel.find("Email", "text").write(email)
         panel.find("Password", "text").write(password)
         panel.find("Sign in", "push button").click()
-
-    def wait_for_error(self, text):
-        self.panel.find(text, "notification")
 
 
 class Notewick(programs.Program):

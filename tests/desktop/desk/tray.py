@@ -32,7 +32,6 @@ class Entry:
         self.visible = bool(properties.get("visible", True))
         self.separator = properties.get("type", "standard") == "separator"
         self.shortcut = " ".join("+".join(keys) for keys in properties.get("shortcut", []))
-        self.checked = int(properties.get("toggle-state", -1)) == 1
         self.children = [Entry(*child) for child in children]
 
     def __repr__(self):
@@ -80,24 +79,13 @@ class Item:
         """What a user reads: labels of the visible entries, "-" for a separator."""
         return ["-" if e.separator else e.label for e in self.menu() if e.visible]
 
-    def entry(self, *labels):
-        """The entry with this label, or below a chain of submenus; None when there is none."""
-        entries, found = self.menu(), None
-        for label in labels:
-            found = next((e for e in entries if e.visible and e.label == label), None)
-            if found is None:
-                return None
-            entries = found.children
-        return found
+    def entry(self, label):
+        """The entry with this label that can be clicked, or None."""
+        return next((e for e in self.menu() if e.visible and e.enabled and e.label == label), None)
 
-    def choose(self, *labels, timeout=LIMIT):
+    def choose(self, label):
         """Waits for the entry to be there and enabled, then clicks it."""
-
-        def enabled_entry():
-            found = self.entry(*labels)
-            return found if found and found.enabled else None
-
-        self.click(wait_until(enabled_entry, timeout, f"the menu entry {' > '.join(labels)}"))
+        self.click(wait_until(lambda: self.entry(label), what=f"the menu entry {label}"))
 
     def click(self, entry):
         """Clicks an entry of the menu as it was when it was read."""

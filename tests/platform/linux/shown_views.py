@@ -5,10 +5,10 @@ import subprocess
 import tempfile
 
 from desk import controls, wait_until, windows
+from desk.waiting import LIMIT
 
 PROGRAM = os.environ.get("SHOW_VIEWS", "")
 QUICK_NOTE = "VELK — quick note"
-SIGN_IN = "Sign in to VELK"
 
 
 class ShownViews:
@@ -42,18 +42,15 @@ class ShownViews:
     def window(self, title=QUICK_NOTE):
         return windows.wait_for(title, pid=self.pid)
 
-    def has_window(self, title=QUICK_NOTE):
-        return windows.find(title, pid=self.pid) is not None
-
     def controls(self):
         return controls.of(self)
 
     def wait(self):
-        return self._process.wait(10)
+        return self._process.wait(LIMIT)
 
     def close(self):
         if self._process.poll() is None:
             self._process.terminate()
-        self._process.wait(10)
+        self._process.wait(LIMIT)
         self._process.stdin.close()
         self._printed.close()

@@ -7,7 +7,6 @@ import desk
 from title_reader import Reader
 
 QUESTION = "VELK Notewick"
-SCREEN_HEIGHT = 800
 
 
 def set_accessibility(value):
@@ -42,18 +41,6 @@ class Consent(unittest.TestCase):
         desk.xterm("another window")
         self.assertEqual(self.questions(), [])
 
-    def test_asks_without_blocking(self):
-        self.assertFalse(self.reader.ask_for_leave().trusted)
-        self.question()
-        self.assertFalse(self.reader.sample().trusted)
-
-    def test_stands_above_the_others_in_the_bottom_left_corner(self):
-        question = self.open_question()
-        desk.wait_until(lambda: "ABOVE" in question.states, what="the question above the others")
-        place = question.geometry
-        self.assertAlmostEqual(place.x, 24, delta=8)
-        self.assertAlmostEqual(place.y + place.height, SCREEN_HEIGHT - 50, delta=26)
-
     def test_yes_turns_the_setting_on(self):
         self.open_question()
         desk.screen.press("alt+t")
@@ -61,24 +48,20 @@ class Consent(unittest.TestCase):
         desk.zenity("Tobias Hargreave").window().focus()
         desk.windows.wait_until_gone(QUESTION)
 
-    def test_no_is_the_default_and_changes_nothing(self):
-        self.open_question()
-        desk.screen.press("Return")
-        desk.windows.wait_until_gone(QUESTION)
-        self.assertFalse(self.reader.sample().trusted)
+    def test_return_escape_and_a_close_are_a_no(self):
+        close = lambda: self.question().ask_to_close()
+        for say_no in (lambda: desk.screen.press("Return"), lambda: desk.screen.press("Escape"), close):
+            self.open_question()
+            say_no()
+            desk.windows.wait_until_gone(QUESTION)
+            self.assertFalse(self.reader.sample().trusted)
 
-    def test_closing_the_question_is_a_no(self):
-        self.open_question().ask_to_close()
-        desk.windows.wait_until_gone(QUESTION)
-        self.assertFalse(self.reader.sample().trusted)
-
-    def test_asks_once_at_a_time_and_again_when_wanted(self):
-        self.open_question()
-        self.reader.ask_for_leave()
+    def test_asks_once_at_a_time_above_the_other_windows_and_without_blocking(self):
+        question = self.open_question()
+        desk.wait_until(lambda: "ABOVE" in question.states, what="the question above the others")
+        self.assertEqual(self.reader.wait_for_focus(QUESTION).windows, [QUESTION])
+        self.assertFalse(self.reader.ask_for_leave().trusted)
         self.assertEqual(len(self.questions()), 1)
-        desk.screen.press("Escape")
-        desk.windows.wait_until_gone(QUESTION)
-        self.open_question()
 
     def test_follows_the_setting_when_it_is_changed_elsewhere(self):
         self.assertFalse(self.reader.sample().trusted)
@@ -93,10 +76,6 @@ class Consent(unittest.TestCase):
         self.assertTrue(self.reader.ask_for_leave().trusted)
         desk.xterm("another window")
         self.assertEqual(self.questions(), [])
-
-    def test_its_own_question_is_read_while_it_has_the_focus(self):
-        self.open_question()
-        self.assertEqual(self.reader.wait_for_focus(QUESTION).windows, [QUESTION])
 
 
 if __name__ == "__main__":

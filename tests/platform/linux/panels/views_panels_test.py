@@ -7,7 +7,7 @@ import unittest
 
 import desk
 from desk import screen, wait_until
-from shown_views import QUICK_NOTE, SIGN_IN, ShownViews
+from shown_views import QUICK_NOTE, ShownViews
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1280, 800
 START_OF_A_DRAG = 16  # pixels that the mouse moves before a window follows
@@ -47,97 +47,61 @@ def save_frame(*frame):
         file.write(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
 
 
-def brightness_of(window):
-    """The mean of all its pixels, from 0 to 255."""
-    picture = ["import", "-window", window.number, "-colorspace", "Gray", "-resize", "1x1!", "-depth", "8", "gray:-"]
-    return subprocess.run(picture, capture_output=True, check=True).stdout[0]
-
-
-class Panels(unittest.TestCase):
+class TheQuickNotePanel(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
+        self.addCleanup(lambda: os.path.exists(settings_path()) and os.remove(settings_path()))
 
     def show(self, *options, **environment):
         views = ShownViews(*options, **environment)
         self.addCleanup(views.close)
         return views
 
-    def wait_for_corner(self, window, right, bottom):
+    def wait_for_corner(self, window, right=SCREEN_WIDTH - 24, bottom=SCREEN_HEIGHT - 24):
         wait_until(lambda: frame_of(window)[2:] == (right, bottom), what=f"the corner {right}, {bottom}")
 
-
-class TheQuickNotePanel(Panels):
-    def tearDown(self):
-        if os.path.exists(settings_path()):
-            os.remove(settings_path())
-
-    def test_floats_above_the_others_on_every_desktop_and_in_no_task_bar(self):
-        window = self.show("--quick").window()
-        wait_until(lambda: STATES <= window.states, what="the states of a floating window")
-        self.assertTrue(window.is_on_all_desktops)
-        self.assertIn("UTILITY", window.types)
-
-    def test_floats_each_time_it_is_shown(self):
-        views = self.show("--quick")
-        for _ in range(5):
-            views.window()
-            views.do("hide")
-            views.do("show")
-        window = views.window()
+    def wait_until_it_floats(self, window):
         wait_until(lambda: STATES <= window.states and window.is_on_all_desktops, what="a floating window")
 
-    def test_is_tied_to_no_other_window_of_the_program(self):
+    def test_floats_alone_and_leaves_the_keyboard_where_it_is_each_time_it_is_shown(self):
+        work = desk.xterm("the user's work").window()
+        work.focus()
         views = self.show("--quick")
-        for _ in range(2):
+        for _ in range(3):
             window = views.window()
-            wait_until(lambda: STATES <= window.states, what="the panel being managed")
-            wait_until(lambda: not window.is_transient, what="a window that stands alone")
+            self.wait_until_it_floats(window)
+            self.assertIn("UTILITY", window.types)
+            wait_until(lambda: not window.is_transient, what="a window tied to no other")
+            self.assertTrue(work.is_active)
             views.do("hide")
             views.do("show")
 
-    def test_leaves_the_keyboard_where_it_is(self):
-        xterm = desk.xterm("the user's work")
-        xterm.window().focus()
-        window = self.show("--quick").window()
-        wait_until(lambda: STATES <= window.states, what="the panel being managed")
-        self.assertTrue(xterm.window().is_active)
-
-    def test_takes_the_keyboard_when_it_is_told_to(self):
-        xterm = desk.xterm("the user's work")
+    def test_takes_the_keyboard_when_it_is_asked_to_hidden_or_not(self):
+        work = desk.xterm("the user's work").window()
         views = self.show("--quick")
-        window = views.window()
-        xterm.window().focus()
-        views.do("key")
-        wait_until(lambda: window.is_active, what="the panel being active")
-        screen.type_text("ok")
-        note = views.controls().find("What did you do?", "text")
-        note.wait_for_text("ok")
-        self.assertTrue(note.focused)
-
-    def test_takes_the_keyboard_also_when_it_was_hidden(self):
-        desk.xterm("the user's work").window().focus()
-        views = self.show("--quick")
-        views.window()
-        views.do("hide")
-        views.do("key")
-        wait_until(lambda: views.window().is_active, what="the panel being active")
+        for command in ("show", "hide"):
+            views.window()
+            work.focus()
+            views.do(command)
+            views.do("key")
+            wait_until(lambda: views.window().is_active, what="the panel being active")
 
     def test_stands_in_the_bottom_right_corner_and_stays_there_when_it_grows(self):
         views = self.show("--quick")
         window = views.window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         height = window.geometry.height
         views.do("rows 6")
         wait_until(lambda: window.geometry.height > height + 80, what="a taller panel")
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         views.do("rows 0")
         wait_until(lambda: window.geometry.height == height, what="the old height")
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
 
     def test_moves_by_its_background_and_comes_back_there(self):
         views = self.show("--quick")
         window = views.window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         left, top, _, _ = frame_of(window)
         inner = window.geometry
         drag((inner.x + inner.width - 5, inner.y + inner.height - 5), (-300, -200))
@@ -149,17 +113,9 @@ class TheQuickNotePanel(Panels):
         again = self.show("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
 
-    def test_keeps_a_move_as_soon_as_it_stands_in_its_place(self):
-        window = self.show("--quick").window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
-        window.move(300, 200)
-        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
-        left, top, right, bottom = frame_of(window)
-        self.assertIn(f"={left} {top} {right - left} {bottom - top}\n", settings_text())
-
     def test_keeps_a_drag_by_its_title_bar(self):
         window = self.show("--quick").window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         left, top, right, _ = frame_of(window)
         drag(((left + right) // 2, top + 8), (-300, -200))
         wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
@@ -168,11 +124,11 @@ class TheQuickNotePanel(Panels):
     def test_takes_no_answer_of_a_slow_window_manager_for_a_move(self):
         views = self.show("--quick")
         window = views.window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         with desk.windows.stopped_manager():
             for rows in (6, 2, 5, 0, 3):
-                views.do(f"rows {rows}")
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+                views.do(f"rows {rows}")  # answers that come when the manager runs again are late
+        self.wait_for_corner(window)
         views.do("quit")
         views.wait()
         self.assertFalse(os.path.exists(settings_path()))
@@ -187,7 +143,7 @@ class TheQuickNotePanel(Panels):
     def test_is_pulled_back_onto_the_screen(self):
         views = self.show("--quick")
         window = views.window()
-        self.wait_for_corner(window, SCREEN_WIDTH - 24, SCREEN_HEIGHT - 24)
+        self.wait_for_corner(window)
         window.move(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40)
         wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
         views.close()
@@ -211,24 +167,6 @@ class TheQuickNotePanel(Panels):
         views.do("show")
         views.window()
 
-    def test_does_not_count_quitting_as_closing(self):
-        views = self.show("--quick")
-        views.window()
-        views.do("quit")
-        self.assertEqual(views.wait(), 0)
-        self.assertIn("ended", views.lines)
-        self.assertNotIn("closed", views.lines)
-
-    def test_is_worked_by_the_keyboard_alone(self):
-        views = self.show("--quick", "--key", "--caught", "2")
-        wait_until(lambda: views.window().is_active, what="the panel being active")
-        screen.type_text("Called about rent")
-        screen.press("Tab", "Right", "space", "ctrl+Return")
-        views.wait_for("send Alice Jones | Called about rent | 1")
-        screen.press("Tab", "Tab", "Tab", "space", "Tab", "Tab", "Return")
-        views.wait_for("skip 0")
-        views.wait_for("skip 1")
-
     def test_sends_with_return_on_desktops_where_it_presses_any_control(self):
         views = self.show("--quick", "--key", XDG_CURRENT_DESKTOP="GNOME")
         wait_until(lambda: views.window().is_active, what="the panel being active")
@@ -246,65 +184,6 @@ class TheQuickNotePanel(Panels):
         screen.type_text("still here")
         views.controls().find("What did you do?", "text").wait_for_text("still here")
         self.assertEqual([line for line in views.lines if line.startswith(("chosen", "ended", "closed"))], [])
-
-    def test_is_read_and_worked_by_a_screen_reader(self):
-        views = self.show("--quick", "--caught", "2", "--status", "2 queued — will retry")
-        panel = views.controls().find(QUICK_NOTE, "dialog")
-        chooser = panel.find("Participant", "combo box")
-        self.assertEqual(chooser.entries(), ["Alice Jones", "Bob Smith", "Lena O'Keefe"])
-        panel.find("What did you do?", "text").write("Called about rent")
-        panel.find("Minutes", "panel").find("45", "radio button").click()
-        panel.find("Send to VELK", "push button").click()
-        views.wait_for("send Alice Jones | Called about rent | 2")
-        panel.find("Log Tobias Hargreave · ~12m · 2024-05-02", "push button").click()
-        views.wait_for("log 1")
-        self.assertTrue(panel.has("Lena O'Keefe · ~12m · 2024-05-02", "label"))
-
-    def test_follows_a_change_of_colours(self):
-        views = self.show("--quick", "--caught", "2")
-        window = views.window()
-        wait_until(lambda: brightness_of(window) > 180, what="light colours")
-        views.do("dark")
-        wait_until(lambda: brightness_of(window) < 80, what="dark colours")
-        views.do("light")
-        wait_until(lambda: brightness_of(window) > 180, what="light colours")
-
-    def test_speaks_its_status(self):
-        views = self.show("--quick")
-        panel = views.controls()
-        panel.find("Send to VELK", "push button")
-        self.assertEqual(panel.all(role="notification"), [])
-        views.do("status Pick a duration")
-        panel.find("Pick a duration", "notification")
-        views.do("status ")
-        wait_until(lambda: not panel.all(role="notification"), what="the end of the notification")
-
-
-class TheSignInPanel(Panels):
-    def test_takes_the_keyboard_in_the_middle_of_the_screen(self):
-        desk.xterm("the user's work").window().focus()
-        views = self.show("--sign-in")
-        window = views.window(SIGN_IN)
-        wait_until(lambda: window.is_active and STATES <= window.states, what="the panel being active")
-        left, top, right, bottom = frame_of(window)
-        self.assertAlmostEqual(left + right, SCREEN_WIDTH, delta=2)
-        self.assertAlmostEqual(top + bottom, SCREEN_HEIGHT + 31, delta=2)  # the tray's host is at the top
-        screen.type_text("anna@example.org")
-        screen.press("Return")
-        views.wait_for("sign in anna@example.org")
-
-    def test_is_read_by_a_screen_reader(self):
-        views = self.show("--sign-in", "--error", "Enter your email and password.", "--busy")
-        panel = views.controls().find(SIGN_IN, "dialog")
-        panel.find("Email", "text")
-        self.assertEqual(panel.find("Password", "text").text, "")
-        panel.find("Enter your email and password.", "notification")
-        self.assertFalse(panel.find("Sign in", "push button").enabled)
-
-    def test_tells_of_a_close_by_the_user(self):
-        views = self.show("--sign-in")
-        views.window(SIGN_IN).ask_to_close()
-        views.wait_for("closed")
 
 
 if __name__ == "__main__":

@@ -5,6 +5,7 @@ import os
 import subprocess
 
 from desk import wait_until
+from desk.waiting import LIMIT
 
 PROGRAM = os.environ.get("PRINT_TITLES", "")
 if not os.access(PROGRAM, os.X_OK):
@@ -49,14 +50,14 @@ class Reader:
     def ask_for_leave(self):
         return self._answer_to("ask")
 
-    def wait_for(self, condition, what, timeout=10):
+    def wait_for(self, condition, what):
         """Samples until the condition holds of one, and returns that one."""
 
         def fitting():
             sample = self.sample()
             return sample if condition(sample) else None
 
-        return wait_until(fitting, timeout, what)
+        return wait_until(fitting, what=what)
 
     def wait_for_focus(self, title):
         return self.wait_for(lambda sample: sample.focused == title, f"a sample with {title!r} in front")
@@ -65,5 +66,5 @@ class Reader:
         """Ends it in good order; whatever it died of, or lost, before is a failure of the test."""
         self._process.stdin.close()
         self._process.stdout.close()
-        if self._process.wait(10) != 0:
+        if self._process.wait(LIMIT) != 0:
             raise AssertionError(f"print-titles ended with {self._process.returncode}")

@@ -46,27 +46,13 @@ class TheStatusItem(unittest.TestCase):
     def tool_tip(self):
         return str(self.item.read("ToolTip")[2])
 
-    def test_shows_the_menu_to_the_letter(self):
+    def test_shows_the_menu_to_the_letter_with_its_shortcuts(self):
         wait_until(lambda: self.item.labels() == MENU, what="the menu")
-        enabled = {entry.label for entry in self.item.menu() if entry.enabled and not entry.separator}
-        self.assertEqual(set(MENU) - enabled - {"-"}, {MENU[0], MENU[1], MENU[6]})
-
-    def test_shows_shortcuts(self):
-        shortcuts = {entry.label: entry.shortcut for entry in self.item.menu() if entry.shortcut}
-        self.assertEqual(
-            shortcuts,
-            {
-                "Log work now (call, visit…)": "Control+L",
-                "Hide floating widget": "Control+W",
-                "Open my case notes in VELK": "Control+O",
-                "Pause watching": "Control+P",
-                "Quit VELK Notewick": "Control+Q",
-            },
-        )
-
-    def test_tells_what_is_chosen(self):
-        self.item.choose("Log: Snow & Sons & Daughters (~7 min, 2024-05-02)")
-        self.views.wait_for("chosen Log: Snow & Sons & Daughters (~7 min, 2024-05-02)")
+        entries = [entry for entry in self.item.menu() if not entry.separator]
+        self.assertEqual([e.label for e in entries if not e.enabled], [MENU[0], MENU[1], MENU[6]])
+        shortcuts = {e.label.split()[0]: e.shortcut for e in entries if e.shortcut}
+        keys = {"Log": "Control+L", "Hide": "Control+W", "Open": "Control+O", "Pause": "Control+P", "Quit": "Control+Q"}
+        self.assertEqual(shortcuts, keys)
 
     def test_tells_of_an_item_chosen_from_a_menu_that_was_replaced_while_open(self):
         retry = self.item.entry("Retry now")
@@ -74,17 +60,6 @@ class TheStatusItem(unittest.TestCase):
         self.item.click(retry)
         self.views.wait_for("chosen Retry now")
         wait_until(lambda: self.item.labels() == ["Another menu"], what="the new menu")
-
-    def test_quits(self):
-        self.item.choose("Quit VELK Notewick")
-        self.assertEqual(self.views.wait(), 0)
-        self.assertNotIn("closed", self.views.lines)
-
-    def test_gives_the_keyboard_to_the_panel_when_it_is_clicked(self):
-        desk.xterm("the user's work").window().focus()
-        self.item.activate()
-        self.views.wait_for("clicked")
-        wait_until(lambda: self.views.window().is_active, what="the panel being active")
 
     def test_shows_its_title_and_count(self):
         self.views.do("notes 0")

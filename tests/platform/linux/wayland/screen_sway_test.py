@@ -18,10 +18,14 @@ class InSway(unittest.TestCase):
 
 
 class ScreenFromTheCompositor(InSway):
-    def test_reads_native_windows_and_those_of_x_programs(self):
+    def test_reads_native_windows_and_those_of_x_programs_without_asking_them(self):
+        self.assertTrue(self.start_reader().sample().nothing_is_frontmost)
+        program = desk.zenity("Message to Léna O’Keefe")
+        program.signal(signal.SIGSTOP)
+        self.addCleanup(program.signal, signal.SIGCONT)
         reader = self.start_reader()
-        desk.zenity("Message to Léna O’Keefe")
-        sample = reader.wait_for_focus("Message to Léna O’Keefe")
+        sample = reader.sample()
+        self.assertEqual(sample.focused, "Message to Léna O’Keefe", "it was there before the reader")
         self.assertTrue(sample.trusted)
         desk.xterm("Tobias Hargreave")
         sample = reader.wait_for_focus("Tobias Hargreave")
@@ -43,25 +47,6 @@ class ScreenFromTheCompositor(InSway):
         desk.windows.wait_for("quick note", pid=reader.pid).focus()
         sample = reader.wait_for_focus("quick note")
         self.assertEqual((sample.app, sample.windows), ("VELK Notewick", ["quick note", "sign in"]))
-
-    def test_knows_the_windows_that_were_there_before_it(self):
-        desk.zenity("already open")
-        self.assertEqual(self.start_reader().sample().focused, "already open")
-
-    def test_nothing_is_frontmost_without_windows(self):
-        sample = self.start_reader().sample()
-        self.assertTrue(sample.nothing_is_frontmost)
-        self.assertTrue(sample.trusted)
-
-    def test_a_program_that_has_stopped_delays_nothing(self):
-        reader = self.start_reader()
-        program = desk.zenity("not answering")
-        reader.wait_for_focus("not answering")
-        program.signal(signal.SIGSTOP)
-        self.addCleanup(program.signal, signal.SIGCONT)
-        sample = reader.sample()
-        self.assertEqual(sample.focused, "not answering")
-        self.assertLess(sample.milliseconds, 100)
 
     def test_a_display_that_is_not_there_leaves_the_x_server(self):
         desk.xterm("Tobias Hargreave").window().focus()
