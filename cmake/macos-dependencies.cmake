@@ -33,15 +33,23 @@ add_library(notewick_json INTERFACE)
 target_include_directories(notewick_json SYSTEM INTERFACE ${json_source_SOURCE_DIR}/include)
 add_library(nlohmann_json::nlohmann_json ALIAS notewick_json)
 
-if(BUILD_TESTING)  # for the local service; its interface changes from release to release
-  FetchContent_Declare(httplib_source  # v0.11.4
+if(BUILD_TESTING)  # for the local service
+  FetchContent_Declare(httplib_source  # v0.11.4; its interface changes from release to release
     URL https://github.com/yhirose/cpp-httplib/archive/refs/tags/v0.11.4.zip
     URL_HASH SHA256=9d884bee50ded17de3a51d673bb9c2d7d11f101c595b0891830ba9d02e0cc368
     DOWNLOAD_EXTRACT_TIMESTAMP ON
     SOURCE_SUBDIR without-its-own-build)
-  FetchContent_MakeAvailable(httplib_source)
+  FetchContent_Declare(cli11_source  # v2.1.2
+    URL https://github.com/CLIUtils/CLI11/archive/refs/tags/v2.1.2.tar.gz
+    URL_HASH SHA256=26291377e892ba0e5b4972cdfd4a2ab3bf53af8dac1f4ea8fe0d1376b625c8cb
+    DOWNLOAD_EXTRACT_TIMESTAMP ON
+    SOURCE_SUBDIR without-its-own-build)
+  FetchContent_MakeAvailable(httplib_source cli11_source)
   add_library(notewick_httplib INTERFACE)
   target_include_directories(notewick_httplib SYSTEM INTERFACE ${httplib_source_SOURCE_DIR})
   target_compile_definitions(notewick_httplib INTERFACE CPPHTTPLIB_OPENSSL_SUPPORT)
   add_library(PkgConfig::cpp_httplib ALIAS notewick_httplib)
+  add_library(notewick_cli11 INTERFACE)
+  target_include_directories(notewick_cli11 SYSTEM INTERFACE ${cli11_source_SOURCE_DIR}/include)
+  add_library(CLI11::CLI11 ALIAS notewick_cli11)
 endif()

@@ -1,73 +1,54 @@
 #include "tools/local-service/control.h"
 
-#include <nlohmann/json.hpp>
-#include <stdexcept>
+#include <map>
 
 namespace notewick::service {
 namespace {
 
+using httplib::Request;
 using nlohmann::json;
 
-json requestJson(const Request& request) {
-  auto headers = json::object();
-  for (const auto& [name, value] : request.headers) headers[name] = value;
-  return {{"method", request.method},
-          {"path", request.path},
-          {"headers", headers},
-          {"body", request.body}};
-}
-
-json noteJson(const Note& note) {
-  return {{"id", note.id},
-          {"participantId", note.participant.id},
-          {"participantName", note.participant.firstName + " " + note.participant.lastName},
-          {"input", note.input},
-          {"durationMinutes", note.minutes},
-          {"sessionDate", note.sessionDate},
-          {"capturedAt", static_cast<double>(note.capturedAt.time_since_epoch().count()) / 1000}};
-}
-
-std::vector<Fault> faultsOf(const Request& request) {
-  auto body = json::parse(request.body, nullptr, false);
-  if (body.is_discarded()) throw std::runtime_error("The body is not JSON");
-  if (!body.is_array()) body = json::array({body});
-  std::vector<Fault> faults;
-  for (const auto& fault : body) faults.push_back(faultFromJson(fault));
-  return faults;
-}
-
-Answer addFaults(Faults& faults, const Request& request) {
-  try {
-    for (auto& fault : faultsOf(request)) faults.add(std::move(fault));
-    return jsonAnswer(200, json::object());
-  } catch (const std::runtime_error& wrong) {
-    return errorAnswer(400, wrong.what());
+std::map<std::string, std::string> headersOf(const Request& request) {
+  std::map<std::string, std::string> headers;
+  for (const auto& [name, value] : request.headers) {
+    auto& known = headers[name];
+    known += known.empty() ? value : ", " + value;
   }
+  for (const auto* const librarysOwn : {"REMOTE_ADDR", "REMOTE_PORT", "LOCAL_ADDR", "LOCAL_PORT"}) {
+    headers.erase(librarysOwn);
+  }
+  return headers;
 }
 
 }  // namespace
 
-void addControl(Router& router, Faults& faults, RequestLog& log, Notes& notes) {
-  router.add("POST", "/faults",
-             [&faults](const Request& request) { return addFaults(faults, request); });
-  router.add("DELETE", "/faults", [&faults](const Request&) {
+void RequestLog::add(const Request& request) {
+  const std::lock_guard lock(mutex_);
+  if (requests_.size() == LIMIT) requests_.erase(0);
+  requests_.push_back({{"method", request.method},
+                       {"path", request.path},
+                       {"headers", headersOf(request)},
+                       {"body", request.body}});
+}
+
+json RequestLog::requests() const {
+  const std::lock_guard lock(mutex_);
+  return requests_;
+}
+
+Routes controlRoutes(Faults& faults, const RequestLog& log, Records& records) {
+  const auto add = [&faults](const Request& request) {
+    faults.add(json::parse(request.body));
+    return json::object();
+  };
+  const auto clear = [&faults](const Request&) {
     faults.clear();
-    return jsonAnswer(200, json::object());
-  });
-  router.add("GET", "/requests", [&log](const Request&) {
-    auto list = json::array();
-    for (const auto& request : log.requests()) list.push_back(requestJson(request));
-    return jsonAnswer(200, list);
-  });
-  router.add("DELETE", "/requests", [&log](const Request&) {
-    log.clear();
-    return jsonAnswer(200, json::object());
-  });
-  router.add("GET", "/notes", [&notes](const Request&) {
-    auto list = json::array();
-    for (const auto& note : notes.all()) list.push_back(noteJson(note));
-    return jsonAnswer(200, list);
-  });
+    return json::object();
+  };
+  return {{"POST", "/faults", answeringJson(add)},
+          {"DELETE", "/faults", answeringJson(clear)},
+          {"GET", "/requests", answeringJson([&log](const Request&) { return log.requests(); })},
+          {"GET", "/notes", answeringJson([&records](const Request&) { return records.notes(); })}};
 }
 
 }  // namespace notewick::service

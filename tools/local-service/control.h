@@ -1,14 +1,30 @@
 #pragma once
 
+#include <mutex>
+
 #include "tools/local-service/faults.h"
-#include "tools/local-service/notes.h"
-#include "tools/local-service/request_log.h"
-#include "tools/local-service/router.h"
+#include "tools/local-service/listener.h"
+#include "tools/local-service/records.h"
 
 namespace notewick::service {
 
-/// The test's side entrance, on a listener of its own: sets faults, reads back requests and notes.
-/// Its JSON forms are in README.md. Filled into a router that must not outlive the arguments.
-void addControl(Router& router, Faults& faults, RequestLog& log, Notes& notes);
+/// The last requests, for tests to read back. Holds passwords and tokens as they were sent, so it
+/// stays in memory and is kept only with a control port. From any thread.
+class RequestLog {
+ public:
+  static constexpr std::size_t LIMIT = 10'000;
+
+  void add(const httplib::Request& request);
+
+  /// The oldest first: [{"method", "path", "headers": {name: value}, "body"}, ...]
+  [[nodiscard]] nlohmann::json requests() const;
+
+ private:
+  mutable std::mutex mutex_;
+  nlohmann::json requests_ = nlohmann::json::array();
+};
+
+/// The tests' side entrance: sets faults, reads back requests and notes (README.md).
+[[nodiscard]] Routes controlRoutes(Faults& faults, const RequestLog& log, Records& records);
 
 }  // namespace notewick::service

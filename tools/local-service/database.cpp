@@ -1,100 +1,71 @@
 #include "tools/local-service/database.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <stdexcept>
 
 namespace notewick::service {
 namespace {
 
+using nlohmann::json;
+
 void check(int result, sqlite3* database) {
   if (result == SQLITE_OK || result == SQLITE_ROW || result == SQLITE_DONE) return;
   throw std::runtime_error(std::string("database: ") + sqlite3_errmsg(database));
 }
 
-void makePrivateFile(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file >= 0) ::close(file);
+int bind(sqlite3_stmt* statement, int position, const json& value) {
+  if (value.is_null()) return sqlite3_bind_null(statement, position);
+  if (value.is_number()) return sqlite3_bind_int64(statement, position, value);
+  const auto& text = value.get_ref<const std::string&>();
+  return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_STATIC,
+                             SQLITE_UTF8);
+}
+
+json valueOf(sqlite3_stmt* statement, int column) {
+  const int type = sqlite3_column_type(statement, column);
+  if (type == SQLITE_NULL) return nullptr;
+  if (type == SQLITE_INTEGER) return sqlite3_column_int64(statement, column);
+  if (type == SQLITE_FLOAT) return sqlite3_column_double(statement, column);
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+}
+
+json rowOf(sqlite3_stmt* statement) {
+  auto row = json::object();
+  for (int column = 0; column < sqlite3_column_count(statement); ++column) {
+    row[sqlite3_column_name(statement, column)] = valueOf(statement, column);
+  }
+  return row;
 }
 
 }  // namespace
-
-void Rows::Finish::operator()(sqlite3_stmt* statement) const {
-  sqlite3_finalize(statement);
-}
-
-Rows::Rows(sqlite3* database, std::string_view sql) : database_(database) {
-  sqlite3_stmt* statement = nullptr;
-  const auto length = static_cast<int>(sql.size());
-  check(sqlite3_prepare_v2(database, sql.data(), length, &statement, nullptr), database);
-  statement_.reset(statement);
-}
-
-void Rows::bind(int position, std::string_view value) {
-  check(sqlite3_bind_text64(statement_.get(), position, value.empty() ? "" : value.data(),
-                            value.size(), SQLITE_TRANSIENT, SQLITE_UTF8),
-        database_);
-}
-
-void Rows::bind(int position, std::int64_t value) {
-  check(sqlite3_bind_int64(statement_.get(), position, value), database_);
-}
-
-void Rows::bind(int position, std::optional<std::int64_t> value) {
-  if (value) bind(position, *value);
-}
-
-bool Rows::next() {
-  const int result = sqlite3_step(statement_.get());
-  check(result, database_);
-  return result == SQLITE_ROW;
-}
-
-std::string Rows::text(int column) const {
-  const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-  const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column));
-  return bytes ? std::string(bytes, size) : std::string{};
-}
-
-std::int64_t Rows::integer(int column) const {
-  return sqlite3_column_int64(statement_.get(), column);
-}
-
-std::optional<std::int64_t> Rows::optionalInteger(int column) const {
-  if (sqlite3_column_type(statement_.get(), column) == SQLITE_NULL) return std::nullopt;
-  return integer(column);
-}
 
 void Database::Close::operator()(sqlite3* database) const {
   sqlite3_close_v2(database);
 }
 
-Database::Database(const std::string& path) {
-  if (path != ":memory:") makePrivateFile(path);
+Database::Database(const std::string& path, const std::string& schema) {
   sqlite3* handle = nullptr;
   const int result = sqlite3_open(path.c_str(), &handle);
   handle_.reset(handle);
   check(result, handle);
   check(sqlite3_busy_timeout(handle, 10'000), handle);
-  check(sqlite3_exec(handle, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr), handle);
+  check(sqlite3_exec(handle, schema.c_str(), nullptr, nullptr, nullptr), handle);
 }
 
-Transaction::Transaction(Database& database) : database_(database), lock_(database.mutex_) {
-  execute("BEGIN IMMEDIATE");
-}
-
-Transaction::~Transaction() {
-  if (!committed_) {
-    sqlite3_exec(database_.handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
-}
-
-void Transaction::commit() {
-  execute("COMMIT");
-  committed_ = true;
+json Database::run(const std::string& sql, const std::vector<json>& values) {
+  const std::lock_guard lock(mutex_);
+  sqlite3_stmt* handle = nullptr;
+  check(sqlite3_prepare_v2(handle_.get(), sql.c_str(), -1, &handle, nullptr), handle_.get());
+  const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> owner(handle, &sqlite3_finalize);
+  int position = 0;
+  for (const auto& value : values) check(bind(handle, ++position, value), handle_.get());
+  auto rows = json::array();
+  int result = SQLITE_ROW;
+  while ((result = sqlite3_step(handle)) == SQLITE_ROW) rows.push_back(rowOf(handle));
+  check(result, handle_.get());
+  return rows;
 }
 
 }  // namespace notewick::service

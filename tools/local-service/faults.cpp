@@ -1,104 +1,64 @@
 #include "tools/local-service/faults.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
-#include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace notewick::service {
-namespace {
 
 using nlohmann::json;
 
-[[noreturn]] void refuse(const std::string& field, const std::string& needed) {
-  throw std::runtime_error("\"" + field + "\" must be " + needed);
-}
+NLOHMANN_JSON_SERIALIZE_ENUM(Cut, {{Cut::None, nullptr},
+                                   {Cut::Before, "before"},
+                                   {Cut::After, "after"},
+                                   {Cut::Middle, "middle"}})
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Fault, path, times, rate, delay, status, body,
+                                                headers, cut)
 
-std::string textOf(const std::string& field, const json& value) {
-  if (!value.is_string()) refuse(field, "text");
-  return value.get<std::string>();
-}
+namespace {
 
-double numberOf(const std::string& field, const json& value, double least, double most) {
-  if (!value.is_number() || value < least || value > most) {
-    refuse(field, "a number in its range");
+/// Every field has to read back as it was given: others are unknown or of the wrong type.
+Fault faultOf(const json& form) {
+  const auto fault = form.get<Fault>();
+  const json understood = fault;
+  for (const auto& [field, value] : form.items()) {
+    if (understood.value(field, json()) != value || value.is_null()) {
+      throw Refusal(400, "\"" + field + "\" cannot be " + value.dump());
+    }
   }
-  return value.get<double>();
+  if (fault.times == 0) throw Refusal(400, "\"times\" cannot be 0");
+  return fault;
 }
 
-std::string garbage(std::size_t size) {
-  std::mt19937 source(static_cast<std::mt19937::result_type>(size));
-  std::string bytes(size, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(source() & 0xff);
-  return bytes;
+void answerAs(const Fault& fault, httplib::Response& response) {
+  response.status = fault.status == 0 ? 200 : fault.status;
+  const auto& body = fault.body;
+  const auto text = body.is_string() ? body.get<std::string>() : body.is_null() ? "" : body.dump();
+  response.set_content(text, "application/json");
+  for (const auto& [name, value] : fault.headers) response.set_header(name, value);
 }
 
-void readCut(Fault& fault, const std::string& value) {
-  if (value == "before") {
-    fault.ignoresRequest = true;
-    fault.cut = Cut::WithoutAnswer;
-  } else if (value == "after") {
-    fault.cut = Cut::WithoutAnswer;
-  } else if (value == "middle") {
-    fault.cut = Cut::MidBody;
-  } else {
-    refuse("cut", "\"before\", \"after\" or \"middle\"");
-  }
-}
-
-void readHeaders(Answer& answer, const json& value) {
-  if (!value.is_object()) refuse("headers", "an object of texts");
-  for (const auto& [name, text] : value.items()) {
-    answer.headers.emplace_back(name, textOf("headers", text));
-  }
-}
-
-Answer& replacement(Fault& fault) {
-  if (!fault.answer) fault.answer = Answer{.contentType = "application/json"};
-  return *fault.answer;
-}
-
-void readField(Fault& fault, const std::string& field, const json& value) {
-  constexpr double MANY = 1e9, A_DAY = 86'400, LONGEST_GARBAGE = 1 << 24;
-  if (field == "path") {
-    fault.path = textOf(field, value);
-  } else if (field == "times") {
-    fault.times = static_cast<std::uint64_t>(numberOf(field, value, 1, MANY));
-  } else if (field == "rate") {
-    fault.rate = numberOf(field, value, 0, 1);
-  } else if (field == "delay") {
-    const std::chrono::duration<double> delay(numberOf(field, value, 0, A_DAY));
-    fault.delay = std::chrono::round<std::chrono::milliseconds>(delay);
-  } else if (field == "cut") {
-    readCut(fault, textOf(field, value));
-  } else if (field == "status") {
-    replacement(fault).status = static_cast<int>(numberOf(field, value, 100, 999));
-  } else if (field == "body") {
-    replacement(fault).body = value.is_string() ? value.get<std::string>() : value.dump();
-  } else if (field == "garbage") {
-    const auto size = numberOf(field, value, 1, LONGEST_GARBAGE);
-    replacement(fault).body = garbage(static_cast<std::size_t>(size));
-  } else if (field == "contentType") {
-    replacement(fault).contentType = textOf(field, value);
-  } else if (field == "headers") {
-    readHeaders(replacement(fault), value);
-  } else {
-    throw std::runtime_error("\"" + field + "\" is not known");
-  }
+/// Lets the connection end before its body does: the library closes it where a body breaks off.
+void cutOff(httplib::Response& response, std::size_t sent) {
+  auto body = std::exchange(response.body, "");
+  response.headers.erase("Content-Type");
+  response.set_content_provider(
+      std::max<std::size_t>(body.size(), 1), "application/json",
+      [body = body.substr(0, sent)](std::size_t, std::size_t, httplib::DataSink& sink) {
+        sink.write(body.data(), body.size());
+        return false;
+      });
 }
 
 }  // namespace
 
-Fault faultFromJson(const json& json) {
-  if (!json.is_object()) throw std::runtime_error("a fault must be an object");
-  Fault fault;
-  for (const auto& [field, value] : json.items()) readField(fault, field, value);
-  return fault;
-}
-
-void Faults::add(Fault fault) {
+void Faults::add(const json& form) {
+  std::vector<Fault> added;
+  for (const auto& fault : form.is_array() ? form : json::array({form})) {
+    added.push_back(faultOf(fault));
+  }
   const std::lock_guard lock(mutex_);
-  faults_.push_back(std::move(fault));
+  std::ranges::move(added, std::back_inserter(faults_));
 }
 
 void Faults::clear() {
@@ -106,24 +66,38 @@ void Faults::clear() {
   faults_.clear();
 }
 
-std::optional<Fault> Faults::take(const Request& request) {
+void Faults::pass(const httplib::Request& request, httplib::Response& response,
+                  const Handler& handler) {
+  const auto fault = take(request.path);
+  if (!fault) return handler(request, response);
+  delay(fault->delay);
+  if (fault->status != 0 || !fault->body.is_null() || !fault->headers.empty()) {
+    answerAs(*fault, response);
+  } else if (fault->cut != Cut::Before) {
+    handler(request, response);
+  }
+  if (fault->cut == Cut::None) return;
+  cutOff(response, fault->cut == Cut::Middle ? response.body.size() / 2 : 0);
+}
+
+void Faults::delay(double seconds) const {
+  using namespace std::chrono;
+  constexpr duration<double> SLICE = 10ms;
+  for (duration<double> left(seconds); left > 0s && !delaysEnded_; left -= SLICE) {
+    std::this_thread::sleep_for(std::min(left, SLICE));
+  }
+}
+
+std::optional<Fault> Faults::take(const std::string& path) {
   const std::lock_guard lock(mutex_);
   const auto hit = std::ranges::find_if(faults_, [&](const Fault& fault) {
-    if (!fault.path.empty() && fault.path != request.path) return false;
+    if (!fault.path.empty() && fault.path != path) return false;
     return fault.rate >= 1 || std::uniform_real_distribution{}(dice_) < fault.rate;
   });
   if (hit == faults_.end()) return std::nullopt;
   auto fault = *hit;
-  if (hit->times && --*hit->times == 0) faults_.erase(hit);
+  if (--hit->times == 0) faults_.erase(hit);
   return fault;
-}
-
-Answer suffer(const Fault& fault, const Request& request, const Handler& next, const Pause& pause) {
-  pause.wait(fault.delay);
-  Answer answer;
-  if (!fault.ignoresRequest) answer = fault.answer ? *fault.answer : next(request);
-  answer.cut = fault.cut;
-  return answer;
 }
 
 }  // namespace notewick::service

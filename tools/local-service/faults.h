@@ -1,52 +1,59 @@
 #pragma once
 
-#include <chrono>
+#include <atomic>
+#include <cstdint>
+#include <limits>
+#include <map>
 #include <mutex>
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "tools/local-service/http.h"
-#include "tools/local-service/pause.h"
+#include "tools/local-service/listener.h"
 
 namespace notewick::service {
 
-/// What goes wrong with the requests to a path.
-struct Fault {
-  std::string path = {};                    // empty: every path
-  std::optional<std::uint64_t> times = {};  // how many requests are left; none: until cleared
-  double rate = 1;                          // the part of the requests that it hits
-  std::chrono::milliseconds delay{0};       // before anything else happens
-  bool ignoresRequest = false;              // the service never sees it, and nothing answers
-  std::optional<Answer> answer =
-      {};               // given in place of the service's own, which then does nothing
-  Cut cut = Cut::None;  // of the answer, the service's own or the one given
-};
+/// When the connection is closed on a request.
+enum class Cut { None, Before, After, Middle };
 
-/// Reads one fault's JSON form (README.md); throws std::runtime_error naming the field that is
-/// wrong or unknown.
-[[nodiscard]] Fault faultFromJson(const nlohmann::json& json);
+/// What goes wrong with requests; the fields of its JSON form (README.md).
+struct Fault {
+  std::string path = {};  // empty: every path
+  std::uint32_t times = std::numeric_limits<std::uint32_t>::max();
+  double rate = 1;
+  double delay = 0;  // seconds
+  int status = 0;    // 0: the service's own
+  nlohmann::json body = {};
+  std::map<std::string, std::string> headers = {};
+  Cut cut = Cut::None;
+};
 
 /// The faults on command. From any thread.
 class Faults {
  public:
-  void add(Fault fault);
+  /// Adds one fault, or a list of them, in their JSON form. Throws a Refusal for a field that is
+  /// wrong or unknown, and then adds none.
+  void add(const nlohmann::json& form);
   void clear();
 
-  /// The fault that this request meets: of those for its path the first that is not used up and
-  /// that the dice choose. The dice fall the same way in every run.
-  [[nodiscard]] std::optional<Fault> take(const Request& request);
+  /// Answers the request as the handler does, or as the fault wants that it meets: of those for its
+  /// path the first that is not used up and that the dice choose. The dice fall the same way in
+  /// every run.
+  void pass(const httplib::Request& request, httplib::Response& response, const Handler& handler);
+
+  /// Ends all delays, those to come too.
+  void endDelays() { delaysEnded_ = true; }
 
  private:
+  std::optional<Fault> take(const std::string& path);
+  void delay(double seconds) const;
+
   std::mutex mutex_;
   std::vector<Fault> faults_;
   std::mt19937 dice_;
+  std::atomic<bool> delaysEnded_ = false;
 };
-
-/// Lets the fault happen to a request that next would answer.
-[[nodiscard]] Answer suffer(const Fault& fault, const Request& request, const Handler& next,
-                            const Pause& pause);
 
 }  // namespace notewick::service

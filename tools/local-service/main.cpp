@@ -1,17 +1,64 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 
-#include "tools/local-service/options.h"
+#include "assets.h"
 #include "tools/local-service/service.h"
 
 namespace {
 
 using namespace notewick::service;
+
+struct Options {
+  ServiceSettings settings;
+  std::string account;           // empty: none is made or changed
+  std::string participantsFile;  // empty: none are given
+  std::string portFile;
+};
+
+void addOptions(CLI::App& parser, Options& options) {
+  auto& settings = options.settings;
+  const CLI::Range ports(0, 65535);
+  auto* const transport = parser.add_option_group("transport")->require_option(1);
+  transport->add_option("--tls-dir", settings.tlsFolder,
+                        "Serve HTTPS; make ca.pem, server.pem and server.key there if needed");
+  transport->add_flag("--plain")->description("Serve HTTP");
+  parser.add_option("--port", settings.port, "The port; 0 takes a free one")->check(ports);
+  parser.add_option("--control-port", settings.controlPort, "Open the control channel for tests")
+      ->check(ports);
+  parser.add_option("--port-file", options.portFile,
+                    "Write the port there once listening, and the control port below it");
+  parser.add_option("--database", settings.database,
+                    "Keep everything in this file; without it, in memory");
+  auto* const account = parser.add_option(
+      "--account", options.account,
+      "Make this account, or give it a new password: the value of LOCAL_SERVICE_PASSWORD");
+  parser
+      .add_option("--participants", options.participantsFile,
+                  R"(The account's participants: [{"id", "first_name", "last_name"}, ...])")
+      ->check(CLI::ExistingFile)
+      ->needs(account);
+}
+
+/// An account without participants gets those of the demonstration.
+void applyAccount(const Options& options, Records& records) {
+  if (options.account.empty()) return;
+  const auto* const password = std::getenv("LOCAL_SERVICE_PASSWORD");
+  if (!password) throw CLI::RequiredError("LOCAL_SERVICE_PASSWORD");
+  const auto account = records.saveAccount(options.account, password);
+  if (!options.participantsFile.empty()) {
+    std::ifstream stream(options.participantsFile);
+    records.saveParticipants(account, nlohmann::json::parse(stream));
+  } else if (records.participants(account).empty()) {
+    records.saveParticipants(account, nlohmann::json::parse(assets::PARTICIPANTS));
+  }
+}
 
 /// Held back from every thread, so that only the wait below takes them.
 sigset_t holdBackEndingSignals() {
@@ -24,13 +71,13 @@ sigset_t holdBackEndingSignals() {
 }
 
 /// In one piece: who sees the file sees both lines.
-void writePorts(const LocalService& service, const std::filesystem::path& file) {
-  const auto unfinished = std::filesystem::path(file).concat(".new");
+void writePorts(const LocalService& service, const std::string& file) {
+  const auto unfinished = file + ".new";
   std::ofstream stream(unfinished);
   stream << service.port() << '\n';
   if (const auto control = service.controlPort()) stream << *control << '\n';
   stream.close();
-  if (!stream) throw std::runtime_error(file.string() + " cannot be written");
+  if (!stream) throw std::runtime_error(file + " cannot be written");
   std::filesystem::rename(unfinished, file);
 }
 
@@ -42,31 +89,38 @@ void announce(const LocalService& service) {
   std::cout.flush();
 }
 
-int serve(const Options& options) {
+/// Browsers keep connections in reserve on which they may not speak for long.
+void giveUpAfterASecond() {
+  std::signal(SIGALRM, [](int) { std::_Exit(0); });
+  alarm(1);
+}
+
+void serve(const Options& options) {
   const auto signals = holdBackEndingSignals();
-  umask(S_IRWXG | S_IRWXO);
+  umask(S_IRWXG | S_IRWXO);  // keys, tokens and notes are the user's own
   LocalService service(options.settings);
-  applyAccounts(options.accounts, service.accounts());
-  if (options.portFile) writePorts(service, *options.portFile);
+  applyAccount(options, service.records());
+  if (!options.portFile.empty()) writePorts(service, options.portFile);
   announce(service);
   int received = 0;
   sigwait(&signals, &received);
-  return 0;
+  giveUpAfterASecond();
 }
 
 }  // namespace
 
-int main(int count, char** arguments) try {
-  const auto options = readOptions({arguments + 1, arguments + count}, std::getenv);
-  if (options.help) {
-    std::cout << USAGE;
+int main(int count, char** arguments) {
+  CLI::App parser("A small VELK service for development, demonstration and tests", "local-service");
+  Options options;
+  addOptions(parser, options);
+  try {
+    parser.parse(count, arguments);
+    serve(options);
     return 0;
+  } catch (const CLI::ParseError& end) {
+    return parser.exit(end) == 0 ? 0 : 2;
+  } catch (const std::exception& failure) {
+    std::cerr << "local-service: " << failure.what() << '\n';
+    return 1;
   }
-  return serve(options);
-} catch (const UsageError& wrong) {
-  std::cerr << "local-service: " << wrong.what() << "\n\n" << USAGE;
-  return 2;
-} catch (const std::exception& failure) {
-  std::cerr << "local-service: " << failure.what() << '\n';
-  return 1;
 }

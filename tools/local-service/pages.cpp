@@ -1,93 +1,132 @@
-#include "tools/local-service/pages.h"
+#include <ctime>
+#include <map>
+#include <regex>
 
-#include <utility>
-
-#include "tools/local-service/html.h"
+#include "assets.h"
+#include "tools/local-service/endpoints.h"
 
 namespace notewick::service {
 namespace {
 
-constexpr std::string_view COOKIE = "notewick_session";
+using httplib::Request;
+using httplib::Response;
+using nlohmann::json;
+using Values = std::map<std::string, std::string>;
 
-Answer loginPage(int status, std::string_view email, std::string_view wrong) {
-  std::string content =
-      "<form class=\"sign-in\" method=\"post\" action=\"/login\">\n<h1>Sign in</h1>\n";
-  if (!wrong.empty()) content += "<p class=\"wrong\" role=\"alert\">" + escaped(wrong) + "</p>\n";
-  content +=
-      "<label>E-mail\n<input type=\"email\" name=\"email\" autocomplete=\"username\" required" +
-      std::string(email.empty() ? " autofocus" : "") + " value=\"" + escaped(email) +
-      "\"></label>\n"
-      "<label>Password\n<input type=\"password\" name=\"password\" "
-      "autocomplete=\"current-password\" required" +
-      std::string(email.empty() ? "" : " autofocus") +
-      "></label>\n<button>Sign in</button>\n</form>\n";
-  return htmlPage(status, "Sign in", content);
+const std::string COOKIE = "notewick_session=";
+
+/// Everything escaped that HTML could read as markup, in content and in quoted attributes.
+std::string escaped(const std::string& text) {
+  static const std::map<char, std::string> entities = {
+      {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}};
+  std::string html;
+  for (const char letter : text) {
+    const auto entity = entities.find(letter);
+    html += entity == entities.end() ? std::string(1, letter) : entity->second;
+  }
+  return html;
 }
 
-std::string article(const Note& note) {
-  const auto& person = note.participant;
-  return "<article>\n<h2>" + escaped(person.firstName + " " + person.lastName) +
-         "</h2>\n<p class=\"facts\"><time datetime=\"" + escaped(note.sessionDate) + "\">" +
-         escaped(readableDate(note.sessionDate)) + "</time> · " + std::to_string(note.minutes) +
-         " min</p>\n<p class=\"note\">" + escaped(note.input) +
-         "</p>\n<p class=\"captured\">Captured " + escaped(readableTime(note.capturedAt)) +
-         "</p>\n</article>\n";
+/// The form with the values in their places: escaped for {{name}}, as they are for {{{name}}}.
+std::string filled(const std::string& form, const Values& values) {
+  static const std::regex place("\\{\\{(\\{?)(\\w+)\\}?\\}\\}");
+  std::string text;
+  auto rest = form.begin();
+  for (std::sregex_iterator found(form.begin(), form.end(), place), end; found != end; ++found) {
+    const auto& value = values.at((*found)[2]);
+    text.append(rest, (*found)[0].first).append((*found)[1].length() ? value : escaped(value));
+    rest = (*found)[0].second;
+  }
+  return text.append(rest, form.end());
 }
+
+std::string written(const std::tm& time, const char* form) {
+  char text[64];
+  return {text, std::strftime(text, sizeof text, form, &time)};
+}
+
+/// "2026-03-05" as "5 March 2026".
+std::string readableDate(const std::string& date) {
+  std::tm day{};
+  strptime(date.c_str(), "%Y-%m-%d", &day);
+  return written(day, "%-d %B %Y");
+}
+
+/// Seconds since 1970 in the machine's time zone, as "5 March 2026, 14:07".
+std::string readableTime(double time) {
+  const auto seconds = static_cast<std::time_t>(time);
+  std::tm local{};
+  localtime_r(&seconds, &local);
+  return written(local, "%-d %B %Y, %H:%M");
+}
+
+void answerPage(Response& response, const std::string& title, const std::string& content) {
+  response.set_header("Cache-Control", "no-store");
+  response.set_header("Content-Security-Policy",
+                      "default-src 'none'; style-src 'unsafe-inline'; form-action 'self'; "
+                      "frame-ancestors 'none'; base-uri 'none'");
+  const Values values = {{"title", title}, {"style", assets::STYLE}, {"content", content}};
+  response.set_content(filled(assets::PAGE, values), "text/html; charset=utf-8");
+}
+
+std::string article(const json& note) {
+  return filled(assets::NOTE, {{"participantName", note.at("participantName")},
+                               {"sessionDate", note.at("sessionDate")},
+                               {"date", readableDate(note.at("sessionDate"))},
+                               {"minutes", note.at("durationMinutes").dump()},
+                               {"input", note.at("input")},
+                               {"captured", readableTime(note.at("capturedAt"))}});
+}
+
+/// The access token in the browser's cookie, empty without one.
+std::string tokenOf(const Request& request) {
+  static const std::regex place("(?:^|; ?)" + COOKIE + "([^;]*)");
+  const auto cookies = request.get_header_value("Cookie");
+  std::smatch found;
+  return std::regex_search(cookies, found, place) ? found[1].str() : "";
+}
+
+struct Pages {
+  void showForm(const Request&, Response& response) const {
+    answerPage(response, "Sign in", filled(assets::SIGN_IN, {{"wrong", ""}, {"email", ""}}));
+  }
+
+  void logIn(const Request& request, Response& response) const {
+    const auto email = request.get_param_value("email");
+    if (const auto account = records.signIn(email, request.get_param_value("password"))) {
+      const std::string token = records.openSession(*account).at("accessToken");
+      response.set_header("Set-Cookie", COOKIE + token + "; Path=/; HttpOnly; SameSite=Lax" +
+                                            (secure ? "; Secure" : ""));
+      return response.set_redirect("/case-notes", 303);
+    }
+    const Values values = {{"wrong", "Invalid email or password"}, {"email", email}};
+    answerPage(response, "Sign in", filled(assets::SIGN_IN, values));
+    response.status = 401;
+  }
+
+  void showNotes(const Request& request, Response& response) const {
+    const auto account = records.accountOf(tokenOf(request));
+    if (!account) return response.set_redirect("/login", 303);
+    const auto notes = records.newestNotes(*account);
+    std::string articles = notes.empty() ? "<p class=\"empty\">No notes yet.</p>\n" : "";
+    for (const auto& note : notes) articles += article(note);
+    const Values values = {{"email", records.email(*account)}, {"notes", articles}};
+    answerPage(response, "Case notes", filled(assets::NOTES, values));
+  }
+
+  Records& records;
+  bool secure;
+};
 
 }  // namespace
 
-Pages::Pages(Accounts& accounts, Notes& notes, Tokens& tokens, bool secure)
-    : accounts_(accounts), notes_(notes), tokens_(tokens), secure_(secure) {}
-
-void Pages::addTo(Router& router) {
-  router.add("GET", "/", [](const Request&) { return seeOther("/case-notes"); });
-  router.add("GET", "/login", [this](const Request& request) { return showLogin(request); });
-  router.add("POST", "/login", [this](const Request& request) { return logIn(request); });
-  router.add("POST", "/logout", [this](const Request& request) { return logOut(request); });
-  router.add("GET", "/case-notes", [this](const Request& request) { return showNotes(request); });
-}
-
-Answer Pages::showLogin(const Request& request) {
-  return visitor(request) ? seeOther("/case-notes") : loginPage(200, "", "");
-}
-
-Answer Pages::logIn(const Request& request) {
-  const auto email = request.formField("email").value_or("");
-  const auto account = accounts_.signIn(email, request.formField("password").value_or(""));
-  if (!account) return loginPage(401, email, "Invalid email or password");
-  auto answer = seeOther("/case-notes");
-  answer.headers.push_back(cookie(tokens_.openPage(*account)));
-  return answer;
-}
-
-Answer Pages::logOut(const Request& request) {
-  tokens_.closePage(request.cookie(COOKIE).value_or(""));
-  auto answer = seeOther("/login");
-  auto [name, value] = cookie("");
-  answer.headers.emplace_back(name, value + "; Max-Age=0");
-  return answer;
-}
-
-Answer Pages::showNotes(const Request& request) {
-  const auto account = visitor(request);
-  if (!account) return seeOther("/login");
-  std::string content = "<header>\n<h1>Case notes</h1>\n<p>" + escaped(accounts_.email(*account)) +
-                        "</p>\n<form method=\"post\" action=\"/logout\"><button>Sign "
-                        "out</button></form>\n</header>\n";
-  const auto notes = notes_.newestFirst(*account);
-  for (const auto& note : notes) content += article(note);
-  if (notes.empty()) content += "<p class=\"empty\">No notes yet.</p>\n";
-  return htmlPage(200, "Case notes", content);
-}
-
-std::optional<AccountId> Pages::visitor(const Request& request) {
-  const auto token = request.cookie(COOKIE);
-  return token ? tokens_.pageAccount(*token) : std::nullopt;
-}
-
-std::pair<std::string, std::string> Pages::cookie(std::string_view value) const {
-  return {"Set-Cookie", std::string(COOKIE) + "=" + std::string(value) +
-                            "; Path=/; HttpOnly; SameSite=Lax" + (secure_ ? "; Secure" : "")};
+Routes pageRoutes(Records& records, bool secure) {
+  const auto page = [pages = Pages{records, secure}](auto operation) {
+    return std::bind_front(operation, pages);
+  };
+  return {{"GET", "/login", page(&Pages::showForm)},
+          {"POST", "/login", page(&Pages::logIn)},
+          {"GET", "/case-notes", page(&Pages::showNotes)}};
 }
 
 }  // namespace notewick::service

@@ -1,37 +1,29 @@
 #include "tools/local-service/service.h"
 
-namespace notewick::service {
-namespace {
+#include <utility>
 
-std::optional<CertificateFiles> certificatesFor(const ServiceSettings& settings) {
-  if (!settings.tlsFolder) return std::nullopt;
-  return ensureCertificates(*settings.tlsFolder);
+#include "tools/local-service/endpoints.h"
+
+namespace notewick::service {
+Time systemTime() {
+  return std::chrono::time_point_cast<std::chrono::milliseconds>(std::chrono::system_clock::now());
 }
 
-}  // namespace
-
-LocalService::LocalService(const ServiceSettings& settings, Clock clock)
-    : settings_(settings),
-      tls_(certificatesFor(settings)),
-      database_(settings.database),
-      accounts_(database_),
-      notes_(database_),
-      tokens_(database_, clock, settings.accessLifetime),
-      api_(accounts_, notes_, tokens_, clock),
-      pages_(accounts_, notes_, tokens_, settings.tlsFolder.has_value()) {
-  api_.addTo(router_);
-  pages_.addTo(router_);
-  addControl(controlRouter_, faults_, log_, notes_);
-  listener_.emplace(ListenerSettings{settings.host, settings.port, tls_},
-                    [this](const Request& request) { return answer(request); });
+LocalService::LocalService(const ServiceSettings& settings, const Clock& clock)
+    : records_(settings.database, clock) {
+  if (settings.tlsFolder) tls_ = ensureCertificates(*settings.tlsFolder);
   if (settings.controlPort) {
-    control_.emplace(ListenerSettings{settings.host, *settings.controlPort, std::nullopt},
-                     [this](const Request& request) { return controlRouter_.answer(request); });
+    control_.emplace(*settings.controlPort, std::nullopt,
+                     std::vector<Routes>{controlRoutes(faults_, log_, records_)});
   }
+  listener_.emplace(
+      settings.port, tls_,
+      std::vector<Routes>{apiRoutes(records_), pageRoutes(records_, tls_.has_value())},
+      [this](Handler handler) { return watched(std::move(handler)); });
 }
 
 LocalService::~LocalService() {
-  stop();
+  faults_.endDelays();
 }
 
 std::string LocalService::origin() const {
@@ -42,21 +34,12 @@ std::optional<int> LocalService::controlPort() const {
   return control_ ? std::optional(control_->port()) : std::nullopt;
 }
 
-std::optional<std::filesystem::path> LocalService::authorityFile() const {
-  return tls_ ? std::optional(tls_->authority) : std::nullopt;
-}
-
-void LocalService::stop() {
-  pause_.end();
-  listener_->stop();
-  if (control_) control_->stop();
-}
-
-Answer LocalService::answer(const Request& request) {
-  if (settings_.logsRequests || settings_.controlPort) log_.add(request);
-  const Handler serve = [this](const Request& served) { return router_.answer(served); };
-  const auto fault = faults_.take(request);
-  return fault ? suffer(*fault, request, serve, pause_) : serve(request);
+Handler LocalService::watched(Handler handler) {
+  return [this, handler = std::move(handler)](const httplib::Request& request,
+                                              httplib::Response& response) {
+    if (control_) log_.add(request);
+    faults_.pass(request, response, handler);
+  };
 }
 
 }  // namespace notewick::service
