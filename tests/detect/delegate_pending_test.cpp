@@ -29,9 +29,9 @@ class PromotionTest : public WorldTest {
 
   /// The participants of the pendings in the file.
   [[nodiscard]] std::vector<std::string> stored() const {
+    const auto pendings = decodeRecords<Pending>(text("pending.json")).value();
     std::vector<std::string> names;
-    for (const auto& pending : decodeRecords<Pending>(text("pending.json")).value())
-      names.push_back(pending.participant);
+    for (const auto& pending : pendings) names.push_back(pending.participant);
     return names;
   }
 };
