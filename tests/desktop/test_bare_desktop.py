@@ -7,7 +7,6 @@ import unittest
 import desk
 from desk import screen, tray
 from desk.local_service import PASSWORD
-from desk.notewick import NO_WORK, SIGNED_OUT, menu
 from desk.story import Story
 
 COMPLAINT = (
@@ -44,14 +43,15 @@ class ABareDesktop(Story):
             self.assertNotIn(secret, program.output)
         self.assertEqual(self.home.words_like_tokens(), [])
 
-    def test_gets_the_item_when_a_tray_comes_and_whenever_one_comes_back(self):
+    def test_is_in_the_tray_whenever_one_comes(self):
         program = self.start()
-        self.assertTrue(program.sign_in_panel.window)
+        program.sign_in_panel.window.close()
+        self.assertFalse(tray.shows(program))
         for _ in range(2):
             host = tray.start_host()
-            program.wait_for_menu(menu(SIGNED_OUT, NO_WORK, signed_in=False))
+            desk.wait_until(lambda: tray.shows(program), what="the icon in the tray")
             host.close()
-            desk.wait_until(lambda: not tray.has_host(), what="the end of the host")
+            desk.wait_until(lambda: not tray.has_host() and not tray.shows(program), what="the end of the tray")
         self.assertEqual(program.output, "")
 
 

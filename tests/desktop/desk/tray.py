@@ -103,10 +103,13 @@ def start_host():
     return host
 
 
+def _output_of(command):
+    return subprocess.run(command, capture_output=True, text=True, timeout=LIMIT, check=False).stdout
+
+
 def _host_windows():
     """What xfce4-panel shows of its tray: the icons, then a menu that is open."""
-    command = ["xdotool", "search", "--onlyvisible", "--class", "wrapper-2.0"]
-    numbers = subprocess.run(command, capture_output=True, text=True, timeout=10, check=False).stdout.split()
+    numbers = _output_of(["xdotool", "search", "--onlyvisible", "--class", "wrapper-2.0"]).split()
     return [geometry for number in numbers if (geometry := Window(number).geometry)]
 
 
@@ -125,6 +128,16 @@ def everything():
     watcher = _bus().get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
     names = watcher.Get(_WATCHER, "RegisteredStatusNotifierItems", dbus_interface=_PROPERTIES, timeout=5)
     return [Item(str(name)) for name in names]
+
+
+def shows(program):
+    """Whether an icon of this program is in the tray; the program has no other window then.
+
+    A host may begin to take icons that draw themselves before it takes items, and a program stays with the kind
+    that it has chosen.
+    """
+    drawn_by_itself = ["xdotool", "search", "--onlyvisible", "--pid", str(program.pid)]
+    return any(i.pid == program.pid for i in everything()) or bool(_output_of(drawn_by_itself))
 
 
 def item(program, timeout=LIMIT):
