@@ -10,7 +10,7 @@
 
 #include "platform/linux/session/single_instance.h"
 #include "platform/linux/session/termination_signals.h"
-#include "platform/linux/titles/own_application.h"
+#include "platform/linux/titles/application_names.h"
 
 namespace notewick {
 namespace {

@@ -1,10 +1,13 @@
 #include "platform/linux/clock.h"
 
+#include <sys/stat.h>
+
+#include <QByteArray>
 #include <algorithm>
 #include <cmath>
 #include <ctime>
-
-#include "platform/linux/time_zone_file.h"
+#include <string>
+#include <tuple>
 
 namespace notewick {
 namespace {
@@ -15,6 +18,40 @@ constexpr double referenceDate = 978'307'200;
 // The first and the last second of the years 1 and 9999 that every time zone shows inside them.
 constexpr double firstSecond = -62'135'510'400;
 constexpr double lastSecond = 253'402'214'399;
+
+// What tells a changed file: a new file under the name, or other contents in the same.
+using FileStamp = std::tuple<std::string, dev_t, ino_t, off_t, std::time_t, long>;
+
+std::string zoneFilePath(std::string zone) {
+  if (zone.starts_with(':')) zone.erase(0, 1);
+  return zone.starts_with('/') ? zone : "/usr/share/zoneinfo/" + zone;
+}
+
+FileStamp stampOf(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) return {path, 0, 0, 0, 0, 0};
+  return {path,           status.st_dev,         status.st_ino,
+          status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+// The C library reads a zone only when the text of TZ differs from the last one it saw.
+void forgetZone(const QByteArray& zone) {
+  qputenv("TZ", "UTC0");
+  tzset();
+  qputenv("TZ", zone);
+}
+
+/// Makes the C library read the time zone file that TZ names again if it changed since the last
+/// call; without TZ the library sees to that itself.
+void rereadChangedTimeZoneFile() {
+  static FileStamp lastStamp;
+  const QByteArray zone = qgetenv("TZ");
+  if (zone.isEmpty()) return;
+  FileStamp stamp = stampOf(zoneFilePath(zone.toStdString()));
+  if (stamp == lastStamp) return;
+  lastStamp = std::move(stamp);
+  forgetZone(zone);
+}
 
 }  // namespace
 

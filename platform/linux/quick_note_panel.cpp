@@ -7,8 +7,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "platform/linux/controls/announcing_label.h"
 #include "platform/linux/controls/chooser.h"
+#include "platform/linux/controls/labels.h"
 #include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/segmented_control.h"
 #include "platform/linux/panels/caught_list.h"

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/linux/secrets/secret_service_wait.h"
 #include "platform/linux/secrets/secret_service_watch.h"
 #include "platform/linux/secrets/secret_unlock.h"
 

@@ -4,8 +4,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "platform/linux/controls/announcing_label.h"
 #include "platform/linux/controls/entry_field.h"
+#include "platform/linux/controls/labels.h"
 #include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/spinner.h"
 #include "platform/linux/panels/panel_placement.h"

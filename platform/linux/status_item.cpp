@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "platform/linux/controls/panel_look.h"
-#include "platform/linux/tray/exported_menu.h"
+#include "platform/linux/tray/menu_renderer.h"
 #include "platform/linux/tray/status_symbol.h"
 
 namespace notewick {

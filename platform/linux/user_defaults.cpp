@@ -2,17 +2,55 @@
 
 #include <QFileInfo>
 #include <QLockFile>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStringList>
 #include <chrono>
 
-#include "platform/linux/plain_setting.h"
 #include "platform/linux/workspace.h"
 
 namespace notewick {
 namespace {
 
 using namespace std::chrono_literals;
+
+bool beginsGeneralSection(const QByteArray& line) {
+  const auto name = line.mid(1, line.indexOf(']') - 1).trimmed();
+  return name.compare("General", Qt::CaseInsensitive) == 0;
+}
+
+/// What stands behind the equals sign; absent when the line sets another key or none.
+std::optional<QByteArray> valueIn(const QByteArray& line, const QByteArray& key) {
+  const auto end = line.indexOf('=');
+  if (end < 0 || line.left(end).trimmed() != key) return std::nullopt;
+  return line.mid(end + 1).trimmed();
+}
+
+std::optional<QByteArray> lastValue(const QByteArray& file, const QByteArray& key) {
+  std::optional<QByteArray> last;
+  bool inGeneral = true;
+  for (const QByteArray& each : file.split('\n')) {
+    const QByteArray line = each.trimmed();
+    if (line.startsWith('[')) inGeneral = beginsGeneralSection(line);
+    if (!inGeneral) continue;
+    if (auto value = valueIn(line, key)) last = std::move(value);
+  }
+  return last;
+}
+
+/// Whether the text means something else than what stands there: it is quoted, holds one of the
+/// escapes that QSettings writes, or is one of its values that are no plain texts.
+bool isEncoded(const QString& text) {
+  static const QRegularExpression encoded(
+      QStringLiteral(R"(^"|^@@|^@String\(|\\[abfnrtv"'?\\x0-7])"));
+  return encoded.match(text).hasMatch();
+}
+
+QString withoutComment(const QString& text) {
+  static const QRegularExpression comment(QStringLiteral(R"((^|[ \t]);)"));
+  const auto start = text.indexOf(comment);
+  return start < 0 ? text : text.left(start).trimmed();
+}
 
 constexpr qint64 largestFile = 1024 * 1024;
 /// A program that writes settings holds their lock for some milliseconds.
@@ -22,13 +60,13 @@ QString settingsFile() {
   return QString::fromStdString(DesktopWorkspace().configurationFolder() + "/VELK/Notewick.ini");
 }
 
-// The toolkit would wait for the other end of a pipe, and read a file of any size.
+// Qt would wait for the other end of a pipe, and read a file of any size.
 bool isUsable(const QString& path) {
   const QFileInfo file(path);
   return !file.exists() || (file.isFile() && file.size() <= largestFile);
 }
 
-// The toolkit would wait for ever for a lock that a program of another machine left behind.
+// Qt would wait for ever for a lock that a program of another machine left behind.
 void removeDeadLock(const QString& path) {
   const QString name = path + ".lock";
   QLockFile lock(name);
@@ -53,7 +91,7 @@ class OpenSettings : public QSettings {
     return value(name).toStringList().join(',');
   }
 
-  // The file names the user, and the toolkit would let everyone read it.
+  // The file names the user, and Qt would let everyone read it.
   void write(const std::string& key, const QString& text) {
     setValue(QString::fromStdString(key), text);
     sync();
@@ -103,6 +141,14 @@ void SettingsUserDefaults::setBoolean(const std::string& key, bool value) {
 
 void SettingsUserDefaults::remove(const std::string& key) {
   change([&](auto& settings) { settings.remove(QString::fromStdString(key)); });
+}
+
+std::optional<QString> plainSetting(const QByteArray& file, const QByteArray& key) {
+  const auto value = lastValue(file, key);
+  if (!value) return std::nullopt;
+  const auto text = QString::fromUtf8(*value);
+  if (isEncoded(text)) return std::nullopt;
+  return withoutComment(text);
 }
 
 }  // namespace notewick

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/linux/titles/own_application.h"
+#include "platform/linux/titles/application_names.h"
 
 namespace notewick {
 namespace {

@@ -6,7 +6,7 @@
 #include <QTextDocument>
 #include <QWheelEvent>
 
-#include "platform/linux/controls/return_key.h"
+#include "platform/linux/controls/panel_button.h"
 
 namespace notewick {
 namespace {

@@ -1,7 +1,6 @@
 #include "platform/linux/controls/panel_button.h"
 
 #include "platform/linux/controls/panel_look.h"
-#include "platform/linux/controls/return_key.h"
 
 namespace notewick {
 

@@ -1,9 +1,15 @@
 #pragma once
 
+#include <QKeyEvent>
 #include <QPushButton>
 #include <string>
 
 namespace notewick {
+
+/// Whether it is the Return key, or Enter on the number pad.
+[[nodiscard]] inline bool isReturn(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
 
 /// A push button of the panels, with room around its title. A click leaves the keyboard in the
 /// field where the user types. A key that is held down presses it once: the next press could be for

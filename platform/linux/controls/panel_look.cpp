@@ -1,7 +1,6 @@
 #include "platform/linux/controls/panel_look.h"
 
 #include <QApplication>
-#include <QEvent>
 #include <QFontInfo>
 #include <algorithm>
 #include <cmath>
@@ -14,7 +13,6 @@ constexpr double PURE_CONTRAST = 20.0;
 constexpr double SECONDARY_CONTRAST = 7.0;
 constexpr double TEXT_CONTRAST = 4.5;
 constexpr double OUTLINE_CONTRAST = 3.0;
-constexpr QChar WORD_JOINER(0x2060);
 const QColor RED(0xff, 0x3b, 0x30);
 
 double pointScale() {
@@ -104,45 +102,6 @@ QString fromUtf8(const std::string& utf8) {
 
 QString buttonText(const std::string& utf8) {
   return fromUtf8(utf8).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-Label::Label(const std::string& content, double size, Tint tint, QFont::Weight weight)
-    : QLabel(fromUtf8(content)), tint_(tint) {
-  setTextFormat(Qt::PlainText);
-  setFont(panelFont(size, weight));
-  colour();
-}
-
-void Label::wrapAt(double width) {
-  setWordWrap(true);
-  setFixedWidth(points(width));
-  fitHeight();
-}
-
-void Label::display(const std::string& content) {
-  if (!wordWrap()) return setText(fromUtf8(content));
-  setText(fromUtf8(content).replace(QLatin1String("://"), QString("://") + WORD_JOINER));
-  fitHeight();
-}
-
-void Label::fitHeight() {
-  setMinimumHeight(0);
-  setMaximumHeight(QWIDGETSIZE_MAX);
-  setFixedHeight(std::max(0, heightForWidth(maximumWidth())));
-}
-
-void Label::changeEvent(QEvent* event) {
-  QLabel::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ParentChange) colour();
-}
-
-void Label::colour() {
-  QPalette own = palette();
-  const QColor wanted = tinted(window()->palette(), tint_);
-  if (own.color(QPalette::WindowText) == wanted) return;
-  own = QPalette();
-  own.setColor(QPalette::WindowText, wanted);
-  setPalette(own);
 }
 
 }  // namespace notewick

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QFont>
-#include <QLabel>
 #include <QPalette>
 #include <string>
 
@@ -39,25 +38,5 @@ enum class Tint { primary, secondary, tertiary, error };
 
 /// The text of a button that shows `utf8` to the letter.
 [[nodiscard]] QString buttonText(const std::string& utf8);
-
-/// A label of plain text that follows the palette of its window.
-class Label : public QLabel {
- public:
-  Label(const std::string& content, double size, Tint tint, QFont::Weight weight = QFont::Normal);
-
-  /// Wraps the text at this width, in points, and takes the height that it needs. No line ends
-  /// between the scheme of an address and its host.
-  void wrapAt(double width);
-  void display(const std::string& content);
-
- protected:
-  void changeEvent(QEvent* event) override;
-
- private:
-  void fitHeight();
-  void colour();
-
-  Tint tint_;
-};
 
 }  // namespace notewick

@@ -6,8 +6,8 @@
 #include <QPainterPath>
 
 #include "platform/linux/controls/accessible_role.h"
+#include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/panel_look.h"
-#include "platform/linux/controls/return_key.h"
 
 namespace notewick {
 namespace {

@@ -4,7 +4,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 
-#include "platform/linux/controls/elided_label.h"
+#include "platform/linux/controls/labels.h"
 #include "platform/linux/controls/panel_button.h"
 
 namespace notewick {

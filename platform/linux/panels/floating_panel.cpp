@@ -12,8 +12,8 @@
 #include <QWindow>
 
 #include "platform/linux/controls/accessible_role.h"
+#include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/panel_look.h"
-#include "platform/linux/controls/return_key.h"
 #include "platform/linux/panels/panel_placement.h"
 #include "platform/linux/panels/window_hints.h"
 

@@ -6,8 +6,8 @@
 #include <QPainter>
 
 #include "platform/linux/controls/entry_field.h"
+#include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/panel_look.h"
-#include "platform/linux/controls/return_key.h"
 #include "platform/linux/panels/floating_panel.h"
 
 namespace notewick {

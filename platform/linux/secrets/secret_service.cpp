@@ -7,30 +7,16 @@
 #include <thread>
 #include <utility>
 
-#include "platform/linux/secrets/secret_on_bus.h"
-
 namespace notewick {
 namespace {
 
 using namespace secretService;
-
-constexpr const char* busName = "org.freedesktop.DBus";
-constexpr const char* busPath = "/org/freedesktop/DBus";
 
 SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int patience) {
   const QDBusMessage reply =
       QDBusConnection::sessionBus().call(message, QDBus::Block, std::max(patience, 1));
   if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments();
   return tl::unexpected(failureOf(QDBusError(reply)));
-}
-
-SecretAttributes attributesOf(const SecretKey& key) {
-  return {{"service", QString::fromStdString(key.service)},
-          {"account", QString::fromStdString(key.account)}};
-}
-
-QVariant variantOf(const SecretAttributes& attributes) {
-  return QVariant::fromValue(attributes);
 }
 
 QVariant plainSecret(const QDBusObjectPath& session, const QByteArray& secret) {
@@ -46,22 +32,6 @@ SecretServiceAnswer<void> doneWithoutPrompt(const QVariantList& answer) {
 void nothingMore(const QVariantList& /*answer*/) {}
 
 }  // namespace
-
-QDBusMessage secretService::startMessage(const char* program) {
-  QDBusMessage wish =
-      QDBusMessage::createMethodCall(busName, busPath, busName, "StartServiceByName");
-  constexpr uint noFlags = 0;
-  wish << program << noFlags;
-  return wish;
-}
-
-QDBusMessage secretService::searchMessage(const SecretKey& key) {
-  registerSecretTypes();
-  QDBusMessage question =
-      QDBusMessage::createMethodCall(name, path, serviceInterface, "SearchItems");
-  question << variantOf(attributesOf(key));
-  return question;
-}
 
 SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
   QDBusMessage question = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
@@ -141,9 +111,8 @@ SecretServiceAnswer<bool> SecretServiceConversation::isLocked(
 SecretServiceAnswer<void> SecretServiceConversation::create(const QDBusObjectPath& collection,
                                                             const SecretKey& key,
                                                             const QByteArray& secret) const {
-  const QVariantMap properties{
-      {"org.freedesktop.Secret.Item.Label", "VELK Notewick"},
-      {"org.freedesktop.Secret.Item.Attributes", variantOf(attributesOf(key))}};
+  const QVariantMap properties{{"org.freedesktop.Secret.Item.Label", "VELK Notewick"},
+                               {"org.freedesktop.Secret.Item.Attributes", attributesOf(key)}};
   constexpr bool replacing = true;
   return callInSession(collection.path(), collectionInterface, "CreateItem",
                        [&](const QDBusObjectPath& session) {

@@ -9,7 +9,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/linux/secrets/secret_service_failure.h"
+#include "platform/linux/secrets/secret_bus.h"
 #include "platform/secret_store.h"
 
 namespace notewick {
@@ -65,24 +65,5 @@ class SecretServiceConversation {
 
   QDeadlineTimer end_;
 };
-
-/// Names of the Secret Service API.
-namespace secretService {
-inline constexpr const char* name = "org.freedesktop.secrets";
-inline constexpr const char* walletName = "org.kde.kwalletd5";  ///< by which KWallet is started
-inline constexpr const char* path = "/org/freedesktop/secrets";
-inline constexpr const char* serviceInterface = "org.freedesktop.Secret.Service";
-inline constexpr const char* collectionInterface = "org.freedesktop.Secret.Collection";
-inline constexpr const char* itemInterface = "org.freedesktop.Secret.Item";
-inline constexpr const char* sessionInterface = "org.freedesktop.Secret.Session";
-inline constexpr const char* promptInterface = "org.freedesktop.Secret.Prompt";
-inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
-inline constexpr const char* nothing = "/";  ///< the path that stands for no object
-
-/// What asks the bus to start the program with this name.
-[[nodiscard]] QDBusMessage startMessage(const char* program);
-/// What asks the service for the items of `key`, locked or not.
-[[nodiscard]] QDBusMessage searchMessage(const SecretKey& key);
-}  // namespace secretService
 
 }  // namespace notewick

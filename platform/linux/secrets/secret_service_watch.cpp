@@ -1,9 +1,10 @@
 #include "platform/linux/secrets/secret_service_watch.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <utility>
 
-#include "platform/linux/secrets/secret_service.h"
+#include "platform/linux/secrets/secret_bus.h"
 
 namespace notewick {
 
@@ -14,6 +15,9 @@ namespace {
 constexpr std::chrono::milliseconds MOMENT{20};
 
 constexpr const char* anyPath = "";
+
+/// KWallet takes the service's name right after its own, unless the user has turned that off.
+constexpr std::chrono::seconds GRACE{2};
 
 }  // namespace
 
@@ -37,6 +41,42 @@ SecretServiceWatch::SecretServiceWatch(std::function<void()> changed)
 
 void SecretServiceWatch::report() {
   if (!moment_.isActive()) moment_.start();
+}
+
+SecretServiceWait::SecretServiceWait(const SecretKey& key, Missing missing,
+                                     std::function<void()> ended)
+    : missing_(missing),
+      ended_(std::move(ended)),
+      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
+  grace_.setSingleShot(true);
+  grace_.setInterval(GRACE);
+  connect(&grace_, &QTimer::timeout, this, &SecretServiceWait::end);
+  connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+          &SecretServiceWait::ownerChanged);
+  QDBusMessage question = searchMessage(key);
+  question.setAutoStartService(missing == Missing::isStarted);
+  callPatiently(question, this, [this](const QDBusMessage& answer) { answered(answer); });
+}
+
+void SecretServiceWait::answered(const QDBusMessage& answer) {
+  const bool isMissing = failureOf(QDBusError(answer)) == SecretServiceFailure::missing;
+  if (!isMissing || missing_ == Missing::stays) return end();
+  callPatiently(startMessage(walletName), this,
+                [this](const QDBusMessage& started) { walletStarted(started); });
+}
+
+void SecretServiceWait::walletStarted(const QDBusMessage& answer) {
+  if (answer.type() != QDBusMessage::ReplyMessage) return end();
+  grace_.start();
+}
+
+void SecretServiceWait::ownerChanged(const QString& /*service*/, const QString& /*before*/,
+                                     const QString& after) {
+  if (!after.isEmpty()) end();
+}
+
+void SecretServiceWait::end() {
+  if (const auto ended = std::exchange(ended_, nullptr)) ended();
 }
 
 }  // namespace notewick

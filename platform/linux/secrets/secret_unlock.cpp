@@ -5,8 +5,7 @@
 #include <QVariantMap>
 #include <utility>
 
-#include "platform/linux/secrets/secret_service.h"
-#include "platform/linux/secrets/secret_service_call.h"
+#include "platform/linux/secrets/secret_bus.h"
 
 namespace notewick {
 

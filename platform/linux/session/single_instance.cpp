@@ -1,5 +1,9 @@
 #include "platform/linux/session/single_instance.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QStandardPaths>
@@ -18,6 +22,15 @@ std::string lockPath() {
 }
 
 }  // namespace
+
+LockFile::~LockFile() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+bool LockFile::claim() {
+  descriptor_ = open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  return descriptor_ < 0 || flock(descriptor_, LOCK_EX | LOCK_NB) == 0;
+}
 
 SingleInstance::SingleInstance(std::function<void()> activated)
     : activated_(std::move(activated)), lock_(lockPath()) {}

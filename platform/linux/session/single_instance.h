@@ -2,10 +2,26 @@
 
 #include <QObject>
 #include <functional>
-
-#include "platform/linux/session/lock_file.h"
+#include <string>
 
 namespace notewick {
+
+/// A file that one process at a time can hold. The system lets go of it when the process ends,
+/// however that happens, so that a lock never outlives its holder.
+class LockFile {
+ public:
+  explicit LockFile(std::string path) : path_(std::move(path)) {}
+  LockFile(const LockFile&) = delete;
+  LockFile& operator=(const LockFile&) = delete;
+  ~LockFile();
+
+  /// False when another process holds it. True also where no such file can be made.
+  [[nodiscard]] bool claim();
+
+ private:
+  std::string path_;
+  int descriptor_ = -1;
+};
 
 /// One instance of the program for a user. The first holds a name on the session bus, by which a
 /// second start reaches it, and a lock in the user's runtime folder, so that two that see different

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/titles/own_application.h"
-
 namespace notewick {
 namespace {
 

@@ -1,6 +1,8 @@
 #include "platform/linux/tray/menu_renderer.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QDBusConnection>
 #include <QKeySequence>
 #include <QSignalBlocker>
 
@@ -82,6 +84,12 @@ void drawMenu(QMenu& drawing, const Menu& menu, MenuReader reader, const MenuIte
         break;
     }
   }
+}
+
+QObject* exportedTrayMenu() {
+  const auto connection =
+      QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+  return QDBusConnection(connection).objectRegisteredAt(QStringLiteral("/MenuBar"));
 }
 
 }  // namespace notewick

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "platform/linux/secret_store.h"
-#include "platform/linux/secrets/secret_on_bus.h"
+#include "platform/linux/secrets/secret_bus.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {

@@ -65,16 +65,6 @@ TEST(PanelLook, DimsNothingInAHighContrastPalette) {
   EXPECT_NE(exampleColour(pure), QColor(Qt::white)) << "an example must not look typed";
 }
 
-TEST(PanelLook, LabelsFollowThePaletteOfTheirWindow) {
-  QWidget window;
-  auto* const label = new Label("text", 11, Tint::secondary);
-  label->setParent(&window);
-  for (const QPalette& palette : everydayPalettes()) {
-    window.setPalette(palette);
-    EXPECT_EQ(label->palette().color(QPalette::WindowText), tinted(palette, Tint::secondary));
-  }
-}
-
 TEST(PanelLook, SizesGrowWithTheFontOfTheDesktopButNeverShrink) {
   const QFont before = QApplication::font();
   QFont font = before;
@@ -87,31 +77,6 @@ TEST(PanelLook, SizesGrowWithTheFontOfTheDesktopButNeverShrink) {
   EXPECT_EQ(points(296), 2 * 296);
   EXPECT_EQ(panelFont(10).pixelSize(), 20);
   QApplication::setFont(before);
-}
-
-TEST(PanelLook, LabelsShowMarkupAsText) {
-  const Label label("<b>Lena</b> & Co", 11, Tint::primary);
-  EXPECT_EQ(label.textFormat(), Qt::PlainText);
-  EXPECT_EQ(label.text(), QStringLiteral("<b>Lena</b> & Co"));
-}
-
-TEST(PanelLook, WrappedLabelsTakeTheHeightTheyNeed) {
-  Label label("", 11, Tint::primary);
-  label.wrapAt(340);
-  EXPECT_EQ(label.width(), points(340));
-  label.display("one line");
-  const int oneLine = label.height();
-  label.display(std::string(50, 'm') + " " + std::string(30, 'm') + " " + std::string(30, 'm'));
-  EXPECT_GE(label.height(), 3 * oneLine - 4);
-  label.display("one line");
-  EXPECT_EQ(label.height(), oneLine);
-}
-
-TEST(PanelLook, WrappedLabelsEndNoLineBetweenSchemeAndHost) {
-  Label label("", 11, Tint::primary);
-  label.wrapAt(340);
-  label.display("Set a password at https://velk.example/login.");
-  EXPECT_EQ(label.text(), QStringLiteral("Set a password at https://\u2060velk.example/login."));
 }
 
 TEST(PanelLook, ButtonsShowAnAmpersand) {

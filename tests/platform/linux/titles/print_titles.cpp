@@ -23,7 +23,7 @@
 #include <vector>
 
 #include "platform/linux/screen.h"
-#include "platform/linux/titles/own_application.h"
+#include "platform/linux/titles/application_names.h"
 
 namespace notewick {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/secrets/secret_service_failure.h"
+#include "platform/linux/secrets/secret_bus.h"
 
 #include <gtest/gtest.h>
 
