@@ -23,7 +23,7 @@ class FixedTrust final : public Accessibility {
   bool isTrusted_;
 };
 
-/// Trust where titles come from the accessibility bus: given while the desktop's setting for it is
+/// Trust where titles come from the AT-SPI bus: given while the desktop's setting for it is
 /// on. The setting outlives this program, so only the user's yes turns it on.
 class AtspiTrust final : public QObject, public Accessibility {
  public:

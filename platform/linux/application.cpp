@@ -40,7 +40,7 @@ const char* choosePlatform() {
   std::exit(EXIT_FAILURE);
 }
 
-/// Makes the choice while the toolkit starts, and not for the programs that are started later. One
+/// Makes the choice while Qt starts, and not for the programs that are started later. One
 /// that the user made stands.
 class PlatformChoice {
  public:
@@ -57,7 +57,7 @@ class PlatformChoice {
   bool isOurs_;
 };
 
-/// Ends the process, without the toolkit's core dump, where the toolkit cannot start: its part for
+/// Ends the process, without Qt's core dump, where Qt cannot start: its part for
 /// the platform may not be installed, or lead nowhere.
 class StartFailures {
  public:

@@ -7,10 +7,10 @@
 
 namespace notewick {
 
-/// The toolkit's application object. Closing the last window does not end the program; SIGTERM,
+/// Qt's application object. Closing the last window does not end the program; SIGTERM,
 /// SIGINT and SIGHUP do, in order. Its windows run through XWayland unless QT_QPA_PLATFORM says
 /// otherwise: native Wayland windows can neither stay on top nor keep their place. It has no
-/// display name, which the toolkit would add to the titles of windows. The toolkit sets the whole C
+/// display name, which Qt would add to the titles of windows. Qt sets the whole C
 /// locale; numbers go back to "C", for the JSON reader stops at a decimal point of several bytes.
 /// A desktop that starts again what ran at the logout leaves it out: the user starts it at login or
 /// does not, and a second start would open the widget.
@@ -18,7 +18,7 @@ namespace notewick {
 /// does losing the display later.
 class QtApplication final : public Application {
  public:
-  /// `argv` begins with the program's name, which is all that is looked at: the toolkit knows
+  /// `argv` begins with the program's name, which is all that is looked at: Qt knows
   /// arguments of its own, this program none of them. It must stay alive as long as the object.
   explicit QtApplication(char** argv);
 
@@ -28,8 +28,8 @@ class QtApplication final : public Application {
   int run(std::weak_ptr<ApplicationDelegate> delegate) override;
 
  private:
-  /// When the X server is gone the toolkit calls exit. What the program holds in variables of
-  /// namespaces would then be destroyed while the toolkit is half gone, and crash; so the process
+  /// When the X server is gone Qt calls exit. What the program holds in variables of
+  /// namespaces would then be destroyed while Qt is half gone, and crash; so the process
   /// ends at once while this object lives.
   class UntimelyExit {
    public:

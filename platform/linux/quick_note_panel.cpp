@@ -97,8 +97,8 @@ void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
 
   participants_ = new Chooser;
   participants_->setAccessibleName(fromUtf8(texts.participantLabel));
-  // The toolkit calls a chooser after its current item; what it is for, a label that is its buddy
-  // tells.
+  // Qt gives a chooser its current item as its accessible name. What it is for is told by a label
+  // that is its buddy.
   auto* const caption = new Label(texts.participantLabel, 13, Tint::primary);
   caption->setParent(&window_);
   caption->setBuddy(participants_);

@@ -58,7 +58,7 @@ void QtStatusItem::setMenu(const Menu& menu) {
 std::unique_ptr<QMenu> QtStatusItem::windowMenu() {
   if (inTray()) return nullptr;
   auto menu = std::make_unique<QMenu>();
-  drawMenu(*menu, menu_, MenuReader::toolkit, choosing());
+  drawMenu(*menu, menu_, MenuReader::qt, choosing());
   return menu;
 }
 
@@ -80,7 +80,7 @@ void QtStatusItem::appear() {
   icon_->setContextMenu(&trayMenu_);
   // A host that starts may be known to Qt as a watcher of items before TrayHost hears of it.
   const bool exported = exportedTrayMenu() != nullptr || host_.takesNotifierItems();
-  reader_ = exported ? MenuReader::trayHost : MenuReader::toolkit;
+  reader_ = exported ? MenuReader::trayHost : MenuReader::qt;
   draw();
   icon_->show();
 }

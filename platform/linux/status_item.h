@@ -53,7 +53,7 @@ class QtStatusItem final : public QObject, public StatusItem {
   QTimer drawing_;  ///< runs out at the end of the turn
   QTimer held_;     ///< runs while the tray's menu may be open
   TrayHost host_;
-  MenuReader reader_ = MenuReader::toolkit;
+  MenuReader reader_ = MenuReader::qt;
   std::unique_ptr<QSystemTrayIcon> icon_;
   std::optional<QString> badge_;  ///< the one on the icon
 };

@@ -9,7 +9,7 @@ namespace notewick {
 
 class UserDefaults;
 
-/// Makes the views in widgets; needs the toolkit's application object. It must outlive the panels
+/// Makes the views in widgets; needs Qt's application object. It must outlive the panels
 /// it made.
 class QtViews final : public Views {
  public:

@@ -12,7 +12,7 @@
 
 namespace notewick {
 
-/// The desktop's accessibility bus (AT-SPI), on which programs tell about their windows, and the
+/// The AT-SPI bus, on which programs describe their windows to assistive programs, and the
 /// desktop's setting that makes programs join it. Main thread.
 class AtspiBus final : public QObject {
   Q_OBJECT
@@ -20,7 +20,7 @@ class AtspiBus final : public QObject {
  public:
   enum class Setting {
     unknown,  ///< the desktop has not answered yet
-    missing,  ///< this session has no accessibility service
+    missing,  ///< this session has no AT-SPI service
     off,
     on,
   };

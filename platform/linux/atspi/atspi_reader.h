@@ -15,7 +15,7 @@
 
 namespace notewick {
 
-/// An object on the accessibility bus: the bus name of its program and its path there.
+/// An object on the AT-SPI bus: the bus name of its program and its path there.
 struct AtspiReference {
   QString application;
   QDBusObjectPath path;

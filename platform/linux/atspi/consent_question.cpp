@@ -17,7 +17,7 @@ const QString QUESTION = QStringLiteral(
     "Turning it on changes a setting of your desktop for all programs, and it stays on until you "
     "turn it off there. Programs that are open now are seen after you start them again.");
 
-/// A button without the picture that the toolkit would put there, coarse where no theme has one.
+/// A button without the picture that Qt would put there, coarse where no theme has one.
 void label(QAbstractButton& button, const QString& text) {
   button.setText(text);
   button.setIcon(QIcon());

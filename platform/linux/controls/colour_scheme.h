@@ -7,7 +7,7 @@
 namespace notewick {
 
 /// The windows are dark where the user asked the desktop for dark ones, and follow when the wish
-/// changes. The toolkit knows themes only, and GNOME's switch leaves the theme as it is; so this
+/// changes. Qt knows themes only, and GNOME's switch leaves the theme as it is; so this
 /// listens to the desktop portal (setting `color-scheme` of `org.freedesktop.appearance`). A theme
 /// that is dark already stays, and so does everything where no portal answers; nothing waits for
 /// it. Main thread; lives as long as the application object, or shorter.

@@ -5,7 +5,7 @@
 #include <QTextDocument>
 #include <algorithm>
 
-#include "platform/linux/controls/accessible_role.h"
+#include "platform/linux/controls/screen_reader_role.h"
 
 namespace notewick {
 namespace {
@@ -54,7 +54,7 @@ void Label::colour() {
 }
 
 AnnouncingLabel::AnnouncingLabel(double size, Tint tint) : Label("", size, tint) {
-  setAccessibleRole(*this, QAccessible::Notification);
+  setScreenReaderRole(*this, QAccessible::Notification);
   hide();
 }
 

@@ -33,7 +33,7 @@ enum class Tint { primary, secondary, tertiary, error };
 /// The colour of an outline that shows where a control is: a contrast of 3 to the window.
 [[nodiscard]] QColor outlineColour(const QPalette& palette);
 
-/// UTF-8 as the toolkit's text; what is not valid becomes U+FFFD.
+/// The QString of UTF-8; what is not valid becomes U+FFFD.
 [[nodiscard]] QString fromUtf8(const std::string& utf8);
 
 /// The text of a button that shows `utf8` to the letter.

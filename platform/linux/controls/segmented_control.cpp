@@ -5,9 +5,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "platform/linux/controls/accessible_role.h"
 #include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/panel_look.h"
+#include "platform/linux/controls/screen_reader_role.h"
 
 namespace notewick {
 namespace {
@@ -87,7 +87,7 @@ Segment::Place placeOf(std::size_t index, std::size_t count) {
 
 SegmentedControl::SegmentedControl(const std::vector<std::string>& segments,
                                    const std::string& label) {
-  setAccessibleRole(*this, QAccessible::Grouping);
+  setScreenReaderRole(*this, QAccessible::Grouping);
   setAccessibleName(fromUtf8(label));
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);

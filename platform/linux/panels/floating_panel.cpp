@@ -11,9 +11,9 @@
 #include <QScreen>
 #include <QWindow>
 
-#include "platform/linux/controls/accessible_role.h"
 #include "platform/linux/controls/panel_button.h"
 #include "platform/linux/controls/panel_look.h"
+#include "platform/linux/controls/screen_reader_role.h"
 #include "platform/linux/panels/panel_placement.h"
 #include "platform/linux/panels/window_hints.h"
 
@@ -41,7 +41,7 @@ QList<QRect> availableScreens() {
 
 PanelWindow::PanelWindow(const std::string& title)
     : QWidget(nullptr, FLAGS), witness_(isWaylandSession() ? Placing::always : Placing::once) {
-  setAccessibleRole(*this, QAccessible::Dialog);
+  setScreenReaderRole(*this, QAccessible::Dialog);
   setWindowTitle(fromUtf8(title));
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);

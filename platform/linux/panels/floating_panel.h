@@ -69,7 +69,7 @@ class PanelWindow : public QWidget {
   void applyPlacement();
   void windowMoved();  ///< as the window system reports it, also where this program asked for it
   void takeOver(const QRect& place);  ///< which the user has given the window
-  void askForMenu();                  ///< as the Menu key does, which the toolkit itself knows
+  void askForMenu();                  ///< as the Menu key does, which Qt itself knows
 
   QPushButton* defaultButton_ = nullptr;
   Placement placement_;

@@ -10,8 +10,8 @@ class NoteField : public QPlainTextEdit {
  public:
   NoteField();
 
-  /// The text as it was written. The toolkit's own plain text has other blanks where the user wrote
-  /// ones that do not break.
+  /// The text as it was written. Qt's toPlainText() turns the user's no-break spaces into
+  /// ordinary ones.
   [[nodiscard]] QString text() const;
 
  protected:

@@ -7,7 +7,7 @@
 
 namespace notewick {
 
-// Where a panel goes, in the toolkit's terms: frames are the window with its title bar and borders,
+// Where a panel goes, in Qt's terms: frames are the window with its title bar and borders,
 // in device-independent pixels. `available` is a screen without the desktop's own bars.
 
 /// The top left corner of a frame in the bottom right corner of `available`, `inset` from both

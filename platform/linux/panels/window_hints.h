@@ -4,7 +4,7 @@ class QWindow;
 
 namespace notewick {
 
-// What a floating panel tells the window manager beyond what the toolkit says, by the Extended
+// What a floating panel tells the window manager beyond what Qt says, by the Extended
 // Window Manager Hints. All of it does nothing where the window is not an X11 window.
 
 /// Sets the hints of a window that is about to be mapped: on all desktops, above the others, not in
@@ -15,7 +15,7 @@ void setFloatingHints(const QWindow& window);
 /// withdrawn, perhaps only after the window has been given them for the next time.
 void requestFloatingState(const QWindow& window);
 
-/// Cuts a mapped window loose from the program's others. The toolkit ties every tool window to
+/// Cuts a mapped window loose from the program's others. Qt ties every tool window to
 /// them, and KWin hides such a window while one of them is open and another program has the
 /// keyboard.
 void standAlone(const QWindow& window);

@@ -5,7 +5,7 @@
 
 namespace notewick {
 
-/// Ends the toolkit's event loop, without closing windows first, when the process is asked to end
+/// Ends Qt's event loop, without closing windows first, when the process is asked to end
 /// (SIGTERM, SIGINT, SIGHUP). A signal that the process was started to ignore, as by nohup, stays
 /// ignored. One at a time.
 class TerminationSignals {

@@ -61,7 +61,7 @@ Menu menuIn(const QMenu& drawing) {
 }  // namespace
 
 QString menuText(const std::string& title, MenuReader reader) {
-  return reader == MenuReader::toolkit ? buttonText(title) : forTrayHost(fromUtf8(title));
+  return reader == MenuReader::qt ? buttonText(title) : forTrayHost(fromUtf8(title));
 }
 
 void drawMenu(QMenu& drawing, const Menu& menu, MenuReader reader, const MenuItemChosen& chosen,

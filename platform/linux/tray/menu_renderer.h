@@ -12,7 +12,7 @@ namespace notewick {
 
 /// Who reads the text of a menu item, and so what stands for an access key in it.
 enum class MenuReader {
-  toolkit,  ///< a menu that this program shows: `&`
+  qt,       ///< a menu that this program shows: `&`
   trayHost  ///< a menu that the tray's host shows: `_`, as com.canonical.dbusmenu has it
 };
 

@@ -11,7 +11,7 @@ namespace notewick {
 
 /// Whether this desktop can show a tray item, now and from now on: by a StatusNotifierWatcher on
 /// the session bus, or by the owner of the system tray selection of the X screen (freedesktop
-/// System Tray Protocol). The toolkit itself decides only once, when its first tray icon is made,
+/// System Tray Protocol). Qt itself decides only once, when its first tray icon is made,
 /// which of the two it uses; so no tray icon must be made before a host is there.
 class TrayHost : public QObject, public QAbstractNativeEventFilter {
  public:

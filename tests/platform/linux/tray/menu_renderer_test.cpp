@@ -20,7 +20,7 @@ MenuItem separator() {
 
 void ignore(const MenuItem& /*item*/) {}
 
-/// What is shown for a label of com.canonical.dbusmenu, as the toolkit sends it: it makes an access
+/// What is shown for a label of com.canonical.dbusmenu, as Qt sends it: it makes an access
 /// key of the first `&` unless that is the last character.
 std::string shownByTrayHost(QString label) {
   const auto first = label.indexOf(QLatin1Char('&'));
@@ -33,7 +33,7 @@ std::string shownByTrayHost(QString label) {
   return shown.toStdString();
 }
 
-std::string shownByToolkit(QString label) {
+std::string shownByQt(QString label) {
   return label.replace(QLatin1String("&&"), QLatin1String("\1"))
       .remove(QLatin1Char('&'))
       .replace(QLatin1Char('\1'), QLatin1Char('&'))
@@ -46,14 +46,13 @@ TEST(MenuRenderer, ShowsTitlesToTheLetter) {
         "& Sons", "&", "a&&b", "anna_b@example.org", "_private_", "__", "x_&_y",
         "⚠️ Can't see your screen yet — click to fix", "Watching · 1 participants"}) {
     EXPECT_EQ(shownByTrayHost(menuText(title, MenuReader::trayHost)), title);
-    EXPECT_EQ(shownByToolkit(menuText(title, MenuReader::toolkit)), title);
+    EXPECT_EQ(shownByQt(menuText(title, MenuReader::qt)), title);
   }
 }
 
 TEST(MenuRenderer, DrawsItemsAndSeparatorsInOrder) {
   QMenu drawing;
-  drawMenu(drawing, {item("one"), separator(), item("two", std::nullopt)}, MenuReader::toolkit,
-           ignore);
+  drawMenu(drawing, {item("one"), separator(), item("two", std::nullopt)}, MenuReader::qt, ignore);
   ASSERT_EQ(drawing.actions().size(), 3);
   EXPECT_EQ(drawing.actions()[0]->text(), QStringLiteral("one"));
   EXPECT_TRUE(drawing.actions()[0]->isEnabled());
@@ -63,16 +62,15 @@ TEST(MenuRenderer, DrawsItemsAndSeparatorsInOrder) {
 
 TEST(MenuRenderer, ReplacesWhatWasDrawn) {
   QMenu drawing;
-  drawMenu(drawing, {item("old"), item("older")}, MenuReader::toolkit, ignore);
-  drawMenu(drawing, {item("new")}, MenuReader::toolkit, ignore);
+  drawMenu(drawing, {item("old"), item("older")}, MenuReader::qt, ignore);
+  drawMenu(drawing, {item("new")}, MenuReader::qt, ignore);
   ASSERT_EQ(drawing.actions().size(), 1);
   EXPECT_EQ(drawing.actions()[0]->text(), QStringLiteral("new"));
 }
 
 TEST(MenuRenderer, ShowsShortcutsWithControl) {
   QMenu drawing;
-  drawMenu(drawing, {item("log", MenuAction::logNow, "l"), item("reload")}, MenuReader::toolkit,
-           ignore);
+  drawMenu(drawing, {item("log", MenuAction::logNow, "l"), item("reload")}, MenuReader::qt, ignore);
   EXPECT_EQ(drawing.actions()[0]->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_L));
   EXPECT_TRUE(drawing.actions()[1]->shortcut().isEmpty());
 }
@@ -82,7 +80,7 @@ TEST(MenuRenderer, HandsBackTheWholeItem) {
   MenuItem pending = item("Log: Lena", MenuAction::openPending);
   pending.representedObject = "id 7";
   std::vector<MenuItem> chosen;
-  drawMenu(drawing, {item("other"), pending}, MenuReader::toolkit,
+  drawMenu(drawing, {item("other"), pending}, MenuReader::qt,
            [&chosen](const MenuItem& got) { chosen.push_back(got); });
   drawing.actions()[1]->trigger();
   EXPECT_EQ(chosen, std::vector{pending});
@@ -91,8 +89,8 @@ TEST(MenuRenderer, HandsBackTheWholeItem) {
 TEST(MenuRenderer, SurvivesBeingRedrawnByTheItemThatIsChosen) {
   QMenu drawing;
   std::string title;
-  drawMenu(drawing, {item("first")}, MenuReader::toolkit, [&](const MenuItem& got) {
-    drawMenu(drawing, {item("second")}, MenuReader::toolkit, ignore);
+  drawMenu(drawing, {item("first")}, MenuReader::qt, [&](const MenuItem& got) {
+    drawMenu(drawing, {item("second")}, MenuReader::qt, ignore);
     title = got.title;
   });
   drawing.actions()[0]->trigger();

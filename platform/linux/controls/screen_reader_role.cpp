@@ -1,4 +1,4 @@
-#include "platform/linux/controls/accessible_role.h"
+#include "platform/linux/controls/screen_reader_role.h"
 
 #include <QAccessibleWidget>
 #include <QVariant>
@@ -7,7 +7,7 @@
 namespace notewick {
 namespace {
 
-constexpr const char* PROPERTY = "accessibleRole";
+constexpr const char* PROPERTY = "screenReaderRole";
 
 QAccessibleInterface* inItsRole(const QString& /*className*/, QObject* object) {
   const QVariant role = object->property(PROPERTY);
@@ -18,7 +18,7 @@ QAccessibleInterface* inItsRole(const QString& /*className*/, QObject* object) {
 
 }  // namespace
 
-void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
+void setScreenReaderRole(QWidget& widget, QAccessible::Role role) {
   widget.setProperty(PROPERTY, static_cast<int>(role));
   QAccessible::installFactory(inItsRole);  // once, however often it is called
 }
