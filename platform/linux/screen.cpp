@@ -5,7 +5,7 @@
 #include "platform/linux/accessibility.h"
 #include "platform/linux/atspi/atspi_screen.h"
 #include "platform/linux/session/session_lock.h"
-#include "platform/linux/wayland/toplevel_screen.h"
+#include "platform/linux/wayland/foreign_toplevels.h"
 #include "platform/linux/wayland/wayland_connection.h"
 #include "platform/linux/x11/x11_screen.h"
 
@@ -15,7 +15,7 @@ namespace {
 /// A compositor may be busy while the user logs in, and the choice is made only once.
 constexpr std::chrono::seconds patienceAtStart{2};
 
-/// What an X server may take of a sample that asks the accessibility bus as well; it needs less
+/// What an X server may take of a sample that asks the AT-SPI bus as well; it needs less
 /// than a hundredth of that.
 constexpr std::chrono::milliseconds limitOfXPrograms{50};
 

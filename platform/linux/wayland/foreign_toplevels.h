@@ -4,8 +4,10 @@
 #include <memory>
 #include <vector>
 
+#include "platform/linux/titles/application_names.h"
 #include "platform/linux/wayland/toplevel_list.h"
 #include "platform/linux/wayland/wayland_connection.h"
+#include "platform/screen.h"
 
 struct wl_registry;
 struct zwlr_foreign_toplevel_handle_v1;
@@ -13,7 +15,7 @@ struct zwlr_foreign_toplevel_manager_v1;
 
 namespace notewick {
 
-/// The windows of all programs, as the compositor tells them through the wlroots protocol
+/// The windows of all programs, as the compositor lists them through the wlroots protocol
 /// wlr-foreign-toplevel-management; those of X programs too. Events are read as they arrive,
 /// because a compositor drops a client that lets them pile up. Main thread.
 class ForeignToplevels {
@@ -50,6 +52,21 @@ class ForeignToplevels {
   ToplevelList list_;
   bool isFinished_ = false;
   QSocketNotifier notifier_;
+};
+
+/// What is on screen under a Wayland compositor that lists the windows of all programs. A
+/// sample reads nothing but what has arrived already. When the compositor is gone nothing is
+/// frontmost; each sample then tries once to find it again.
+class ToplevelScreen final : public Screen {
+ public:
+  explicit ToplevelScreen(std::unique_ptr<ForeignToplevels> toplevels);
+
+  [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
+      std::size_t mostWindows) override;
+
+ private:
+  std::unique_ptr<ForeignToplevels> toplevels_;
+  ApplicationNames names_;
 };
 
 }  // namespace notewick

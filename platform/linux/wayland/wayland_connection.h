@@ -9,8 +9,8 @@ struct wl_display;
 
 namespace notewick {
 
-/// A connection of its own to the Wayland compositor. Never waits longer than it is told. Main
-/// thread.
+/// A connection of its own to the Wayland compositor. Every call returns within the deadline it is
+/// given. Main thread.
 class WaylandConnection {
  public:
   /// Connects to the compositor that WAYLAND_DISPLAY names; null when it is not set or none answers
