@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/linux/x11/x11_display.h"
+#include "platform/linux/x11/xcb_owned.h"
 
 namespace notewick {
 namespace {
@@ -48,7 +49,7 @@ std::vector<std::uint32_t> property(xcb_connection_t* to, const QWindow& window,
   const auto asked =
       xcb_get_property(to, 0, static_cast<xcb_window_t>(window.winId()), x11Atom(*to, name),
                        XCB_GET_PROPERTY_TYPE_ANY, 0, MORE_THAN_ANY);
-  const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(to, asked, nullptr));
+  const XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(to, asked, nullptr));
   if (!reply || reply->format != 32) return {};
   const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
   return {values, values + reply->value_len};

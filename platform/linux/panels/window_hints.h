@@ -4,7 +4,7 @@ class QWindow;
 
 namespace notewick {
 
-// What a floating panel tells the window manager beyond what Qt says, by the Extended
+// What a floating panel asks of the window manager beyond what Qt asks, by the Extended
 // Window Manager Hints. All of it does nothing where the window is not an X11 window.
 
 /// Sets the hints of a window that is about to be mapped: on all desktops, above the others, not in

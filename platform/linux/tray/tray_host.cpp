@@ -5,6 +5,7 @@
 #include <QDBusConnectionInterface>
 
 #include "platform/linux/x11/x11_display.h"
+#include "platform/linux/x11/xcb_owned.h"
 
 namespace notewick {
 namespace {
@@ -24,7 +25,7 @@ TrayHost::~TrayHost() {
 
 bool TrayHost::takesEmbeddedIcons() const {
   if (display_ == nullptr) return false;
-  const X11Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+  const XcbOwned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
       display_, xcb_get_selection_owner(display_, selection_), nullptr));
   return reply && reply->owner != XCB_WINDOW_NONE;
 }
@@ -33,8 +34,8 @@ bool TrayHost::nativeEventFilter(const QByteArray& eventType, void* message, qin
   if (eventType != "xcb_generic_event_t") return false;
   const auto* const event = static_cast<const xcb_generic_event_t*>(message);
   if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE) return false;
-  const auto* const news = static_cast<const xcb_client_message_event_t*>(message);
-  if (news->type == manager_ && news->data.data32[1] == selection_) changed_();
+  const auto* const selected = static_cast<const xcb_client_message_event_t*>(message);
+  if (selected->type == manager_ && selected->data.data32[1] == selection_) changed_();
   return false;
 }
 

@@ -5,10 +5,11 @@
 #include <xcb/xcbext.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <string_view>
 #include <utility>
+
+#include "platform/linux/x11/xcb_owned.h"
 
 namespace notewick {
 namespace {
@@ -30,13 +31,6 @@ constexpr std::array<std::string_view, 13> atomNames = {"_NET_ACTIVE_WINDOW",
                                                         "WM_CLASS",
                                                         "WM_NAME",
                                                         "STRING"};
-
-struct Freed {
-  void operator()(void* memory) const { std::free(memory); }
-};
-
-template <typename T>
-using Owned = std::unique_ptr<T, Freed>;
 
 /// The screen of that number among those of the server; null when there is none.
 const xcb_screen_t* screenAt(const xcb_setup_t* setup, int number) {
@@ -89,9 +83,9 @@ bool X11Connection::internAtoms() {
   bool haveAll = true;
   for (std::size_t i = 0; i < atomCount; ++i) {
     xcb_generic_error_t* error = nullptr;
-    const Owned<xcb_intern_atom_reply_t> reply(
+    const XcbOwned<xcb_intern_atom_reply_t> reply(
         xcb_intern_atom_reply(handle_.get(), requests[i], &error));
-    const Owned<xcb_generic_error_t> ownedError(error);
+    const XcbOwned<xcb_generic_error_t> ownedError(error);
     haveAll = haveAll && reply;
     if (reply) atoms_[i] = reply->atom;
   }
@@ -147,7 +141,7 @@ unsigned int X11Connection::ask(const X11PropertyQuery& query, std::size_t offse
 
 // Keyboard mapping changes are sent to every client, asked for or not.
 void X11Connection::dropEvents() {
-  while (Owned<xcb_generic_event_t>(xcb_poll_for_queued_event(handle_.get()))) {
+  while (XcbOwned<xcb_generic_event_t>(xcb_poll_for_queued_event(handle_.get()))) {
   }
 }
 
@@ -162,8 +156,8 @@ std::optional<X11Property> X11Connection::awaitProperty(unsigned int request,
     }
     waitForData(handle_.get(), deadline);
   }
-  const Owned<xcb_generic_error_t> ownedError(error);
-  const Owned<xcb_get_property_reply_t> reply(static_cast<xcb_get_property_reply_t*>(answer));
+  const XcbOwned<xcb_generic_error_t> ownedError(error);
+  const XcbOwned<xcb_get_property_reply_t> reply(static_cast<xcb_get_property_reply_t*>(answer));
   if (!reply) return std::nullopt;
 
   X11Property property;

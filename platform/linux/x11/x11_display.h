@@ -2,17 +2,7 @@
 
 #include <xcb/xcb.h>
 
-#include <cstdlib>
-#include <memory>
-
 namespace notewick {
-
-/// A reply of the X server, freed as XCB wants it.
-struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply>
-using X11Reply = std::unique_ptr<Reply, FreeReply>;
 
 /// Qt's own connection to the X server, over which its windows are made; null where the
 /// it draws by other means.
