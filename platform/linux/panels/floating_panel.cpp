@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QScreen>
 #include <QWindow>
 
 #include "platform/linux/controls/panel_button.h"
@@ -23,7 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// A compositor gives the keyboard to a new window a moment after the window was drawn.
-constexpr auto QUIET_TIME = 300ms;
+constexpr auto DECLINING_TIME = 300ms;
 constexpr Qt::WindowFlags FLAGS = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint;
 
@@ -33,31 +32,25 @@ bool isWaylandSession() {
 
 }  // namespace
 
-QList<QRect> availableScreens() {
-  QList<QRect> available;
-  for (const QScreen* screen : QGuiApplication::screens()) available << screen->availableGeometry();
-  return available;
-}
-
 PanelWindow::PanelWindow(const std::string& title)
     : QWidget(nullptr, FLAGS), witness_(isWaylandSession() ? Placing::always : Placing::once) {
   setScreenReaderRole(*this, QAccessible::Dialog);
   setWindowTitle(fromUtf8(title));
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);
-  quietEnd_.setSingleShot(true);
-  quietEnd_.setInterval(QUIET_TIME);
-  connect(&quietEnd_, &QTimer::timeout, this, &PanelWindow::takeKeyboard);
+  keyboardReturns_.setSingleShot(true);
+  keyboardReturns_.setInterval(DECLINING_TIME);
+  connect(&keyboardReturns_, &QTimer::timeout, this, &PanelWindow::acceptKeyboard);
   qApp->installEventFilter(this);
 }
 
 void PanelWindow::orderFrontRegardless() {
-  quiet_ = quiet_ || (!isVisible() && isWaylandSession());
+  if (!isVisible() && isWaylandSession()) declinesKeyboard_ = true;
   orderFront();
 }
 
 void PanelWindow::makeKeyAndOrderFront() {
-  takeKeyboard();
+  acceptKeyboard();
   orderFront();
   activateWindow();
   requestActivation(*windowHandle());
@@ -69,8 +62,8 @@ void PanelWindow::orderFront() {
   raise();
 }
 
-void PanelWindow::takeKeyboard() {
-  if (std::exchange(quiet_, false)) setTakesKeyboard(*windowHandle(), true);
+void PanelWindow::acceptKeyboard() {
+  if (std::exchange(declinesKeyboard_, false)) setTakesKeyboard(*windowHandle(), true);
 }
 
 void PanelWindow::orderOut() {
@@ -78,7 +71,8 @@ void PanelWindow::orderOut() {
 }
 
 void PanelWindow::place(Placement placement) {
-  placement_ = std::move(placement);
+  placer_ = Placer::program;
+  programPlacement_ = std::move(placement);
   applyPlacement();
 }
 
@@ -101,24 +95,37 @@ QRect PanelWindow::frame() const {
   return window != nullptr ? geometry().marginsAdded(window->frameMargins()) : geometry();
 }
 
+std::optional<QPoint> PanelWindow::wantedPlace() const {
+  switch (placer_) {
+    case Placer::windowManager:
+      return std::nullopt;
+    case Placer::program:
+      return programPlacement_(frame().size());
+    case Placer::user:
+      return standingWhere(userFrame_, frame().size(), availableScreens());
+  }
+  return std::nullopt;
+}
+
 void PanelWindow::applyPlacement() {
-  if (!placement_) return;
-  const QPoint place = placement_(frame().size());
-  if (isVisible() && pos() != place) witness_.asked(place);
-  move(place);
+  const auto place = wantedPlace();
+  if (!place) return;
+  if (isVisible() && pos() != *place) witness_.asked(*place);
+  move(*place);
 }
 
 void PanelWindow::windowMoved() {
   const QRect moved = windowHandle()->frameGeometry();
   const Mover mover = witness_.reported(moved.topLeft());
-  if (mover == Mover::user) return takeOver(moved);
-  // Only now is the size of its frame known.
+  if (mover == Mover::user) return userPlaced(moved);
+  // The window manager has put its frame around the window, whose size is known only now.
   if (mover == Mover::windowManager && witness_.isDrawn()) applyPlacement();
 }
 
-void PanelWindow::takeOver(const QRect& place) {
-  placement_ = [place](QSize size) { return standingWhere(place, size, availableScreens()); };
-  if (userMoved) userMoved(place);
+void PanelWindow::userPlaced(const QRect& frame) {
+  placer_ = Placer::user;
+  userFrame_ = frame;
+  if (userMoved) userMoved(frame);
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -141,16 +148,16 @@ void PanelWindow::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) askForMenu();
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) requestMenu();
   if (!isReturn(*event) || defaultButton_ == nullptr) return QWidget::keyPressEvent(event);
   if (!event->isAutoRepeat()) defaultButton_->click();
 }
 
-void PanelWindow::askForMenu() {
+void PanelWindow::requestMenu() {
   QWidget& focus = focusWidget() != nullptr ? *focusWidget() : *this;
   const QPoint place = focus.inputMethodQuery(Qt::ImCursorRectangle).toRect().bottomLeft();
-  QContextMenuEvent asked(QContextMenuEvent::Keyboard, place, focus.mapToGlobal(place));
-  QApplication::sendEvent(&focus, &asked);
+  QContextMenuEvent request(QContextMenuEvent::Keyboard, place, focus.mapToGlobal(place));
+  QApplication::sendEvent(&focus, &request);
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {
@@ -169,17 +176,17 @@ void PanelWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
   if (witness_.isDrawn()) return;
   witness_.drawn();
-  quietEnd_.start();
+  keyboardReturns_.start();
   QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
 }
 
 void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  quietEnd_.stop();
+  keyboardReturns_.stop();
   witness_.mapped();
   setFloatingHints(*windowHandle());
-  if (quiet_) setTakesKeyboard(*windowHandle(), false);
-  QTimer::singleShot(0, this, [this] {
+  if (declinesKeyboard_) setTakesKeyboard(*windowHandle(), false);
+  QTimer::singleShot(0, this, [this] {  // when the window is mapped
     if (!isVisible()) return;
     standAlone(*windowHandle());
     requestFloatingState(*windowHandle());

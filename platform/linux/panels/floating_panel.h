@@ -20,6 +20,16 @@ namespace notewick {
 /// The window both panels stand in: titled, closable, above the others, on every desktop, in no
 /// task bar, moved by its background as well as by its title, as large as its contents. What it
 /// promises about the keyboard and the desktops it can hold under X11 and XWayland only.
+///
+/// Its place: first the window manager decides it, then the program (`place`), and from the user's
+/// first move on the user; `Placer` says who does now. The window system reports every move and
+/// never says who made it: MoveWitness tells them apart.
+///
+/// Its coming up: a window manager reads a window's hints at certain moments only. So the hints are
+/// set before the window is mapped, and requested once more in the next turn, when it is
+/// (`showEvent`). The size of its frame, and with it the place, is known when it is first drawn
+/// (`paintEvent`). Shortly after that a Wayland compositor gives the keyboard to a new window; a
+/// window that is shown without the keyboard declines it until then.
 class PanelWindow : public QWidget {
  public:
   /// Gives the top left corner of a frame of this size.
@@ -27,6 +37,7 @@ class PanelWindow : public QWidget {
 
   explicit PanelWindow(const std::string& title);
 
+  /// Shows the window without giving it the keyboard.
   void orderFrontRegardless();
   void makeKeyAndOrderFront();
   void orderOut();
@@ -64,23 +75,27 @@ class PanelWindow : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
+  /// Who decides where the window stands.
+  enum class Placer { windowManager, program, user };
+
   void orderFront();
-  void takeKeyboard();
+  void acceptKeyboard();
+  [[nodiscard]] std::optional<QPoint> wantedPlace() const;
   void applyPlacement();
-  void windowMoved();  ///< as the window system reports it, also where this program asked for it
-  void takeOver(const QRect& place);  ///< which the user has given the window
-  void askForMenu();                  ///< as the Menu key does, which Qt itself knows
+  void windowMoved();  ///< The window system reports a move, whoever made it.
+  void userPlaced(const QRect& frame);
+  void
+  requestMenu();  ///< Opens the context menu, as the Menu key does; Qt handles that key itself.
 
   QPushButton* defaultButton_ = nullptr;
-  Placement placement_;
-  std::optional<QPoint> grip_;  ///< where the background was pressed
-  MoveWitness witness_;         ///< tells the user's moves from all others
-  bool quiet_ = false;          ///< it is being mapped, and must not get the keyboard by that
-  QTimer quietEnd_;             ///< runs from the first drawing to the end of `quiet_`
-  bool quitting_ = false;
+  Placer placer_ = Placer::windowManager;
+  Placement programPlacement_;  ///< counts while the program is the placer
+  QRect userFrame_;             ///< counts while the user is
+  MoveWitness witness_;
+  std::optional<QPoint> grip_;     ///< where the user has pressed the background
+  bool declinesKeyboard_ = false;  ///< the window manager has been told to give it none
+  QTimer keyboardReturns_;  ///< runs from the first drawing to the end of `declinesKeyboard_`
+  bool quitting_ = false;   ///< the program is ending, and closing is not the user's doing
 };
-
-/// The available parts of all screens.
-[[nodiscard]] QList<QRect> availableScreens();
 
 }  // namespace notewick

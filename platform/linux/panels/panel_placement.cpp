@@ -1,5 +1,8 @@
 #include "platform/linux/panels/panel_placement.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include "platform/panel_placement.h"
 
 namespace notewick {
@@ -11,6 +14,12 @@ Frame frameOf(const QRect& rect) {
 }
 
 }  // namespace
+
+QList<QRect> availableScreens() {
+  QList<QRect> available;
+  for (const QScreen* screen : QGuiApplication::screens()) available << screen->availableGeometry();
+  return available;
+}
 
 QPoint bottomRightCorner(const QRect& available, QSize frame, int inset) {
   return {available.right() + 1 - frame.width() - inset,
