@@ -61,6 +61,35 @@ void replaceItems(QComboBox& chooser, const std::vector<std::string>& titles) {
   while (chooser.count() > wanted.size()) chooser.removeItem(chooser.count() - 1);
 }
 
+Chooser* participantChooser(const std::string& label, QWidget& window) {
+  auto* const chooser = new Chooser;
+  chooser->setAccessibleName(fromUtf8(label));
+  chooser->setFont(panelFont(13));
+  chooser->setFixedSize(points(WIDTH), points(CHOOSER_HEIGHT));
+  // Qt gives a chooser its current item as its accessible name. A label that is its buddy
+  // says what it is for.
+  auto* const caption = new Label(label, 13, Tint::primary);
+  caption->setParent(&window);
+  caption->setBuddy(chooser);
+  caption->hide();
+  return chooser;
+}
+
+/// Keeps its room while it is hidden, so that nothing moves while the user types.
+Label* placeholderLabel(const std::string& text) {
+  auto* const label = new Label(text, 11, Tint::tertiary);
+  QSizePolicy policy = label->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  label->setSizePolicy(policy);
+  return label;
+}
+
+SegmentedControl* minutesControl(const QuickNoteTexts& texts) {
+  auto* const minutes = new SegmentedControl(texts.minutes, texts.minutesLabel);
+  minutes->setFixedWidth(points(WIDTH));
+  return minutes;
+}
+
 }  // namespace
 
 QtQuickNotePanel::QtQuickNotePanel(const QuickNoteTexts& texts,
@@ -69,7 +98,7 @@ QtQuickNotePanel::QtQuickNotePanel(const QuickNoteTexts& texts,
     : delegate_(std::move(delegate)), userDefaults_(userDefaults), window_(texts.title) {
   build(texts);
   window_.windowMenu = std::move(windowMenu);
-  window_.userClosed = [this] { tell([](auto& told) { told.windowWillClose(); }); };
+  window_.userClosed = [this] { forward([](auto& target) { target.windowWillClose(); }); };
   window_.userMoved = [this](const QRect& frame) {
     savedFrame_ = frame;
     saveSoon_.start();
@@ -91,82 +120,57 @@ void QtQuickNotePanel::makeKeyAndOrderFront() {
 }
 
 void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
-  auto* const stack = new QVBoxLayout(&window_);
-  stack->setSpacing(points(SPACING));
-  stack->setContentsMargins(points(INSET), points(INSET), points(INSET), points(INSET));
+  auto* const stack = columnIn(window_, SPACING, INSET);
+  stack->addWidget(participants_ = participantChooser(texts.participantLabel, window_));
+  stack->addWidget(noteField(texts));
+  stack->addWidget(placeholder_ = placeholderLabel(texts.placeholder));
+  stack->addWidget(minutes_ = minutesControl(texts));
+  stack->addWidget(hint_ = new Label("", 10, Tint::secondary));
+  stack->addWidget(sendRow(texts));
+  stack->addWidget(caughtHeader_ = new Label(texts.caughtHeader, 11, Tint::secondary, QFont::Bold));
+  stack->addWidget(caughtList(texts));
+  caughtHeader_->hide();
+  note_->setFocus();
+}
 
-  participants_ = new Chooser;
-  participants_->setAccessibleName(fromUtf8(texts.participantLabel));
-  // Qt gives a chooser its current item as its accessible name. What it is for is told by a label
-  // that is its buddy.
-  auto* const caption = new Label(texts.participantLabel, 13, Tint::primary);
-  caption->setParent(&window_);
-  caption->setBuddy(participants_);
-  caption->hide();
-  participants_->setFont(panelFont(13));
-  participants_->setFixedSize(points(WIDTH), points(CHOOSER_HEIGHT));
-  stack->addWidget(participants_);
-
+QWidget* QtQuickNotePanel::noteField(const QuickNoteTexts& texts) {
   note_ = new NoteField;
   note_->setAccessibleName(fromUtf8(texts.noteLabel));
   note_->setAccessibleDescription(fromUtf8(texts.placeholder));
   note_->setFixedSize(points(WIDTH), points(NOTE_HEIGHT));
   QObject::connect(note_, &NoteField::textChanged, &window_,
-                   [this] { tell([](auto& told) { told.textDidChange(); }); });
-  stack->addWidget(note_);
-
-  placeholder_ = new Label(texts.placeholder, 11, Tint::tertiary);
-  QSizePolicy staysOpen = placeholder_->sizePolicy();
-  staysOpen.setRetainSizeWhenHidden(true);
-  placeholder_->setSizePolicy(staysOpen);
-  stack->addWidget(placeholder_);
-
-  minutes_ = new SegmentedControl(texts.minutes, texts.minutesLabel);
-  minutes_->setFixedWidth(points(WIDTH));
-  stack->addWidget(minutes_);
-
-  hint_ = new Label("", 10, Tint::secondary);
-  stack->addWidget(hint_);
-
-  stack->addWidget(sendRow(texts));
-
-  caughtHeader_ = new Label(texts.caughtHeader, 11, Tint::secondary, QFont::Bold);
-  caughtHeader_->hide();
-  stack->addWidget(caughtHeader_);
-
-  stack->addWidget(caughtList(texts));
-  note_->setFocus();
+                   [this] { forward([](auto& target) { target.textDidChange(); }); });
+  return note_;
 }
 
 QWidget* QtQuickNotePanel::sendRow(const QuickNoteTexts& texts) {
   auto* const row = new QWidget;
-  auto* const line = new QHBoxLayout(row);
-  line->setContentsMargins(0, 0, 0, 0);
-  line->setSpacing(points(SPACING));
-
-  auto* const send = new PanelButton(texts.send, texts.send, PanelButton::Size::regular);
-  window_.setDefaultButton(*send);
-  QObject::connect(send, &QPushButton::clicked, &window_,
-                   [this] { tell([](auto& told) { told.send(); }); });
-  line->addWidget(send);
-
-  status_ = new AnnouncingLabel(10, Tint::secondary);
-  line->addWidget(status_);
+  auto* const line = rowIn(*row, SPACING);
+  line->addWidget(sendButton(texts.send));
+  line->addWidget(status_ = new AnnouncingLabel(10, Tint::secondary));
   line->addStretch();
   return row;
+}
+
+QWidget* QtQuickNotePanel::sendButton(const std::string& title) {
+  auto* const send = new PanelButton(title, title, PanelButton::Size::regular);
+  window_.setDefaultButton(*send);
+  QObject::connect(send, &QPushButton::clicked, &window_,
+                   [this] { forward([](auto& target) { target.send(); }); });
+  return send;
 }
 
 QWidget* QtQuickNotePanel::caughtList(const QuickNoteTexts& texts) {
   caught_ = new CaughtList(
       WIDTH, texts.log, texts.skip,
-      [this](std::size_t tag) { tell([tag](auto& told) { told.caughtLog(tag); }); },
-      [this](std::size_t tag) { tell([tag](auto& told) { told.caughtSkip(tag); }); });
+      [this](std::size_t tag) { forward([tag](auto& target) { target.caughtLog(tag); }); },
+      [this](std::size_t tag) { forward([tag](auto& target) { target.caughtSkip(tag); }); });
   caught_->hide();
   return caught_;
 }
 
-void QtQuickNotePanel::tell(const Told& what) const {
-  if (const auto delegate = delegate_.lock()) what(*delegate);
+void QtQuickNotePanel::forward(const Event& event) const {
+  if (const auto target = delegate_.lock()) event(*target);
 }
 
 void QtQuickNotePanel::setParticipants(const std::vector<std::string>& titles,

@@ -59,12 +59,14 @@ class QtQuickNotePanel final : public QuickNotePanel {
   [[nodiscard]] QWidget& window() { return window_; }
 
  private:
-  using Told = std::function<void(QuickNotePanelDelegate&)>;
+  using Event = std::function<void(QuickNotePanelDelegate&)>;
 
   void build(const QuickNoteTexts& texts);
+  [[nodiscard]] QWidget* noteField(const QuickNoteTexts& texts);
   [[nodiscard]] QWidget* sendRow(const QuickNoteTexts& texts);
+  [[nodiscard]] QWidget* sendButton(const std::string& title);
   [[nodiscard]] QWidget* caughtList(const QuickNoteTexts& texts);
-  void tell(const Told& what) const;
+  void forward(const Event& event) const;  ///< to the delegate, if it is still there
   void saveFrame();
 
   std::weak_ptr<QuickNotePanelDelegate> delegate_;

@@ -24,70 +24,64 @@ QPoint middleOfScreen(QSize frame) {
   return screen != nullptr ? centred(screen->availableGeometry(), frame) : QPoint();
 }
 
+template <class Text>
+Text* wrapped(Text* label) {
+  label->wrapAt(TEXT_WIDTH);
+  return label;
+}
+
+/// A field with its caption above it.
+QLineEdit* addField(QBoxLayout& stack, const std::string& label) {
+  auto* const caption = new Label(label, 13, Tint::primary);
+  auto* const field = new EntryField(label);
+  field->setFixedWidth(points(FIELD_WIDTH));
+  caption->setBuddy(field);
+  stack.addWidget(caption);
+  stack.addWidget(field);
+  return field;
+}
+
 }  // namespace
 
 QtSignInPanel::QtSignInPanel(const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate)
     : delegate_(std::move(delegate)), window_(texts.title) {
   build(texts);
   window_.userClosed = [this] {
-    if (const auto told = delegate_.lock()) told->windowWillClose();
+    if (const auto target = delegate_.lock()) target->windowWillClose();
   };
   window_.fitToContents();
 }
 
 void QtSignInPanel::build(const SignInTexts& texts) {
-  stack_ = new QVBoxLayout(&window_);
-  stack_->setSpacing(points(SPACING));
-  stack_->setContentsMargins(points(INSET), points(INSET), points(INSET), points(INSET));
-
-  stack_->addWidget(new Label(texts.heading, 14, Tint::primary, QFont::Bold));
-
-  auto* const explanation = new Label(texts.explanation, 11, Tint::secondary);
-  explanation->wrapAt(TEXT_WIDTH);
-  stack_->addWidget(explanation);
-
-  email_ = addField(texts.emailLabel);
+  auto& stack = *columnIn(window_, SPACING, INSET);
+  stack.addWidget(new Label(texts.heading, 14, Tint::primary, QFont::Bold));
+  stack.addWidget(wrapped(new Label(texts.explanation, 11, Tint::secondary)));
+  email_ = addField(stack, texts.emailLabel);
   email_->setPlaceholderText(fromUtf8(texts.emailPlaceholder));
   email_->setInputMethodHints(Qt::ImhEmailCharactersOnly | Qt::ImhNoAutoUppercase);
-
-  password_ = addField(texts.passwordLabel);
+  password_ = addField(stack, texts.passwordLabel);
   password_->setEchoMode(QLineEdit::Password);
-
-  error_ = new AnnouncingLabel(11, Tint::error);
-  error_->wrapAt(TEXT_WIDTH);
-  stack_->addWidget(error_);
-
-  stack_->addWidget(buttonRow(texts));
+  stack.addWidget(error_ = wrapped(new AnnouncingLabel(11, Tint::error)));
+  stack.addWidget(buttonRow(texts.signIn));
   email_->setFocus();
 }
 
-QLineEdit* QtSignInPanel::addField(const std::string& label) {
-  auto* const caption = new Label(label, 13, Tint::primary);
-  auto* const field = new EntryField(label);
-  field->setFixedWidth(points(FIELD_WIDTH));
-  caption->setBuddy(field);
-  stack_->addWidget(caption);
-  stack_->addWidget(field);
-  return field;
-}
-
-QWidget* QtSignInPanel::buttonRow(const SignInTexts& texts) {
+QWidget* QtSignInPanel::buttonRow(const std::string& title) {
   auto* const row = new QWidget;
-  auto* const line = new QHBoxLayout(row);
-  line->setContentsMargins(0, 0, 0, 0);
-  line->setSpacing(points(ROW_SPACING));
-
-  signIn_ = new PanelButton(texts.signIn, texts.signIn, PanelButton::Size::regular);
-  window_.setDefaultButton(*signIn_);
-  QObject::connect(signIn_, &QPushButton::clicked, &window_, [this] {
-    if (const auto told = delegate_.lock()) told->signIn();
-  });
-  line->addWidget(signIn_);
-
-  spinner_ = new Spinner;
-  line->addWidget(spinner_);
+  auto* const line = rowIn(*row, ROW_SPACING);
+  line->addWidget(signInButton(title));
+  line->addWidget(spinner_ = new Spinner);
   line->addStretch();
   return row;
+}
+
+QWidget* QtSignInPanel::signInButton(const std::string& title) {
+  signIn_ = new PanelButton(title, title, PanelButton::Size::regular);
+  window_.setDefaultButton(*signIn_);
+  QObject::connect(signIn_, &QPushButton::clicked, &window_, [this] {
+    if (const auto target = delegate_.lock()) target->signIn();
+  });
+  return signIn_;
 }
 
 void QtSignInPanel::present() {

@@ -5,7 +5,6 @@
 #include "platform/linux/panels/floating_panel.h"
 #include "platform/sign_in_panel.h"
 
-class QBoxLayout;
 class QLineEdit;
 
 namespace notewick {
@@ -34,12 +33,11 @@ class QtSignInPanel final : public SignInPanel {
 
  private:
   void build(const SignInTexts& texts);
-  [[nodiscard]] QLineEdit* addField(const std::string& label);
-  [[nodiscard]] QWidget* buttonRow(const SignInTexts& texts);
+  [[nodiscard]] QWidget* buttonRow(const std::string& title);
+  [[nodiscard]] QWidget* signInButton(const std::string& title);
 
   std::weak_ptr<SignInPanelDelegate> delegate_;
   PanelWindow window_;
-  QBoxLayout* stack_ = nullptr;
   QLineEdit* email_ = nullptr;
   QLineEdit* password_ = nullptr;
   AnnouncingLabel* error_ = nullptr;

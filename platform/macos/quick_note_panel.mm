@@ -67,6 +67,24 @@ NSPanel* makePanel() {
                     defer:NO];
 }
 
+NSPopUpButton* participantChooser(const std::string& accessibilityLabel) {
+  NSPopUpButton* chooser = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
+  fixWidth(chooser, FIELD_WIDTH);
+  chooser.accessibilityLabel = nsString(accessibilityLabel);
+  return chooser;
+}
+
+NSSegmentedControl* minutesControl(const QuickNoteTexts& texts) {
+  NSSegmentedControl* minutes =
+      [NSSegmentedControl segmentedControlWithLabels:nsStrings(texts.minutes)
+                                        trackingMode:NSSegmentSwitchTrackingSelectOne
+                                              target:nil
+                                              action:nil];
+  minutes.selectedSegment = -1;
+  minutes.accessibilityLabel = nsString(texts.minutesLabel);
+  return minutes;
+}
+
 }  // namespace
 
 CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
@@ -104,32 +122,18 @@ void CocoaQuickNotePanel::setUpPanel(const QuickNoteTexts& texts) {
 }
 
 NSView* CocoaQuickNotePanel::contents(const QuickNoteTexts& texts) {
-  participants_ = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
-  fixWidth(participants_, FIELD_WIDTH);
-  participants_.accessibilityLabel = nsString(texts.participantLabel);
-
+  participants_ = participantChooser(texts.participantLabel);
   NSView* noteBox = this->noteBox(texts);
-
   placeholder_ = label(texts.placeholder, [NSFont systemFontOfSize:11], NSColor.tertiaryLabelColor);
-
-  minutes_ = [NSSegmentedControl segmentedControlWithLabels:nsStrings(texts.minutes)
-                                               trackingMode:NSSegmentSwitchTrackingSelectOne
-                                                     target:nil
-                                                     action:nil];
-  minutes_.selectedSegment = -1;
-  minutes_.accessibilityLabel = nsString(texts.minutesLabel);
-
+  minutes_ = minutesControl(texts);
   hint_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
-
   send_ = pushButton(texts.send, texts.send, events_, @selector(send:));
   send_.keyEquivalent = @"\r";
   status_ = label("", [NSFont systemFontOfSize:10], NSColor.secondaryLabelColor);
   NSView* sendRow = row(@[ send_, status_ ], 8);
-
   caughtHeader_ =
       label(texts.caughtHeader, [NSFont boldSystemFontOfSize:11], NSColor.secondaryLabelColor);
   caughtHeader_.hidden = YES;
-
   return contentColumn(
       @[
         participants_, noteBox, keepingItsRoom(placeholder_), minutes_, hint_, sendRow,

@@ -45,6 +45,15 @@ NSPanel* makePanel() {
                                         defer:NO];
 }
 
+NSProgressIndicator* hiddenSpinner(const std::string& accessibilityLabel) {
+  NSProgressIndicator* spinner = [[NSProgressIndicator alloc] initWithFrame:NSZeroRect];
+  spinner.style = NSProgressIndicatorStyleSpinning;
+  spinner.controlSize = NSControlSizeSmall;
+  spinner.hidden = YES;
+  spinner.accessibilityLabel = nsString(accessibilityLabel);
+  return spinner;
+}
+
 void setUpField(NSTextField* field, const std::string& accessibilityLabel) {
   fixWidth(field, FIELD_WIDTH);
   field.accessibilityLabel = nsString(accessibilityLabel);
@@ -92,11 +101,7 @@ NSView* CocoaSignInPanel::contents(const SignInTexts& texts) {
 
   signIn_ = pushButton(texts.signIn, texts.signIn, events_, @selector(signIn:));
   signIn_.keyEquivalent = @"\r";
-  spinner_ = [[NSProgressIndicator alloc] initWithFrame:NSZeroRect];
-  spinner_.style = NSProgressIndicatorStyleSpinning;
-  spinner_.controlSize = NSControlSizeSmall;
-  spinner_.hidden = YES;
-  spinner_.accessibilityLabel = nsString(texts.signIn);
+  spinner_ = hiddenSpinner(texts.signIn);
   NSView* signInRow = row(@[ signIn_, spinner_ ], 8);
 
   return contentColumn(

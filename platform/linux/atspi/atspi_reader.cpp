@@ -87,6 +87,13 @@ bool ranOver(const QDBusMessage& reply) {
   return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
 }
 
+/// An empty message where nothing was asked.
+QDBusMessage answerTo(std::optional<QDBusPendingCall>& call) {
+  if (!call) return {};
+  call->waitForFinished();
+  return call->reply();
+}
+
 template <typename Question>
 std::vector<QDBusMessage> questions(const std::vector<AtspiReference>& objects, Question question) {
   std::vector<QDBusMessage> messages;
@@ -95,6 +102,11 @@ std::vector<QDBusMessage> questions(const std::vector<AtspiReference>& objects, 
 }
 
 }  // namespace
+
+AtspiReader::AtspiReader() {
+  qDBusRegisterMetaType<AtspiReference>();
+  qDBusRegisterMetaType<QList<AtspiReference>>();
+}
 
 std::vector<AtspiReference> AtspiReader::applications(const QDBusConnection& bus,
                                                       const Deadline& deadline) {
@@ -142,31 +154,21 @@ std::vector<std::optional<QString>> AtspiReader::names(const QDBusConnection& bu
 std::vector<QDBusMessage> AtspiReader::ask(const QDBusConnection& bus,
                                            const std::vector<QDBusMessage>& questions,
                                            milliseconds limit) {
-  static const bool isRegistered = [] {
-    qDBusRegisterMetaType<AtspiReference>();
-    qDBusRegisterMetaType<QList<AtspiReference>>();
-    return true;
-  }();
-  static_cast<void>(isRegistered);
-
   std::vector<std::optional<QDBusPendingCall>> calls;
-  for (const auto& question : questions) {
-    const bool isAsked = limit > milliseconds::zero() && !silent_.contains(question.service());
-    calls.push_back(isAsked
-                        ? std::optional(bus.asyncCall(question, static_cast<int>(limit.count())))
-                        : std::nullopt);
-  }
+  for (const auto& question : questions) calls.push_back(send(bus, question, limit));
   std::vector<QDBusMessage> replies;
-  for (std::size_t i = 0; i < calls.size(); ++i) {
-    if (!calls[i]) {
-      replies.emplace_back();
-      continue;
-    }
-    calls[i]->waitForFinished();
-    replies.push_back(calls[i]->reply());
-    if (ranOver(replies.back())) waitForSignOfLife(bus, questions[i].service());
+  std::ranges::transform(calls, std::back_inserter(replies), answerTo);
+  for (std::size_t i = 0; i < replies.size(); ++i) {
+    if (ranOver(replies[i])) waitForSignOfLife(bus, questions[i].service());
   }
   return replies;
+}
+
+std::optional<QDBusPendingCall> AtspiReader::send(const QDBusConnection& bus,
+                                                  const QDBusMessage& question,
+                                                  milliseconds limit) const {
+  if (limit <= milliseconds::zero() || isSilent(question.service())) return std::nullopt;
+  return bus.asyncCall(question, static_cast<int>(limit.count()));
 }
 
 void AtspiReader::waitForSignOfLife(const QDBusConnection& bus, const QString& application) {

@@ -26,6 +26,8 @@ struct AtspiReference {
 /// so that it costs its time once and not at every sample. Main thread.
 class AtspiReader final : public QObject {
  public:
+  AtspiReader();
+
   // Each round of questions but the last takes half of the time that is left, so that programs that
   // do not answer leave some for those that do.
 
@@ -54,9 +56,14 @@ class AtspiReader final : public QObject {
   }
 
  private:
+  /// The replies in the order of the questions; an error, or an empty message, where there is none.
   [[nodiscard]] std::vector<QDBusMessage> ask(const QDBusConnection& bus,
                                               const std::vector<QDBusMessage>& questions,
                                               std::chrono::milliseconds limit);
+  [[nodiscard]] std::optional<QDBusPendingCall> send(const QDBusConnection& bus,
+                                                     const QDBusMessage& question,
+                                                     std::chrono::milliseconds limit) const;
+  /// Leaves the application out until it answers a question that has no time limit.
   void waitForSignOfLife(const QDBusConnection& bus, const QString& application);
 
   QSet<QString> silent_;

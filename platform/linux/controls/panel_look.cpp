@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -62,6 +64,21 @@ QFont panelFont(double size, QFont::Weight weight) {
   font.setPixelSize(points(size));
   font.setWeight(weight);
   return font;
+}
+
+QHBoxLayout* rowIn(QWidget& widget, double spacing) {
+  auto* const row = new QHBoxLayout(&widget);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(points(spacing));
+  return row;
+}
+
+QVBoxLayout* columnIn(QWidget& widget, double spacing, double inset) {
+  auto* const column = new QVBoxLayout(&widget);
+  const int margin = points(inset);
+  column->setContentsMargins(margin, margin, margin, margin);
+  column->setSpacing(points(spacing));
+  return column;
 }
 
 double contrast(const QColor& one, const QColor& other) {

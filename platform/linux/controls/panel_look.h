@@ -5,6 +5,10 @@
 #include <QPalette>
 #include <string>
 
+class QHBoxLayout;
+class QVBoxLayout;
+class QWidget;
+
 namespace notewick {
 
 // Sizes, fonts and colours of the panels. The panels are laid out in points for a system font of 13
@@ -15,6 +19,12 @@ namespace notewick {
 [[nodiscard]] int points(double length);
 
 [[nodiscard]] QFont panelFont(double size, QFont::Weight weight = QFont::Normal);
+
+/// Lays out the widget as a row without margins. `spacing` is in points.
+[[nodiscard]] QHBoxLayout* rowIn(QWidget& widget, double spacing);
+
+/// Lays out the widget as a column with a margin of `inset` around it; both are in points.
+[[nodiscard]] QVBoxLayout* columnIn(QWidget& widget, double spacing, double inset);
 
 /// The contrast of two opaque colours, from 1 to 21, as WCAG 2.1 defines it.
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);

@@ -89,9 +89,7 @@ SegmentedControl::SegmentedControl(const std::vector<std::string>& segments,
                                    const std::string& label) {
   setScreenReaderRole(*this, QAccessible::Grouping);
   setAccessibleName(fromUtf8(label));
-  auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(0);
+  auto* const row = rowIn(*this, 0);
   for (std::size_t i = 0; i < segments.size(); ++i) {
     auto* const segment = new Segment(segments[i], placeOf(i, segments.size()));
     segment->setAccessibleDescription(fromUtf8(label));

@@ -29,10 +29,8 @@ CaughtList::CaughtList(double width, std::string logTitle, std::string skipTitle
       skipTitle_(std::move(skipTitle)),
       log_(std::move(log)),
       skip_(std::move(skip)),
-      stack_(new QVBoxLayout(this)) {
+      stack_(columnIn(*this, ROW_SPACING, 0)) {
   setFixedWidth(points(width));
-  stack_->setContentsMargins(0, 0, 0, 0);
-  stack_->setSpacing(points(ROW_SPACING));
 }
 
 bool CaughtList::setRows(const std::vector<CaughtRow>& rows,
@@ -80,9 +78,7 @@ void CaughtList::clear() {
 void CaughtList::addRow(const CaughtRow& content) {
   const std::size_t tag = rows_.size();
   auto* const row = new QWidget;
-  auto* const line = new QHBoxLayout(row);
-  line->setContentsMargins(0, 0, 0, 0);
-  line->setSpacing(points(BUTTON_SPACING));
+  auto* const line = rowIn(*row, BUTTON_SPACING);
   line->addStretch();
   auto* const log = new PanelButton(logTitle_, content.logLabel, PanelButton::Size::small);
   auto* const skip = new SkipButton(skipTitle_, content.skipLabel, PanelButton::Size::small);
