@@ -53,8 +53,8 @@ void ColourScheme::ask() {
 }
 
 void ColourScheme::onSettingChanged(const QDBusMessage& signal) {
-  const auto told = signal.arguments();
-  if (told.value(0) == APPEARANCE && told.value(1) == COLOUR_SCHEME) apply(told.value(2));
+  const auto setting = signal.arguments();
+  if (setting.value(0) == APPEARANCE && setting.value(1) == COLOUR_SCHEME) apply(setting.value(2));
 }
 
 QPalette darkPalette() {

@@ -6,11 +6,11 @@
 
 namespace notewick {
 
-/// The windows are dark where the user asked the desktop for dark ones, and follow when the wish
-/// changes. Qt knows themes only, and GNOME's switch leaves the theme as it is; so this
-/// listens to the desktop portal (setting `color-scheme` of `org.freedesktop.appearance`). A theme
-/// that is dark already stays, and so does everything where no portal answers; nothing waits for
-/// it. Main thread; lives as long as the application object, or shorter.
+/// Uses dark windows when the desktop's colour scheme asks for them, and follows later changes. Qt
+/// 6.4 knows themes only (6.5 is the first to know colour schemes), and GNOME's switch leaves the
+/// theme as it is. So this listens to the desktop portal (setting `color-scheme` of
+/// `org.freedesktop.appearance`). A theme that is dark already stays. Without a portal nothing
+/// changes, and nothing waits for one. Main thread; must not outlive the application object.
 /// Source:
 /// https://flatpak.github.io/xdg-desktop-portal/docs/doc-org.freedesktop.portal.Settings.html
 class ColourScheme final : public QObject {

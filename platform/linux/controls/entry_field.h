@@ -5,7 +5,8 @@
 
 namespace notewick {
 
-/// A one-line field whose outline and example text are legible in every palette.
+/// Qt's one-line field with an outline and an example text that are legible in every palette: those
+/// of Fusion stay below a contrast of 3 and 4.5 in many.
 class EntryField : public QLineEdit {
  public:
   explicit EntryField(const std::string& accessibleName);

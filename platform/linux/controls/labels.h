@@ -27,7 +27,8 @@ class Label : public QLabel {
   Tint tint_;
 };
 
-/// A label for news: a screen reader speaks its text when it appears. It is hidden while empty.
+/// A label for what has just happened: screen readers speak its text when it appears. It is hidden
+/// while empty.
 class AnnouncingLabel : public Label {
  public:
   AnnouncingLabel(double size, Tint tint);

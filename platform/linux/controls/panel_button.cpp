@@ -5,17 +5,13 @@
 namespace notewick {
 
 PanelButton::PanelButton(const std::string& title, const std::string& accessibleName, Size size)
-    : QPushButton(buttonText(title)), size_(size) {
+    : QPushButton(buttonText(title)) {
   setAccessibleName(fromUtf8(accessibleName));
-  setFont(panelFont(size == Size::regular ? 13 : 11));
   setFocusPolicy(Qt::TabFocus);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-QSize PanelButton::sizeHint() const {
-  const bool regular = size_ == Size::regular;
-  const int title = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-  return {title + 2 * points(regular ? 14 : 8), points(regular ? 26 : 22)};
+  const bool isRegular = size == Size::regular;
+  setFont(panelFont(isRegular ? 13 : 11));
+  const int width = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+  setFixedSize(width + 2 * points(isRegular ? 14 : 8), points(isRegular ? 26 : 22));
 }
 
 void PanelButton::keyPressEvent(QKeyEvent* event) {

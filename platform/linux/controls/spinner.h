@@ -6,7 +6,7 @@
 namespace notewick {
 
 /// Says that something is under way for an unknown time. It turns while it is shown and costs
-/// nothing while it is hidden, as it is at first.
+/// nothing while it is hidden, as it is at first. It is painted here because Qt has no spinner.
 class Spinner : public QWidget {
  public:
   Spinner();
