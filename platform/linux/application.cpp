@@ -61,13 +61,13 @@ class PlatformChoice {
 /// the platform may not be installed, or lead nowhere.
 class StartFailures {
  public:
-  StartFailures() { others_ = qInstallMessageHandler(tell); }
+  StartFailures() { others_ = qInstallMessageHandler(pass); }
   StartFailures(const StartFailures&) = delete;
   StartFailures& operator=(const StartFailures&) = delete;
   ~StartFailures() { qInstallMessageHandler(others_); }
 
  private:
-  static void tell(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  static void pass(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     others_(type, context, message);
     if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
   }
@@ -108,18 +108,18 @@ QtApplication::QtApplication(char** argv) : application_(startToolkit(argumentCo
 
 int QtApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
   SingleInstance instance([delegate] {
-    if (const auto told = delegate.lock()) told->applicationReopened();
+    if (const auto target = delegate.lock()) target->applicationReopened();
   });
   if (!instance.claim()) return 0;
   const TerminationSignals endingTheLoop;
   QMetaObject::invokeMethod(
       application_.get(),
       [delegate] {
-        if (const auto told = delegate.lock()) told->applicationDidFinishLaunching();
+        if (const auto target = delegate.lock()) target->applicationDidFinishLaunching();
       },
       Qt::QueuedConnection);
   const int status = QApplication::exec();
-  if (const auto told = delegate.lock()) told->applicationWillTerminate();
+  if (const auto target = delegate.lock()) target->applicationWillTerminate();
   return status;
 }
 

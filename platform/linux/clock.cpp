@@ -19,7 +19,7 @@ constexpr double referenceDate = 978'307'200;
 constexpr double firstSecond = -62'135'510'400;
 constexpr double lastSecond = 253'402'214'399;
 
-// What tells a changed file: a new file under the name, or other contents in the same.
+// Differs when there is a new file under the name, or other contents in the same file.
 using FileStamp = std::tuple<std::string, dev_t, ino_t, off_t, std::time_t, long>;
 
 std::string zoneFilePath(std::string zone) {

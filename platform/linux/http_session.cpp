@@ -56,10 +56,10 @@ void CurlHttpSession::startThroughProxy(HttpTransfer& transfer, const QUrl& addr
     if (!*choice) return transfer.fail(choice->error().description);
     return transfer.start(address, **choice, authorities_);
   }
-  const auto told = [this, address, waiting = QPointer(&transfer)](const auto& proxies) {
+  const auto startThrough = [this, address, waiting = QPointer(&transfer)](const auto& proxies) {
     if (waiting) waiting->start(address, proxyOfDesktop(proxies), authorities_);
   };
-  desktopProxies_.find(address, told);
+  desktopProxies_.find(address, startThrough);
 }
 
 std::chrono::milliseconds CurlHttpSession::patienceOf(const HttpRequest& request) const {

@@ -21,10 +21,10 @@ struct TitleReader {
 /// it does not offer such a list.
 [[nodiscard]] std::optional<TitleReader> makeToplevelReader();
 
-/// The accessibility bus. Always there; whether anything can be read shows later.
+/// The AT-SPI bus. Always there; whether anything can be read shows later.
 [[nodiscard]] TitleReader makeAtspiReader();
 
-/// What is left when a Wayland compositor tells nothing: the accessibility bus, and for the
+/// What is left when a Wayland compositor lists no windows: the AT-SPI bus, and for the
 /// programs of the X server inside the session, many of which never join that bus, X11 properties.
 [[nodiscard]] TitleReader makeAtspiAndX11Reader();
 

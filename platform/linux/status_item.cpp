@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Hosts that draw the menu themselves do not all tell when it closes.
+/// Hosts that draw the menu themselves do not all report when it closes.
 constexpr auto OPEN_AT_MOST = 10s;
 /// Closing the menu and the click that closes it arrive in either order.
 constexpr auto CLOSING_TIME = 250ms;

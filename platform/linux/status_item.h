@@ -18,6 +18,11 @@ namespace notewick {
 /// after this program, so only when none has come within `patience` one line on standard error says
 /// so. The title shows as the tool tip, and its count as a badge on the symbol.
 ///
+/// Two kinds of hosts exist. A StatusNotifierItem host reads the menu over the bus
+/// (com.canonical.dbusmenu) and draws it itself; a host of embedded icons shows our own QMenu. Qt
+/// decides for one of them when the icon is made and stays with it. So the icon is made only when a
+/// host is there, and `reader_` keeps which kind it is: they read access keys differently.
+///
 /// What differs from what is shown is drawn once at the end of a turn of the main loop, however
 /// often it was set in it: a host of trays asks for everything anew at each change. A menu that is
 /// set while the old one is open is drawn when that has closed, or is opened again.
@@ -41,6 +46,8 @@ class QtStatusItem final : public QObject, public StatusItem {
   void drawSymbol();
   void drawToolTip();
   void drawTrayMenu();
+  /// Leaves the drawn menu alone for that long: a line that moves under the pointer would make the
+  /// user choose another one.
   void holdMenuFor(std::chrono::milliseconds time);
   void choose(const MenuItem& item);
   [[nodiscard]] MenuItemChosen choosing();

@@ -70,7 +70,8 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::look(const QDBusConnection& bu
 }
 
 std::optional<AtspiScreen::Sighting> AtspiScreen::withoutAnswer() {
-  // What the application told before it fell silent may have arrived during the wait.
+  // Renamings that the application sent before it fell silent may have arrived during the wait.
+  // Qt's bus thread has queued them for us; without this they would come after the sample.
   QCoreApplication::sendPostedEvents(bus_.get(), QEvent::MetaCall);
   const bool isStillRight =
       last_ && last_->active.application == activated_ && reader_.isSilent(activated_);

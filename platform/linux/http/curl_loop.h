@@ -10,7 +10,7 @@ class QSocketNotifier;
 
 namespace notewick {
 
-/// What CurlLoop tells about a transfer. Both are called from the event loop only.
+/// What CurlLoop reports about a transfer. Both are called from the event loop only.
 class CurlTransfer {
  public:
   virtual ~CurlTransfer() = default;

@@ -18,11 +18,11 @@ QUrl originOf(const QUrl& url) {
 
 }  // namespace
 
-void DesktopProxies::find(const QUrl& url, Told told) {
+void DesktopProxies::find(const QUrl& url, Found found) {
   const QUrl address = originOf(url);
   Origin& origin = origins_[address.toString()];
-  if (!origin.known.hasExpired()) return told(origin.proxies);
-  origin.waiting.push_back(std::move(told));
+  if (!origin.known.hasExpired()) return found(origin.proxies);
+  origin.waiting.push_back(std::move(found));
   if (origin.waiting.size() == 1) ask(address.toString(), address);
 }
 
@@ -45,7 +45,7 @@ void DesktopProxies::heard(const QString& name, const QList<QNetworkProxy>& prox
   Origin& origin = origins_[name];
   origin.proxies = proxies;
   origin.known.setRemainingTime(COUNTS_FOR);
-  for (const Told& told : std::exchange(origin.waiting, {})) told(proxies);
+  for (const Found& found : std::exchange(origin.waiting, {})) found(proxies);
 }
 
 }  // namespace notewick

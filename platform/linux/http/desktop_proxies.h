@@ -11,7 +11,7 @@
 
 namespace notewick {
 
-/// The proxies of the desktop's settings, as Qt's system configuration tells them.
+/// The proxies of the desktop's settings, as Qt's system configuration gives them.
 ///
 /// Asking takes from 10 ms to many seconds (on Debian libproxy asks: GNOME's settings through a
 /// helper program, an automatic configuration over the network). So a thread of its own asks, once
@@ -19,20 +19,20 @@ namespace notewick {
 class DesktopProxies : public QObject {
  public:
   using Ask = std::function<QList<QNetworkProxy>(const QNetworkProxyQuery&)>;
-  using Told = std::function<void(const QList<QNetworkProxy>&)>;
+  using Found = std::function<void(const QList<QNetworkProxy>&)>;
 
   /// `ask` is called on another thread.
   explicit DesktopProxies(Ask ask) : ask_(std::move(ask)) {}
 
-  /// Calls `told` in this turn where the answer is known, else in a later one; never after this
+  /// Calls `found` in this turn where the answer is known, else in a later one; never after this
   /// object has gone.
-  void find(const QUrl& url, Told told);
+  void find(const QUrl& url, Found found);
 
  private:
   struct Origin {
     QList<QNetworkProxy> proxies;
     QDeadlineTimer known{0};
-    std::vector<Told> waiting;
+    std::vector<Found> waiting;
   };
 
   void ask(const QString& name, const QUrl& url);

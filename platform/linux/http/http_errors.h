@@ -4,7 +4,7 @@
 
 namespace notewick {
 
-/// Fixed English sentences for the user; none tells an address.
+/// Fixed English sentences for the user; none contains an address.
 namespace http_error {
 
 inline constexpr const char* INVALID_ADDRESS = "The address is not valid.";

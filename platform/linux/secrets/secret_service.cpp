@@ -23,7 +23,8 @@ QVariant plainSecret(const QDBusObjectPath& session, const QByteArray& secret) {
   return QVariant::fromValue(SecretOnBus{session, {}, secret, "text/plain"});
 }
 
-// A service that would have to ask the user first has not done what it was asked for.
+// A service that has to ask the user first answers with the path of a prompt, which we do not show:
+// then nothing was done.
 SecretServiceAnswer<void> doneWithoutPrompt(const QVariantList& answer) {
   if (answer.value(answer.size() - 1).value<QDBusObjectPath>().path() == nothing) return {};
   return tl::unexpected(SecretServiceFailure::refused);
@@ -41,6 +42,7 @@ SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::start() const {
+  // Every store is started by the service's name but KWallet, which the bus knows by its own only.
   const auto started = start(name);
   if (started || started.error() == SecretServiceFailure::unanswered) return started;
   return start(walletName).and_then([this] { return appearance(); });

@@ -24,9 +24,14 @@ struct SecretItems {
 inline constexpr std::chrono::milliseconds secretServicePatience{1000};
 
 /// One conversation with the Secret Service (the freedesktop Secret Service API, 0.2): its calls as
-/// functions, all of them together bounded by `secretServicePatience`. No call here makes the
-/// service ask the user anything, or starts it, but `start`. The secrets travel in the clear over
-/// the session bus, which is a local socket of this user ("plain" session). Main thread.
+/// functions. The calls block, because the port answers at once; all of them together take at most
+/// `secretServicePatience`. No call makes the service ask the user anything, and only `start`
+/// starts it. Main thread.
+///
+/// The objects of the service: a collection is what the user locks and unlocks, and holds items; an
+/// item has attributes, by which it is found, and a secret. A secret is handed over in a session,
+/// which says how it is encrypted on its way. Ours is "plain": the secrets travel in the clear over
+/// the session bus, which is a local socket of this user.
 class SecretServiceConversation {
  public:
   SecretServiceConversation() : end_(secretServicePatience) {}
@@ -52,13 +57,15 @@ class SecretServiceConversation {
 
  private:
   [[nodiscard]] SecretServiceAnswer<void> start(const char* program) const;
+  /// Waits until the service is there, or the time of the conversation is over.
   [[nodiscard]] SecretServiceAnswer<void> appearance() const;
   [[nodiscard]] SecretServiceAnswer<QVariantList> call(const QString& path,
                                                        const QString& interface,
                                                        const QString& member,
                                                        const QVariantList& arguments) const;
+  /// The arguments of the reply. Unlike a plain call over the bus it starts no service.
   [[nodiscard]] SecretServiceAnswer<QVariantList> send(QDBusMessage message) const;
-  /// Makes one call, which needs a session to hand a secret over in.
+  /// Makes one call that hands a secret over: opens a session for it, and closes it afterwards.
   [[nodiscard]] SecretServiceAnswer<QVariantList> callInSession(
       const QString& path, const QString& interface, const QString& member,
       const std::function<QVariantList(const QDBusObjectPath& session)>& arguments) const;

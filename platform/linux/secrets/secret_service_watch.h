@@ -11,9 +11,9 @@ class QDBusMessage;
 
 namespace notewick {
 
-/// Listens to what the Secret Service tells of itself, whoever caused it: items written and
-/// removed, collections opened, locked, made and removed, the service come and gone. Asks the
-/// service nothing. Main thread.
+/// Listens to the signals of the Secret Service, whoever caused them: items written and removed,
+/// collections opened, locked, made and removed, the service started and ended. Asks the service
+/// nothing. Main thread.
 ///
 /// Whoever makes the watch before the first question misses nothing: the bus keeps the order, so a
 /// change that the answer does not show yet is announced afterwards. What a service does not

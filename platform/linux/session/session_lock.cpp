@@ -34,7 +34,7 @@ void SessionLock::onActiveChanged(const QDBusMessage& signal) {
   }
 }
 
-// One that left the bus before it was watched is never told of.
+// If a program leaves the bus before we watch it, no signal announces its end.
 void SessionLock::forgetIfGone(const QString& locker) {
   const QString bus = QStringLiteral("org.freedesktop.DBus");
   auto question = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,

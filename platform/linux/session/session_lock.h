@@ -11,7 +11,7 @@ namespace notewick {
 
 /// Whether the user's screen is locked or blanked, as the desktop's screen saver tells the session
 /// bus by the signal `ActiveChanged` (GNOME, KDE, Cinnamon, MATE, Xfce). An X server leaves the
-/// last window active behind a locked screen. A locker that tells nobody goes unnoticed, and so
+/// last window active behind a locked screen. A locker that sends no signal goes unnoticed, and so
 /// does a lock from before this object was made. Main thread.
 class SessionLock final : public QObject {
   Q_OBJECT

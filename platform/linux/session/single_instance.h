@@ -34,8 +34,8 @@ class SingleInstance final : public QObject {
   /// `activated` is called, in a later turn, whenever the program is started again.
   explicit SingleInstance(std::function<void()> activated);
 
-  /// True when this is the first instance. Otherwise the first one has been told that it was
-  /// started again, where there is a bus to tell it by.
+  /// True when this is the first instance. Otherwise the first one knows now that it was
+  /// started again, where there is a bus to reach it by.
   [[nodiscard]] bool claim();
 
  public slots:

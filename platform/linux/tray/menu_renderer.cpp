@@ -25,7 +25,7 @@ QKeySequence shortcutOf(const MenuItem& item) {
 }
 
 /// One drawn line, and the item that it shows. It is complete before a menu gets it, because every
-/// later change is told to the tray's host.
+/// later change is sent to the tray's host.
 class DrawnItem : public QAction {
  public:
   DrawnItem(const MenuItem& item, MenuReader reader, const MenuItemChosen& chosen, QMenu& menu)
