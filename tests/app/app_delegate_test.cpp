@@ -122,8 +122,8 @@ TEST_F(LaunchTest, TimersOfAProgramThatIsGoneDoNothing) {
 TEST_F(LaunchTest, ASecondStartOpensTheWidgetForTyping) {
   signIn();
   knows({"Lena O'Keefe"});
+  defaults.setBoolean("VELKWidgetVisible", false);
   launch();
-  statusItem().choose("Hide floating widget");
   fakeApplication().startAgain();
   EXPECT_TRUE(widget().key);
 }

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <iostream>
+
 #include "app/app_delegate.h"
 #include "app/constants.h"
 #include "tests/support/world.h"
@@ -32,6 +34,12 @@ TEST_F(EntryTest, TheSelfTestStartsNothingAndTouchesNoFile) {
   EXPECT_EQ(fakeApplication().runs, runsBefore);
   EXPECT_THAT(service.sessions, IsEmpty());
   EXPECT_THAT(deeds, IsEmpty());
+}
+
+TEST_F(EntryTest, ASelfTestThatCannotPrintFails) {
+  std::cout.setstate(std::ios::badbit);
+  EXPECT_EQ(start({"--selftest"}), 1);
+  std::cout.clear();
 }
 
 TEST_F(EntryTest, OtherwiseTheProgramRunsOnceAsAnAccessoryAndPrintsNothing) {

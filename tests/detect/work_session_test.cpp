@@ -37,7 +37,7 @@ TEST(WorkSession, ASightingMovesTheEndOnly) {
 TEST(WorkSession, MinutesAreSightingsRoundedUpAtLeastOneWhateverTheSpan) {
   auto session = seenAt({0, 100'000});
   for (const auto& [sightings, minutes] :
-       {std::pair(0, 1), {1, 1}, {4, 1}, {5, 2}, {8, 2}, {9, 3}}) {
+       {std::pair(0, 1), {1, 1}, {4, 1}, {5, 2}, {8, 2}, {9, 3}, {244, 61}}) {
     session.sightings = sightings;
     EXPECT_EQ(session.activeMinutes(), minutes) << sightings << " sightings";
   }

@@ -61,6 +61,14 @@ TEST_F(LockedStoreTest, DismissedItIsSignedOutUntilTheSignInCommandAsksAgain) {
   EXPECT_EQ(menuBegins(), SIGNED_IN);
 }
 
+TEST_F(LockedStoreTest, OnceItIsOpenTheNextFailureTakesTheKeyboardAgain) {
+  secrets.userAnswers(false);
+  closesThePanel();
+  secrets.othersOpen();
+  sessionExpires();
+  EXPECT_TRUE(signInPanel().key);
+}
+
 TEST_F(LockedStoreTest, SigningOutAsksForTheStoreAlsoAfterARefusal) {
   secrets.userAnswers(false);
   signInWithPanel();

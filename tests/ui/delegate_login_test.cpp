@@ -95,11 +95,7 @@ TEST_F(ExpiredSessionTest, AfterASignInTheNextFailureTakesTheKeyboardAgain) {
   advance(60);
   signInWithPanel();
   EXPECT_THAT(app().outbox, IsEmpty()) << "the panel that came quietly signs in like any other";
-  service.backend.revokeTokens();
-  app().reloadParticipants();
-  loop.runPosted();
-  app().reloadParticipants();
-  loop.runPosted();
+  sessionExpires();
   EXPECT_TRUE(signInPanel().key);
 }
 

@@ -30,6 +30,14 @@ class SigningInTest : public WorldTest {
     signInPanel().close();
     loop.runPosted();
   }
+  /// The service ends the session, which the next two calls find out.
+  void sessionExpires() {
+    service.backend.revokeTokens();
+    for (int call = 0; call < 2; ++call) {
+      statusItem().choose("Reload participants");
+      loop.runPosted();
+    }
+  }
   [[nodiscard]] std::string menuBegins() const { return statusItem().lines().front(); }
 };
 
