@@ -36,17 +36,22 @@ json RequestLog::requests() const {
   return requests_;
 }
 
-Routes controlRoutes(Faults& faults, const RequestLog& log, Records& records) {
-  const auto add = [&faults](const Request& request) {
-    faults.add(json::parse(request.body));
-    return json::object();
+void RequestLog::clear() {
+  const std::lock_guard lock(mutex_);
+  requests_.clear();
+}
+
+Routes controlRoutes(Faults& faults, RequestLog& log, Records& records) {
+  const auto doing = [](auto action) {
+    return answeringJson([action](const Request& request) {
+      action(request);
+      return json::object();
+    });
   };
-  const auto clear = [&faults](const Request&) {
-    faults.clear();
-    return json::object();
-  };
-  return {{"POST", "/faults", answeringJson(add)},
-          {"DELETE", "/faults", answeringJson(clear)},
+  return {{"POST", "/faults",
+           doing([&faults](const Request& request) { faults.add(json::parse(request.body)); })},
+          {"DELETE", "/faults", doing([&faults](const Request&) { faults.clear(); })},
+          {"DELETE", "/requests", doing([&log](const Request&) { log.clear(); })},
           {"GET", "/requests", answeringJson([&log](const Request&) { return log.requests(); })},
           {"GET", "/notes", answeringJson([&records](const Request&) { return records.notes(); })}};
 }

@@ -15,6 +15,7 @@ class RequestLog {
   static constexpr std::size_t LIMIT = 10'000;
 
   void add(const httplib::Request& request);
+  void clear();
 
   /// The oldest first: [{"method", "path", "headers": {name: value}, "body"}, ...]
   [[nodiscard]] nlohmann::json requests() const;
@@ -25,6 +26,6 @@ class RequestLog {
 };
 
 /// The tests' side entrance: sets faults, reads back requests and notes (README.md).
-[[nodiscard]] Routes controlRoutes(Faults& faults, const RequestLog& log, Records& records);
+[[nodiscard]] Routes controlRoutes(Faults& faults, RequestLog& log, Records& records);
 
 }  // namespace notewick::service

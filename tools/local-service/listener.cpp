@@ -10,8 +10,6 @@ using httplib::Response;
 using nlohmann::json;
 using Reply = httplib::Server::HandlerResponse;
 
-constexpr std::size_t THREADS = 32;
-
 void answerJson(Response& response, int status, const json& body) {
   response.status = status;
   response.set_header("Cache-Control", "no-store");
@@ -48,7 +46,7 @@ std::unique_ptr<httplib::Server> makeServer(const std::optional<CertificateFiles
 }
 
 void setLimits(httplib::Server& server) {
-  server.new_task_queue = [] { return std::make_unique<httplib::ThreadPool>(THREADS).release(); };
+  server.new_task_queue = [] { return std::make_unique<httplib::ThreadPool>(32U).release(); };
   server.set_payload_max_length(Listener::BODY_LIMIT);
   server.set_keep_alive_max_count(1);
   server.set_keep_alive_timeout(60);

@@ -57,9 +57,6 @@ class Listener {
   /// answered, but for connections on which nobody speaks only after a minute.
   ~Listener();
 
-  Listener(const Listener&) = delete;
-  Listener& operator=(const Listener&) = delete;
-
   [[nodiscard]] int port() const { return port_; }
 
  private:

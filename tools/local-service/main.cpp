@@ -70,23 +70,25 @@ sigset_t holdBackEndingSignals() {
   return signals;
 }
 
-/// In one piece: who sees the file sees both lines.
-void writePorts(const LocalService& service, const std::string& file) {
+/// In one piece: who sees the file sees all of it.
+void write(const std::string& file, const std::string& text) {
   const auto unfinished = file + ".new";
   std::ofstream stream(unfinished);
-  stream << service.port() << '\n';
-  if (const auto control = service.controlPort()) stream << *control << '\n';
+  stream << text;
   stream.close();
   if (!stream) throw std::runtime_error(file + " cannot be written");
   std::filesystem::rename(unfinished, file);
 }
 
-void announce(const LocalService& service) {
-  std::cout << "listening on " << service.origin() << '\n';
+void announce(const LocalService& service, const std::string& portFile) {
+  auto ports = std::to_string(service.port()) + "\n",
+       lines = "listening on " + service.origin() + "\n";
   if (const auto control = service.controlPort()) {
-    std::cout << "control on http://localhost:" << *control << '\n';
+    ports += std::to_string(*control) + "\n";
+    lines += "control on http://localhost:" + std::to_string(*control) + "\n";
   }
-  std::cout.flush();
+  if (!portFile.empty()) write(portFile, ports);
+  std::cout << lines << std::flush;
 }
 
 /// Browsers keep connections in reserve on which they may not speak for long.
@@ -100,8 +102,7 @@ void serve(const Options& options) {
   umask(S_IRWXG | S_IRWXO);  // keys, tokens and notes are the user's own
   LocalService service(options.settings);
   applyAccount(options, service.records());
-  if (!options.portFile.empty()) writePorts(service, options.portFile);
-  announce(service);
+  announce(service, options.portFile);
   int received = 0;
   sigwait(&signals, &received);
   giveUpAfterASecond();

@@ -28,8 +28,6 @@ class LocalService {
   /// Throws std::runtime_error when it cannot start.
   explicit LocalService(const ServiceSettings& settings, const Clock& clock = systemTime);
   ~LocalService();
-  LocalService(const LocalService&) = delete;
-  LocalService& operator=(const LocalService&) = delete;
 
   /// "https://localhost:PORT", or "http" when plain.
   [[nodiscard]] std::string origin() const;

@@ -39,6 +39,8 @@ TEST_F(ControlTest, ShowsTheRequestsSeenAlsoThoseThatFailed) {
   EXPECT_EQ(seen[0].at("headers").at("Content-Type"), "application/json");
   EXPECT_FALSE(seen[0].at("headers").contains("REMOTE_ADDR"));
   EXPECT_EQ(seen[1].at("path"), "/unknown");
+  ASSERT_EQ(statusOf(control().Delete("/requests")), 200);
+  EXPECT_EQ(jsonOf(control().Get("/requests")), json::array());
 }
 
 TEST_F(ControlTest, ShowsTheNotesOfTheDatabase) {
