@@ -44,7 +44,7 @@ class CurlHttpSessionTest : public testing::Test {
     send(request);
     EXPECT_THAT(outcomes_, testing::ElementsAre()) << "completed inside send";
     EXPECT_TRUE(waitUntil([this] { return !outcomes_.empty(); }));
-    letTimePass(std::chrono::milliseconds(5));
+    catchUp();
     EXPECT_EQ(outcomes_.size(), 1U);
     return outcomes_.empty() ? "" : outcomes_.front();
   }

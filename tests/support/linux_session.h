@@ -35,10 +35,11 @@ class LinuxSession {
 
 /// Runs the event loop until `condition` holds; false when it did not within the time.
 [[nodiscard]] bool waitUntil(const std::function<bool()>& condition,
-                             std::chrono::milliseconds limit = std::chrono::seconds(10));
+                             std::chrono::milliseconds limit = std::chrono::seconds(60));
 
-/// Runs the event loop for as long as nothing should happen.
-void letTimePass(std::chrono::milliseconds time);
+/// Handles all that has been posted and all that the bus has sent by now. What has not happened
+/// then was not under way.
+void catchUp();
 
 /// Waits until a program owns `name` on the session bus, or until none does.
 [[nodiscard]] bool waitForOwner(const QString& name, bool owned = true);

@@ -6,8 +6,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QThread>
-#include <algorithm>
-#include <atomic>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,6 +20,13 @@ using namespace std::chrono_literals;
 
 class QtMainLoopTest : public testing::Test {
  protected:
+  /// Returns when a timer has fired that comes after all others of a test.
+  void waitForALaterTimer() {
+    bool fired = false;
+    const auto later = loop_.startOneShot(0.1, [&] { fired = true; });
+    EXPECT_TRUE(waitUntil([&] { return fired; }));
+  }
+
   QtMainLoop loop_;
   std::vector<std::string> log_;
   int count_ = 0;
@@ -69,7 +74,7 @@ TEST_F(QtMainLoopTest, AOneShotTimerFiresOnceAndNotEarly) {
   const auto timer = loop_.startOneShot(0.05, [this] { ++count_; });
   EXPECT_TRUE(waitUntil([this] { return count_ == 1; }));
   EXPECT_GE(time.elapsed(), 50);
-  letTimePass(120ms);
+  waitForALaterTimer();
   EXPECT_EQ(count_, 1);
 }
 
@@ -81,43 +86,17 @@ TEST_F(QtMainLoopTest, ARepeatingTimerFiresFirstAfterOneInterval) {
   EXPECT_GE(time.elapsed(), 100);
 }
 
-/// Keeps every processor busy while it lives.
-class BusyMachine {
- public:
-  BusyMachine() {
-    for (int thread = 0; thread < QThread::idealThreadCount(); ++thread) {
-      threads_.emplace_back([this] {
-        while (!over_) continue;
-      });
-    }
-  }
-  BusyMachine(const BusyMachine&) = delete;
-  ~BusyMachine() {
-    over_ = true;
-    for (std::thread& thread : threads_) thread.join();
-  }
-
- private:
-  std::atomic<bool> over_ = false;
-  std::vector<std::thread> threads_;
-};
-
-TEST_F(QtMainLoopTest, ARepeatingTimerDoesNotDriftOnABusyMachineWithABusyLoop) {
-  constexpr int FIRINGS = 2000;
-  constexpr double INTERVAL = 10;  // milliseconds
-  const BusyMachine machine;
-  std::vector<double> lateness;
+// Qt's own repeating timers begin a new phase after each stall, and come 2.4 seconds later in the
+// end.
+TEST_F(QtMainLoopTest, ARepeatingTimerKeepsItsPhaseInALoopThatStalls) {
   QElapsedTimer time;
   time.start();
-  const auto timer = loop_.startRepeating(INTERVAL / 1000, [&] {
-    const double due = INTERVAL * static_cast<double>(lateness.size() + 1);
-    lateness.push_back(static_cast<double>(time.nsecsElapsed()) / 1e6 - due);
-    if (lateness.size() % 100 == 50) std::this_thread::sleep_for(35ms);
+  const auto timer = loop_.startRepeating(0.02, [this] {
+    if (++count_ % 30 == 1) std::this_thread::sleep_for(500ms);
   });
-  EXPECT_TRUE(waitUntil([&] { return lateness.size() >= FIRINGS; }, 2min));
-  // One firing may come late; a timer that has drifted is late at all of them.
-  EXPECT_LT(*std::min_element(lateness.end() - 50, lateness.end()), INTERVAL);
-  EXPECT_GE(*std::min_element(lateness.begin(), lateness.end()), -1) << "fired early";
+  EXPECT_TRUE(waitUntil([this] { return count_ == 150; }));
+  EXPECT_GE(time.elapsed(), 150 * 20);
+  EXPECT_LT(time.elapsed(), 150 * 20 + 2000);
 }
 
 TEST_F(QtMainLoopTest, FiringsThatWereMissedInALongStallAreLeftOut) {
@@ -135,7 +114,7 @@ TEST_F(QtMainLoopTest, ADestroyedTimerNeverFires) {
   std::this_thread::sleep_for(20ms);
   oneShot.reset();
   repeating.reset();
-  letTimePass(60ms);
+  waitForALaterTimer();
   EXPECT_EQ(count_, 0);
 }
 
@@ -147,7 +126,7 @@ TEST_F(QtMainLoopTest, ATimerMayBeDestroyedByItsOwnAction) {
     log_.push_back(captured);
   });
   EXPECT_TRUE(waitUntil([this] { return !log_.empty(); }));
-  letTimePass(50ms);
+  waitForALaterTimer();
   EXPECT_THAT(log_, ElementsAre("still alive after the timer is gone"));
 }
 

@@ -1,8 +1,6 @@
 // What the services do on a system without a session bus.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-
 #include "platform/linux/notifier.h"
 #include "platform/linux/secret_store.h"
 #include "tests/support/linux_session.h"
@@ -12,22 +10,18 @@ namespace {
 
 const SecretKey token{"tools.velk.notewick", "refresh-token"};
 
-TEST(NoBusTest, NotificationsAreDroppedAtOnce) {
-  QElapsedTimer time;
-  time.start();
+TEST(NoBusTest, NotificationsAreDropped) {
+  testing::internal::CaptureStderr();
   DBusNotifier().show("title", "body");
-  EXPECT_LT(time.elapsed(), 200);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(NoBusTest, TheSecretStoreIsEmptyAtOnce) {
+TEST(NoBusTest, TheSecretStoreIsEmpty) {
   SecretServiceStore store;
-  QElapsedTimer time;
-  time.start();
   EXPECT_EQ(store.state(token), SecretState::absent);
   EXPECT_EQ(store.load(token).state, SecretState::absent);
   EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::failed);
   EXPECT_EQ(store.remove(token), SecretWrite::failed);
-  EXPECT_LT(time.elapsed(), 200);
 }
 
 TEST(NoBusTest, TheSecretStoreReportsNoChanges) {

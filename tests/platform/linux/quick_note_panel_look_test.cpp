@@ -2,7 +2,6 @@
 #include <QLabel>
 #include <QScreen>
 
-#include "platform/linux/controls/panel_look.h"
 #include "tests/platform/linux/quick_note_panel_fixture.h"
 
 namespace notewick {
@@ -39,19 +38,6 @@ TEST_F(QuickNotePanelTest, KeepsRoomForTheHiddenPlaceholder) {
   EXPECT_EQ(visibleLabels(window()).front(), "Minutes — you set this.");
 }
 
-TEST_F(QuickNotePanelTest, ShowsTheHeaderOnlyWithRows) {
-  panel_.orderFrontRegardless();
-  const auto shown = [this] {
-    const auto labels = visibleLabels(window());
-    return std::count(labels.begin(), labels.end(), "Caught — confirm or skip") == 1;
-  };
-  EXPECT_FALSE(shown());
-  panel_.setCaught({row("Lena")}, std::nullopt);
-  EXPECT_TRUE(shown());
-  panel_.setCaught({}, std::nullopt);
-  EXPECT_FALSE(shown());
-}
-
 TEST_F(QuickNotePanelTest, GrowsAndShrinksWithItsRows) {
   panel_.fitToContents();
   const QSize empty = window().size();
@@ -80,62 +66,12 @@ TEST_F(QuickNotePanelTest, GrowsWithEachRowAtOnceWhileItIsShown) {
   }
 }
 
-TEST_F(QuickNotePanelTest, IsAsWideAsItsContentsAndInsets) {
-  panel_.fitToContents();
-  EXPECT_EQ(window().width(), 296 + 2 * 12);
-  EXPECT_EQ(note().height(), 56);
-  EXPECT_EQ(note().width(), 296);
-}
-
-TEST_F(QuickNotePanelTest, KeepsTheDistancesOfItsForm) {
-  panel_.setStatus("2 queued — will retry");
-  panel_.setCaught({row("Lena"), row("Tobias")}, "+ 2 more in the menu bar");
-  panel_.fitToContents();
-  activate(window());
-  EXPECT_EQ(gaps(window()), (std::vector<int>{12, 8, 8, 8, 8, 8, 8, 8, 12}));
-  EXPECT_EQ(gaps(*button("Log Lena").parentWidget()->parentWidget()),
-            (std::vector<int>{0, 4, 4, 0}));
-  EXPECT_EQ(button("Skip Lena").x() - button("Log Lena").geometry().right() - 1, 6);
-  const QLabel& status = shownLabel(window(), "2 queued — will retry");
-  EXPECT_EQ(status.x() - button("Send to VELK").geometry().right() - 1, 8);
-  EXPECT_EQ(note().verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-  EXPECT_EQ(note().viewport()->mapToParent(note().cursorRect().topLeft()), QPoint(2 + 4, 2 + 6));
-}
-
-TEST_F(QuickNotePanelTest, SetsEachTextInItsSizeAndShade) {
-  panel_.setStatus("2 queued — will retry");
-  panel_.setCaught({row("Lena")}, "+ 2 more in the menu bar");
-  activate(window());
-  const auto expectLook = [this](const char* text, int size, int weight, Tint tint) {
-    const QLabel& label = shownLabel(window(), text);
-    EXPECT_EQ(label.font().pixelSize(), size) << text;
-    EXPECT_EQ(label.font().weight(), weight) << text;
-    EXPECT_EQ(label.palette().color(QPalette::WindowText), tinted(window().palette(), tint))
-        << text;
-  };
-  expectLook("What did you do? One line is enough.", 11, QFont::Normal, Tint::tertiary);
-  expectLook("Minutes — you set this.", 10, QFont::Normal, Tint::secondary);
-  expectLook("2 queued — will retry", 10, QFont::Normal, Tint::secondary);
-  expectLook("Caught — confirm or skip", 11, QFont::Bold, Tint::secondary);
-  expectLook("Lena", 11, QFont::Normal, Tint::primary);
-  expectLook("+ 2 more in the menu bar", 10, QFont::Normal, Tint::tertiary);
-  EXPECT_EQ(note().font().pixelSize(), 13);
-}
-
 TEST_F(QuickNotePanelTest, HasNoSavedPlaceAtFirst) {
   EXPECT_FALSE(panel_.applySavedFrame());
   panel_.placeAtBottomRight(24);
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
   EXPECT_EQ(screen.right() - window().frameGeometry().right(), 24);
   EXPECT_EQ(screen.bottom() - window().frameGeometry().bottom(), 24);
-}
-
-TEST_F(QuickNotePanelTest, StaysInItsCornerWhenItGrows) {
-  panel_.placeAtBottomRight(24);
-  const QPoint corner = window().frameGeometry().bottomRight();
-  panel_.setCaught({row("Lena"), row("Tobias")}, std::nullopt);
-  panel_.fitToContents();
-  EXPECT_EQ(window().frameGeometry().bottomRight(), corner);
 }
 
 TEST_F(QuickNotePanelTest, ReturnsToASavedPlace) {

@@ -147,16 +147,6 @@ TEST_F(QuickNotePanelTest, SendsWithReturnFromTheChooserTheMinutesAndTheButton) 
   EXPECT_EQ(delegate_->log, (Log{"send", "send", "send"}));
 }
 
-TEST_F(QuickNotePanelTest, PressesAButtonOfARowWithReturn) {
-  panel_.setCaught({row("Lena"), row("Tobias")}, std::nullopt);
-  activate(window());
-  button("Log Tobias").setFocus();
-  press(Qt::Key_Return);
-  button("Skip Lena").setFocus();
-  press(Qt::Key_Space);
-  EXPECT_EQ(delegate_->log, (Log{"log 1", "skip 0"}));
-}
-
 TEST_F(QuickNotePanelTest, AKeyThatIsHeldDownPressesAButtonOnce) {
   panel_.setCaught({row("Lena"), row("Tobias"), row("Zoe")}, std::nullopt);
   activate(window());
@@ -203,16 +193,6 @@ TEST_F(QuickNotePanelTest, ReturnsToTheNoteWhenItIsGivenTheKeyboard) {
   button("15").setFocus();
   panel_.makeKeyAndOrderFront();
   EXPECT_EQ(focused(), "What did you do?");
-}
-
-TEST_F(QuickNotePanelTest, ToleratesARowThatGoesWhileItsButtonIsPressed) {
-  panel_.setCaught({row("Lena"), row("Tobias")}, std::nullopt);
-  activate(window());
-  delegate_->onSkip = [this] { panel_.setCaught({row("Tobias")}, std::nullopt); };
-  button("Skip Lena").setFocus();
-  press(Qt::Key_Space);
-  EXPECT_EQ(delegate_->log, Log{"skip 0"});
-  EXPECT_EQ(focused(), "Skip Tobias");
 }
 
 TEST_F(QuickNotePanelTest, PutsTheFocusIntoTheNoteWhenTheLastRowGoes) {

@@ -1,3 +1,4 @@
+#include <QElapsedTimer>
 #include <csignal>
 
 #include "tests/platform/linux/secret_store_fixture.h"
@@ -7,7 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using namespace std::chrono_literals;
 
 // --- What GNOME Keyring announces
 // ------------------------------------------------------------------
@@ -58,6 +58,7 @@ TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
   }
   control("EmitChange", {collectionPath, secretService::collectionInterface});
   EXPECT_TRUE(reportsAChange());
+  EXPECT_THAT(calls(), IsEmpty()) << "watching asks nothing";
 }
 
 TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
@@ -65,7 +66,7 @@ TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
   watch();
   control("EmitChange", {collectionPath, secretService::itemInterface});
   control("Emit", {"/prompt", secretService::promptInterface, "Completed"});
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(reports_, 0);
 }
 
@@ -76,7 +77,7 @@ TEST_F(ScriptedServiceTest, WhatHappensAtOnceIsReportedOnce) {
   control("Lock");
   control("Unlock");
   EXPECT_TRUE(waitUntil([this] { return reports_ > 0; }));
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(reports_, 1);
 }
 
@@ -86,14 +87,6 @@ TEST_F(ScriptedServiceTest, TheLastToWatchIsTheOneToHear) {
   watch();
   control("Lock");
   EXPECT_TRUE(reportsAChange());
-}
-
-TEST_F(ScriptedServiceTest, WatchingAsksTheServiceNothing) {
-  serviceIs();
-  watch();
-  control("Emit", {collectionPath, secretService::collectionInterface, "ItemChanged"});
-  EXPECT_TRUE(reportsAChange());
-  EXPECT_THAT(calls(), IsEmpty());
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatComesOrGoesIsReported) {
@@ -121,7 +114,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersAgainIsReported) {
   watch();
   service_->signal(SIGSTOP);
   EXPECT_EQ(store_.state(token), SecretState::locked);
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(reports_, 0);
   service_->signal(SIGCONT);
   EXPECT_TRUE(reportsAChange());
@@ -135,7 +128,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersPingsOnlyIsStillWaitedFor) {
   watch();
   EXPECT_EQ(store_.state(token), SecretState::locked);
   ask(secretService::path, "org.freedesktop.DBus.Peer", "Ping");
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(reports_, 0);
   control("ReleaseSearches");
   EXPECT_TRUE(reportsAChange());
@@ -152,9 +145,10 @@ TEST_F(ScriptedServiceTest, AnAnswerThatIsFollowedByNoneIsReportedMoreRarely) {
     EXPECT_EQ(loaded(), "locked");
   }));
   EXPECT_TRUE(waitUntil([this] { return reports_ == 1; }));
-  letTimePass(300ms);
-  EXPECT_EQ(reports_, 1);
+  QElapsedTimer pause;
+  pause.start();
   EXPECT_TRUE(waitUntil([this] { return reports_ == 2; }));
+  EXPECT_GE(pause.elapsed(), 300);
 }
 
 TEST_F(ScriptedServiceTest, ACallRefusedForLoadIsNoAnswer) {
@@ -166,7 +160,7 @@ TEST_F(ScriptedServiceTest, ACallRefusedForLoadIsNoAnswer) {
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(reports_, 0);
   control("Refuse", {"", ""});
   EXPECT_TRUE(reportsAChange());
@@ -178,13 +172,12 @@ TEST_F(ScriptedServiceTest, AQuestionToTheUserIsNotGivenUpForLoad) {
   control("Refuse", {"org.freedesktop.DBus.Error.NoMemory", ""});
   unlock();
   EXPECT_TRUE(waitUntil([] { return !calls().isEmpty(); }));
-  letTimePass(50ms);
+  catchUp();
   EXPECT_THAT(answers_, IsEmpty());
   control("Refuse", {"", ""});
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("CompletePrompt");
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatHasGoneCountsAsLockedUntilItIsBack) {

@@ -131,6 +131,16 @@ class ScriptedServiceTest : public SecretStoreTest {
   void unlock() {
     store_.unlock([this](bool opened) { answers_.push_back(opened); });
   }
+  static void waitForPrompt() {
+    EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  }
+  /// The only answer to unlock(), as soon as it is there.
+  [[nodiscard]] bool isOpened() {
+    EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+    catchUp();
+    EXPECT_EQ(answers_.size(), 1U);
+    return !answers_.empty() && answers_.front();
+  }
 
   std::vector<bool> answers_;
 };

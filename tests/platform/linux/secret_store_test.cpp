@@ -1,4 +1,3 @@
-#include <QElapsedTimer>
 #include <csignal>
 
 #include "tests/platform/linux/secret_store_fixture.h"
@@ -10,13 +9,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
-using namespace std::chrono_literals;
-
-TEST_F(GnomeKeyringTest, AnEmptyStoreHoldsNothing) {
-  keyringIsOpen();
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
-}
 
 TEST_F(GnomeKeyringTest, ASavedSecretIsFoundAndARemovedOneIsNot) {
   keyringIsOpen();
@@ -59,17 +51,14 @@ TEST_F(GnomeKeyringTest, ASecretThatIsNoTextCountsAsAbsent) {
   EXPECT_EQ(loaded(), "absent");
 }
 
-TEST_F(GnomeKeyringTest, ALockedStoreIsNeitherReadNorWrittenAndNotWaitedFor) {
+TEST_F(GnomeKeyringTest, ALockedStoreIsNeitherReadNorWritten) {
   keyringIsOpen();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   userLocksIt();
-  QElapsedTimer time;
-  time.start();
   EXPECT_EQ(store_.state(token), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
-  EXPECT_LT(time.elapsed(), 500);
 }
 
 TEST_F(GnomeKeyringTest, ALockedStoreWithoutTheSecretSaysAbsentButCannotSave) {
@@ -139,31 +128,27 @@ TEST_F(ScriptedServiceTest, UnlockingAsksTheUserAndEndsWithTheStoreOpen) {
   EXPECT_EQ(loaded(), "locked");
   unlock();
   EXPECT_THAT(answers_, IsEmpty());
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
-  letTimePass(50ms);
+  waitForPrompt();
+  catchUp();
   EXPECT_THAT(answers_, IsEmpty());
   control("CompletePrompt");
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
 TEST_F(ScriptedServiceTest, ADismissedQuestionEndsWithTheStoreLocked) {
   serviceIs("--locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("DismissPrompt");
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  letTimePass(20ms);
-  EXPECT_THAT(answers_, ElementsAre(false));
+  EXPECT_FALSE(isOpened());
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
 }
 
 TEST_F(ScriptedServiceTest, AnOpenStoreIsUnlockedWithoutAQuestion) {
   serviceIs();
   unlock();
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
   EXPECT_FALSE(calls().contains("Prompt"));
 }
 
@@ -171,8 +156,7 @@ TEST_F(ScriptedServiceTest, ACollectionIsMadeForASecretThatWaits) {
   serviceIs("--empty");
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
   unlock();
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
 }
 
@@ -180,8 +164,7 @@ TEST_F(ScriptedServiceTest, NoCollectionIsMadeForNothing) {
   serviceIs("--empty");
   EXPECT_EQ(loaded(), "absent");
   unlock();
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
   EXPECT_FALSE(calls().contains("CreateCollection"));
 }
 
@@ -191,7 +174,7 @@ TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
   control("Lock");
   EXPECT_EQ(loaded(), "locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("CompletePrompt");
   EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
   EXPECT_EQ(loaded(), "found s3cr3t");
@@ -201,8 +184,8 @@ TEST_F(ScriptedServiceTest, TheSameQuestionIsNotAskedTwiceAtOnce) {
   serviceIs("--locked");
   unlock();
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
-  letTimePass(50ms);
+  waitForPrompt();
+  catchUp();
   EXPECT_EQ(openPrompts(), 1U);
   control("CompletePrompt");
   EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
@@ -212,11 +195,11 @@ TEST_F(ScriptedServiceTest, TheSameQuestionIsNotAskedTwiceAtOnce) {
 TEST_F(ScriptedServiceTest, AfterARefusalTheQuestionCanBeAskedAgain) {
   serviceIs("--locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("DismissPrompt");
   EXPECT_TRUE(waitUntil([this] { return answers_.size() == 1; }));
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("CompletePrompt");
   EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
   EXPECT_THAT(answers_, ElementsAre(false, true));
@@ -227,68 +210,58 @@ TEST_F(ScriptedServiceTest, TheQuestionIsNeverTakenBack) {
   {
     SecretServiceStore shortLived;
     shortLived.unlock([](bool) { ADD_FAILURE() << "completed after the end"; });
-    EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+    waitForPrompt();
   }
-  letTimePass(50ms);
+  catchUp();
   EXPECT_EQ(openPrompts(), 1U);
   EXPECT_FALSE(calls().contains("Dismiss"));
   control("CompletePrompt");
-  letTimePass(50ms);
+  catchUp();
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatEndsWhileItAsksEndsTheQuestion) {
   serviceIs("--locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   service_.reset();
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  letTimePass(50ms);
-  EXPECT_THAT(answers_, ElementsAre(false));
+  EXPECT_FALSE(isOpened());
 }
 
 TEST_F(ScriptedServiceTest, ADismissalAfterOthersOpenedTheStoreIsStillADismissal) {
   serviceIs("--locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   control("Unlock");
-  letTimePass(50ms);
+  catchUp();
   EXPECT_THAT(answers_, IsEmpty());
   control("DismissPrompt");
   EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
   service_.reset();
-  letTimePass(50ms);
+  catchUp();
   EXPECT_THAT(answers_, ElementsAre(false));
 }
 
 TEST_F(ScriptedServiceTest, AQuestionThatAnotherServiceTakesOverEnds) {
   serviceIs("--locked");
   unlock();
-  EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
+  waitForPrompt();
   const ChildProcess successor({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(false));
+  EXPECT_FALSE(isOpened());
 }
 
-TEST_F(ScriptedServiceTest, AServiceThatHangsCostsTimeOnceAndCountsAsLocked) {
+TEST_F(ScriptedServiceTest, AServiceThatHangsIsAskedOnceAndCountsAsLocked) {
   serviceIs();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   service_->signal(SIGSTOP);
-  QElapsedTimer time;
-  time.start();
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_LT(time.elapsed(), 1200);
-  time.restart();
-  EXPECT_EQ(loaded(), "locked");
+  for (int asked = 0; asked < 3; ++asked) EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
-  EXPECT_LT(time.elapsed(), 50);
-
   unlock();
-  letTimePass(50ms);
+  catchUp();
   EXPECT_THAT(answers_, IsEmpty());
   service_->signal(SIGCONT);
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
-  EXPECT_THAT(answers_, ElementsAre(true));
+  EXPECT_TRUE(isOpened());
+  EXPECT_LE(calls().count("SearchItems"), 3) << "to save, once in vain, and to unlock";
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 

@@ -1,18 +1,14 @@
 // Shows the views with sample contents, and prints what the user does with them, one line each.
-// Usage: show_views [--quick] [--sign-in] [--tray] [--caught N] [--status TEXT] [--error TEXT]
-//                   [--busy] [--dark] [--contrast] [--key] [--notes N] [--scale FACTOR]
+// Usage: show-views [--quick] [--key] [--tray] [--notes N]
 // Lines on standard input are commands; see obey.
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QPalette>
 #include <QSocketNotifier>
 #include <iostream>
 #include <memory>
 #include <sstream>
 
-#include "platform/linux/controls/colour_scheme.h"
-#include "platform/linux/controls/panel_look.h"
 #include "platform/linux/user_defaults.h"
 #include "platform/linux/views.h"
 
@@ -23,7 +19,7 @@ void say(const std::string& line) {
   std::cout << line << std::endl;
 }
 
-struct Printer : StatusItemTarget, QuickNotePanelDelegate, SignInPanelDelegate {
+struct Printer : StatusItemTarget, QuickNotePanelDelegate {
   void menuItemChosen(const MenuItem& item) override { say("chosen " + item.title); }
   void statusItemClicked() override {
     say("clicked");
@@ -38,11 +34,9 @@ struct Printer : StatusItemTarget, QuickNotePanelDelegate, SignInPanelDelegate {
   void caughtSkip(std::size_t tag) override { say("skip " + std::to_string(tag)); }
   void textDidChange() override { quick->setPlaceholderHidden(!quick->noteText().empty()); }
   void windowWillClose() override { say("closed"); }
-  void signIn() override { say("sign in " + signInPanel->email()); }
 
   std::unique_ptr<StatusItem> statusItem;
   std::unique_ptr<QuickNotePanel> quick;
-  std::unique_ptr<SignInPanel> signInPanel;
 };
 
 const QuickNoteTexts QUICK_NOTE = {"VELK — quick note",
@@ -55,15 +49,6 @@ const QuickNoteTexts QUICK_NOTE = {"VELK — quick note",
                                    "Caught — confirm or skip",
                                    "Log",
                                    "✕"};
-
-const SignInTexts SIGN_IN = {
-    "Sign in to VELK",
-    "Sign in with your VELK account",
-    "Notewick needs your VELK login so confirmed work becomes case notes in your account.",
-    "Email",
-    "name@example.org",
-    "Password",
-    "Sign in"};
 
 MenuItem item(const std::string& title, std::optional<MenuAction> action,
               const std::string& key = "") {
@@ -117,17 +102,6 @@ std::vector<CaughtRow> sampleRows(int count) {
   return rows;
 }
 
-QPalette contrastPalette() {
-  QPalette pure(Qt::black, Qt::black);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    pure.setColor(role, Qt::white);
-  }
-  pure.setColor(QPalette::Base, Qt::black);
-  pure.setColor(QPalette::Highlight, Qt::yellow);
-  pure.setColor(QPalette::HighlightedText, Qt::black);
-  return pure;
-}
-
 void showRows(QuickNotePanel& panel, int count) {
   panel.setCaught(sampleRows(count), count > 4 ? std::optional("+ " + std::to_string(count - 4) +
                                                                " more in the menu bar")
@@ -137,24 +111,13 @@ void showRows(QuickNotePanel& panel, int count) {
 
 void showQuickNote(Printer& printer, QtViews& views, const QCommandLineParser& options,
                    std::weak_ptr<QuickNotePanelDelegate> delegate) {
-  const int caught = options.value("caught").toInt();
   printer.quick = views.makeQuickNotePanel(QUICK_NOTE, std::move(delegate));
   QuickNotePanel& panel = *printer.quick;
-  panel.setHint(caught > 0 ? "On screen ≈ 12 min — you set the duration."
-                           : "Minutes — you set this.");
+  panel.setHint("Minutes — you set this.");
   panel.setParticipants({"Alice Jones", "Bob Smith", "Lena O'Keefe"}, 0);
-  panel.setStatus(options.value("status").toStdString());
-  showRows(panel, caught);
+  showRows(panel, 0);
   if (!panel.applySavedFrame()) panel.placeAtBottomRight(24);
   options.isSet("key") ? panel.makeKeyAndOrderFront() : panel.orderFrontRegardless();
-}
-
-void showSignIn(Printer& printer, QtViews& views, const QCommandLineParser& options,
-                std::weak_ptr<SignInPanelDelegate> delegate) {
-  printer.signInPanel = views.makeSignInPanel(SIGN_IN, std::move(delegate));
-  printer.signInPanel->setError(options.value("error").toStdString());
-  printer.signInPanel->setBusy(options.isSet("busy"));
-  printer.signInPanel->present();
 }
 
 void showTray(Printer& printer, QtViews& views, const QCommandLineParser& options,
@@ -179,42 +142,25 @@ void obey(const std::string& line, Printer& printer) {
     std::istringstream numbers(text);
     for (int notes = 0; numbers >> notes;) showNotes(*printer.statusItem, notes);
   }
-  if (command == "dark") QApplication::setPalette(darkPalette());
-  if (command == "light") QApplication::setPalette(QPalette());
   if (command == "quit") QCoreApplication::quit();
   say("done " + line);
 }
 
 int show(int argc, char** argv) {
   QCommandLineParser options;
-  options.addOptions({{"quick", ""},
-                      {"sign-in", ""},
-                      {"tray", ""},
-                      {"busy", ""},
-                      {"dark", ""},
-                      {"contrast", ""},
-                      {"key", ""},
-                      {"caught", "", "n"},
-                      {"notes", "", "n"},
-                      {"status", "", "text"},
-                      {"error", "", "text"},
-                      {"scale", "", "factor"}});
+  options.addOptions({{"quick", ""}, {"key", ""}, {"tray", ""}, {"notes", "", "n"}});
   QStringList arguments;
   for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
   if (!options.parse(arguments)) return 2;
-  if (options.isSet("scale")) qputenv("QT_SCALE_FACTOR", options.value("scale").toUtf8());
 
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  if (options.isSet("dark")) QApplication::setPalette(darkPalette());
-  if (options.isSet("contrast")) QApplication::setPalette(contrastPalette());
 
   SettingsUserDefaults userDefaults;
   QtViews views(userDefaults);
   const auto printer = std::make_shared<Printer>();
   if (options.isSet("tray")) showTray(*printer, views, options, printer);
   if (options.isSet("quick")) showQuickNote(*printer, views, options, printer);
-  if (options.isSet("sign-in")) showSignIn(*printer, views, options, printer);
 
   QSocketNotifier input(0, QSocketNotifier::Read);
   QObject::connect(&input, &QSocketNotifier::activated, &input, [&] {

@@ -4,7 +4,6 @@
 #include <QLineEdit>
 #include <QScreen>
 
-#include "platform/linux/controls/panel_look.h"
 #include "platform/linux/controls/spinner.h"
 #include "tests/platform/linux/panels/panel_fixture.h"
 #include "tests/support/linux_session.h"
@@ -54,27 +53,6 @@ TEST_F(SignInPanelTest, ReadsLikeTheFormTopToBottom) {
                                       "case notes in your account.",
                                       "Email", "Password"}));
   EXPECT_EQ(email().placeholderText(), QStringLiteral("name@example.org"));
-  EXPECT_EQ(email().width(), 344);
-}
-
-TEST_F(SignInPanelTest, KeepsTheDistancesAndSizesOfItsForm) {
-  panel_.setError("Sign-in failed (500)");
-  panel_.setBusy(true);
-  QApplication::processEvents();
-  EXPECT_EQ(gaps(window()), (std::vector<int>{18, 10, 10, 10, 10, 10, 10, 10, 18}));
-  EXPECT_EQ(spinner().x() - signIn().geometry().right() - 1, 8);
-  EXPECT_EQ(password().width(), 344);
-  const QLabel& heading = shownLabel(window(), "Sign in with your VELK account");
-  EXPECT_EQ(heading.font().pixelSize(), 14);
-  EXPECT_EQ(heading.font().weight(), QFont::Bold);
-  for (const char* const wrapped :
-       {"Notewick needs your VELK login so confirmed work becomes case notes in your account.",
-        "Sign-in failed (500)"}) {
-    EXPECT_EQ(shownLabel(window(), wrapped).width(), 340) << wrapped;
-    EXPECT_EQ(shownLabel(window(), wrapped).font().pixelSize(), 11) << wrapped;
-  }
-  EXPECT_EQ(shownLabel(window(), "Sign-in failed (500)").palette().color(QPalette::WindowText),
-            tinted(window().palette(), Tint::error));
 }
 
 TEST_F(SignInPanelTest, StartsInTheEmailFieldInTheMiddleOfTheScreen) {

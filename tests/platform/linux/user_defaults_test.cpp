@@ -71,58 +71,27 @@ TEST_F(SettingsUserDefaultsTest, RemovingAKeyLeavesTheOthers) {
   EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://velk.example");
 }
 
-class WrittenTexts : public SettingsUserDefaultsTest,
-                     public testing::WithParamInterface<std::string> {};
-
-TEST_P(WrittenTexts, AreReadBackExactly) {
-  defaults_.setString("key", GetParam());
-  EXPECT_EQ(SettingsUserDefaults().string("key"), GetParam());
+TEST_F(SettingsUserDefaultsTest, WrittenTextsAreReadBackExactly) {
+  for (const std::string& text :
+       {std::string("https://host/a,b;c?d=e&f=%20#g"), std::string(",,"), std::string(" lead"),
+        std::string("trail "), std::string("\t"), std::string("half \" quote"),
+        std::string("back\\slash\\n\\"), std::string("line\nfeed\r\n"), std::string("@Invalid()"),
+        std::string("@@"), std::string("@"), std::string("Ren\u00e9 \u65e5\u672c \U0001f600"),
+        std::string("[General]"), std::string("key=value"), std::string("; comment"),
+        std::string("null"), std::string("a\0b", 3), std::string(100'000, 'x')}) {
+    defaults_.setString("key", text);
+    EXPECT_EQ(SettingsUserDefaults().string("key"), text);
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, WrittenTexts,
-                         testing::Values("https://host/", "https://host/a,b;c?d=e&f=%20#g", "a, b",
-                                         ",", ",,", " lead", "trail ", "\t", "  ", "\"quoted\"",
-                                         "half \" quote", "back\\slash", "\\n", "\\",
-                                         "line\nfeed\r\n", "@Invalid()", "@ByteArray(x)", "@@", "@",
-                                         "@Variant()",
-                                         "Ren\xc3\xa9 \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x98\x80",
-                                         "[General]", "key=value", "; comment", "# no comment",
-                                         "%41", "null", std::string("a\0b", 3)));
-
-class HandWrittenTexts : public SettingsUserDefaultsTest,
-                         public testing::WithParamInterface<std::pair<std::string, std::string>> {};
-
-TEST_P(HandWrittenTexts, AreTexts) {
-  const auto [written, read] = GetParam();
-  userWrites("VELKBaseURL=" + written + "\n");
-  EXPECT_EQ(defaults_.string("VELKBaseURL"), read);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, HandWrittenTexts,
-    testing::Values(std::pair<std::string, std::string>{"https://host/", "https://host/"},
-                    std::pair<std::string, std::string>{"https://host:8443/a,b",
-                                                        "https://host:8443/a,b"},
-                    std::pair<std::string, std::string>{"https://host/a;b=c", "https://host/a;b=c"},
-                    std::pair<std::string, std::string>{"https://host\\path", "https://host\\path"},
-                    std::pair<std::string, std::string>{"\"https://host/\"", "https://host/"},
-                    std::pair<std::string, std::string>{"\"https://host/a;b\"", "https://host/a;b"},
-                    std::pair<std::string, std::string>{"\"a;b\", \"c\"", "a;b,c"},
-                    std::pair<std::string, std::string>{"@Variant(x)", "@Variant(x)"},
-                    std::pair<std::string, std::string>{"\" kept \"", " kept "},
-                    std::pair<std::string, std::string>{"12", "12"},
-                    std::pair<std::string, std::string>{"True", "True"},
-                    std::pair<std::string, std::string>{"Ren\xc3\xa9@host", "Ren\xc3\xa9@host"}));
-
-TEST_F(SettingsUserDefaultsTest, ALongTextIsReadBackExactly) {
-  const std::string text(100'000, 'x');
-  defaults_.setString("key", text);
-  EXPECT_EQ(defaults_.string("key"), text);
-}
-
-TEST_F(SettingsUserDefaultsTest, AHandWrittenBooleanCounts) {
-  userWrites("[General]\nVELKWidgetVisible=false\n");
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
+TEST_F(SettingsUserDefaultsTest, HandWrittenTextsAreTexts) {
+  for (const auto& [written, read] :
+       {std::pair("https://host/a;b=c", "https://host/a;b=c"), std::pair("\"a;b\", \"c\"", "a;b,c"),
+        std::pair("@Variant(x)", "@Variant(x)"), std::pair("\" kept \"", " kept "),
+        std::pair("12", "12"), std::pair("True", "True")}) {
+    userWrites(std::string("VELKBaseURL=") + written + "\n");
+    EXPECT_EQ(defaults_.string("VELKBaseURL"), read) << written;
+  }
 }
 
 TEST_F(SettingsUserDefaultsTest, AChangeMadeElsewhereCountsAtOnce) {

@@ -94,7 +94,7 @@ TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutThatWish) {
     const Portal portal(wish);
     const ColourScheme scheme;
     ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-    letTimePass(std::chrono::milliseconds(20));
+    catchUp();
     EXPECT_EQ(window(), own);
   }
 }
@@ -119,7 +119,7 @@ TEST_F(ColourSchemeTest, LeavesAThemeThatIsDarkAlready) {
   const ColourScheme scheme;
   portal.tell(appearance, "color-scheme", prefersDark);
   ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-  letTimePass(std::chrono::milliseconds(20));
+  catchUp();
   EXPECT_EQ(window(), QColor(0x10, 0x20, 0x30));
 }
 
@@ -140,13 +140,13 @@ TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAnAnswer) {
   const Portal portal(std::nullopt);
   const ColourScheme scheme;
   ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-  letTimePass(std::chrono::milliseconds(20));
+  catchUp();
   EXPECT_EQ(window(), own);
 }
 
 TEST_F(ColourSchemeTest, FollowsAPortalThatComesLater) {
   const ColourScheme scheme;
-  letTimePass(std::chrono::milliseconds(20));
+  catchUp();
   EXPECT_EQ(window(), own);
   Portal late(noPreference);
   late.tell(appearance, "color-scheme", prefersDark);

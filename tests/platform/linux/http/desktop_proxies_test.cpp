@@ -66,7 +66,7 @@ TEST_F(DesktopProxiesTest, ADesktopThatDoesNotAnswerHoldsNothingUp) {
   hangs_ = true;
   find(*proxies_, "https://velk.example/");
   EXPECT_TRUE(waitUntil([this] { return asked_ == 1; }));
-  letTimePass(std::chrono::milliseconds(20));
+  catchUp();
   EXPECT_THAT(told_, ElementsAre());
   goOn_.release();
   EXPECT_TRUE(waitUntil([this] { return told_.size() == 1; }));
@@ -78,7 +78,7 @@ TEST_F(DesktopProxiesTest, AnAnswerThatComesTooLateIsDropped) {
   EXPECT_TRUE(waitUntil([this] { return asked_ == 1; }));
   proxies_.reset();
   goOn_.release();
-  letTimePass(std::chrono::milliseconds(20));
+  catchUp();
   EXPECT_THAT(told_, ElementsAre());
 }
 

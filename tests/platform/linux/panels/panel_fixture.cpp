@@ -1,7 +1,6 @@
 #include "tests/platform/linux/panels/panel_fixture.h"
 
 #include <QLabel>
-#include <QLayout>
 #include <QWindow>
 #include <algorithm>
 
@@ -23,19 +22,6 @@ QLabel& shownLabel(const QWidget& window, const std::string& text) {
     if (label->isVisible() && label->text().toStdString() == text) return *label;
   }
   throw std::runtime_error("no label says " + text);
-}
-
-std::vector<int> gaps(const QWidget& column) {
-  std::vector<int> free;
-  int end = 0;
-  for (int i = 0; i < column.layout()->count(); ++i) {
-    const QLayoutItem& item = *column.layout()->itemAt(i);
-    if (item.isEmpty()) continue;
-    free.push_back(item.geometry().top() - end);
-    end = item.geometry().bottom() + 1;
-  }
-  free.push_back(column.height() - end);
-  return free;
 }
 
 void activate(QWidget& window) {

@@ -31,10 +31,6 @@ std::vector<std::string> visibleLabels(const QWidget& window);
 /// The visible label with this text; fails without one.
 QLabel& shownLabel(const QWidget& window, const std::string& text);
 
-/// What is free above the first visible thing in the column of this widget, between each two, and
-/// below the last.
-std::vector<int> gaps(const QWidget& column);
-
 /// Shows the window and gives it the keyboard.
 void activate(QWidget& window);
 

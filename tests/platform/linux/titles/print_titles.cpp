@@ -2,10 +2,10 @@
 // sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
 // output; only then write the next.
 //
-//   print-titles [--reader x11|toplevels|atspi|atspi+x11] [--measure COUNT] [--window TITLE...]
+//   print-titles [--reader x11|toplevels|atspi|atspi+x11] [--window TITLE...]
 //
-// --reader takes that reader, not the one that fits the session; --measure takes so many samples
-// and prints what one costs; --window, the last option, shows windows of its own.
+// --reader takes that reader, not the one that fits the session; --window, the last option, shows
+// windows of its own.
 
 #include <unistd.h>
 
@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <ctime>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -54,30 +53,6 @@ Json answer(const TitleReader& reader) {
           {"milliseconds", taken.count()}};
 }
 
-double processorMilliseconds() {
-  timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-Json measure(Screen& screen, int count) {
-  const auto processorStart = processorMilliseconds();
-  double total = 0;
-  double longest = 0;
-  for (int i = 0; i < count; ++i) {
-    const auto start = std::chrono::steady_clock::now();
-    readSample(screen);
-    const Milliseconds taken = std::chrono::steady_clock::now() - start;
-    total += taken.count();
-    longest = std::max(longest, taken.count());
-  }
-  const auto processor = processorMilliseconds() - processorStart;
-  return {{"samples", count},
-          {"meanProcessorMilliseconds", processor / count},
-          {"meanMilliseconds", total / count},
-          {"longestMilliseconds", longest}};
-}
-
 TitleReader readerNamed(const std::string& name) {
   if (name.empty()) return chooseTitleReader();
   auto reader = name == "x11"         ? makeX11Reader()
@@ -110,10 +85,6 @@ std::vector<std::unique_ptr<QWidget>> showWindows(const std::vector<std::string>
 void run(const std::vector<std::string>& arguments) {
   const auto windows = showWindows(arguments);
   const auto reader = readerNamed(valueOf(arguments, "--reader"));
-  if (const auto count = valueOf(arguments, "--measure"); !count.empty()) {
-    std::cout << measure(*reader.screen, std::stoi(count)) << std::endl;
-    return;
-  }
   QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
   QObject::connect(&input, &QSocketNotifier::activated, &input, [&reader] {
     std::string line;

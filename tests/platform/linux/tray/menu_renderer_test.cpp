@@ -60,14 +60,6 @@ TEST(MenuRenderer, DrawsItemsAndSeparatorsInOrder) {
   EXPECT_FALSE(drawing.actions()[2]->isEnabled());
 }
 
-TEST(MenuRenderer, ReplacesWhatWasDrawn) {
-  QMenu drawing;
-  drawMenu(drawing, {item("old"), item("older")}, MenuReader::qt, ignore);
-  drawMenu(drawing, {item("new")}, MenuReader::qt, ignore);
-  ASSERT_EQ(drawing.actions().size(), 1);
-  EXPECT_EQ(drawing.actions()[0]->text(), QStringLiteral("new"));
-}
-
 TEST(MenuRenderer, ShowsShortcutsWithControl) {
   QMenu drawing;
   drawMenu(drawing, {item("log", MenuAction::logNow, "l"), item("reload")}, MenuReader::qt, ignore);

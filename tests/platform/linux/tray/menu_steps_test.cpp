@@ -11,11 +11,10 @@ using enum MenuStep::Kind;
 using Steps = std::vector<MenuStep>;
 
 /// The program's menu with these pendings, and so many notes waiting.
-Menu menuWith(const std::vector<std::string>& pendings, std::size_t notes, bool paused = false) {
+Menu menuWith(const std::vector<std::string>& pendings, std::size_t notes) {
   MenuState state;
   state.signedIn = true;
   state.trusted = true;
-  state.paused = paused;
   state.outboxCount = notes;
   for (const std::string& id : pendings) {
     Pending pending{};
@@ -30,16 +29,6 @@ std::vector<std::string> pendings(int count) {
   std::vector<std::string> ids;
   for (int number = 0; number < count; ++number) ids.push_back(std::to_string(number));
   return ids;
-}
-
-Menu carriedOut(const Steps& steps, Menu menu, const Menu& wanted) {
-  for (const auto& [kind, place] : steps) {
-    const auto there = menu.begin() + static_cast<std::ptrdiff_t>(place);
-    if (kind == retitle) there->title = wanted.at(place).title;
-    if (kind == remove) menu.erase(there);
-    if (kind == insert) menu.insert(there, wanted.at(place));
-  }
-  return menu;
 }
 
 TEST(MenuSteps, AreNoneBetweenEqualMenus) {
@@ -72,21 +61,6 @@ TEST(MenuSteps, AreFewForDifferencesFarApart) {
   auto oneGone = pendings(1000);
   oneGone.erase(oneGone.begin() + 500);
   EXPECT_EQ(stepsBetween(menuWith(pendings(1000), 0), menuWith(oneGone, 1)).size(), 4U);
-}
-
-TEST(MenuSteps, LeadFromAnyMenuToAnyOther) {
-  const std::vector<Menu> menus = {{},
-                                   menuWith({}, 0),
-                                   menuWith({}, 3),
-                                   menuWith({"a", "b"}, 1, true),
-                                   menuWith({"b", "a"}, 0),
-                                   menuWith(pendings(100), 0),
-                                   makeMenu({})};
-  for (const Menu& drawn : menus) {
-    for (const Menu& wanted : menus) {
-      EXPECT_EQ(carriedOut(stepsBetween(drawn, wanted), drawn, wanted), wanted);
-    }
-  }
 }
 
 }  // namespace

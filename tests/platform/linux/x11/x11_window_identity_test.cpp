@@ -23,67 +23,46 @@ X11WindowIdentity withoutPid() {
   return window;
 }
 
-TEST(X11WindowIdentity, OneProcessIsOneApplication) {
-  auto dialog = editor();
-  dialog.wmClass = "calc\0Calc\0"s;
-  dialog.leader.reset();
-  EXPECT_TRUE(isSameApplication(editor(), dialog));
+/// Another window, as it differs from this one.
+template <class... Changes>
+X11WindowIdentity changed(X11WindowIdentity window, Changes... changes) {
+  (changes(window), ...);
+  return window;
 }
 
-TEST(X11WindowIdentity, OneProcessMayHaveTwoConnections) {
-  auto other = editor();
-  other.client = 0x800000;
-  EXPECT_TRUE(isSameApplication(editor(), other));
+constexpr auto OTHER_CONNECTION = [](X11WindowIdentity& window) { window.client = 0x800000; };
+constexpr auto OTHER_PROCESS = [](X11WindowIdentity& window) { window.pid = 4712; };
+constexpr auto OTHER_MACHINE = [](X11WindowIdentity& window) { window.machine = "far"; };
+constexpr auto OTHER_LEADER = [](X11WindowIdentity& window) { window.leader = 0x800001; };
+constexpr auto NO_LEADER = [](X11WindowIdentity& window) { window.leader.reset(); };
+const auto OTHER_CLASS = [](X11WindowIdentity& window) { window.wmClass = "mail\0Mail\0"s; };
+const auto NO_CLASS = [](X11WindowIdentity& window) { window.wmClass.clear(); };
+
+TEST(X11WindowIdentity, WithPidTheProcessDecides) {
+  const auto same = [](auto... changes) {
+    return isSameApplication(editor(), changed(editor(), changes...));
+  };
+  EXPECT_TRUE(same(OTHER_CLASS, NO_LEADER)) << "a dialogue of the same process";
+  EXPECT_TRUE(same(OTHER_CONNECTION));
+  EXPECT_FALSE(same(OTHER_CONNECTION, OTHER_PROCESS));
+  EXPECT_FALSE(same(OTHER_CONNECTION, OTHER_MACHINE));
+  EXPECT_FALSE(same(OTHER_CONNECTION, OTHER_CLASS)) << "sandboxes count their processes from one";
 }
 
-TEST(X11WindowIdentity, AnotherProcessOfTheSameProgramIsAnotherApplication) {
-  auto other = editor();
-  other.client = 0x800000;
-  other.pid = 4712;
-  EXPECT_FALSE(isSameApplication(editor(), other));
-}
-
-TEST(X11WindowIdentity, TheSameNumberOnAnotherMachineIsAnotherProcess) {
-  auto remote = editor();
-  remote.client = 0x800000;
-  remote.machine = "far";
-  EXPECT_FALSE(isSameApplication(editor(), remote));
-}
-
-TEST(X11WindowIdentity, SandboxesThatCountFromOneAreToldApart) {
-  auto sandboxed = editor();
-  sandboxed.client = 0x800000;
-  sandboxed.wmClass = "mail\0Mail\0"s;
-  EXPECT_FALSE(isSameApplication(editor(), sandboxed));
-}
-
-TEST(X11WindowIdentity, WithoutPidTheConnectionDecides) {
-  auto second = withoutPid();
-  second.leader.reset();
-  second.wmClass.clear();
-  EXPECT_TRUE(isSameApplication(withoutPid(), second));
-  EXPECT_TRUE(isSameApplication(editor(), second));
-}
-
-TEST(X11WindowIdentity, WithoutPidTheLeaderDecides) {
-  auto second = withoutPid();
-  second.client = 0x800000;
-  EXPECT_TRUE(isSameApplication(withoutPid(), second));
-  second.leader = 0x800001;
-  EXPECT_FALSE(isSameApplication(withoutPid(), second));
-}
-
-TEST(X11WindowIdentity, WithoutPidAndLeaderTheClassDecides) {
-  auto first = withoutPid();
-  first.leader.reset();
-  auto second = first;
-  second.client = 0x800000;
-  EXPECT_TRUE(isSameApplication(first, second));
-  second.machine = "far";
-  EXPECT_FALSE(isSameApplication(first, second));
-  second.machine = first.machine;
-  second.wmClass = "mail\0Mail\0"s;
-  EXPECT_FALSE(isSameApplication(first, second));
+TEST(X11WindowIdentity, WithoutPidConnectionLeaderOrClassDecide) {
+  const auto same = [](auto... changes) {
+    return isSameApplication(withoutPid(), changed(withoutPid(), changes...));
+  };
+  EXPECT_TRUE(same(NO_LEADER, NO_CLASS));
+  EXPECT_TRUE(isSameApplication(editor(), changed(withoutPid(), NO_LEADER, NO_CLASS)));
+  EXPECT_TRUE(same(OTHER_CONNECTION));
+  EXPECT_FALSE(same(OTHER_CONNECTION, OTHER_LEADER));
+  const auto leaderless = changed(withoutPid(), NO_LEADER);
+  EXPECT_TRUE(isSameApplication(leaderless, changed(leaderless, OTHER_CONNECTION)));
+  EXPECT_FALSE(isSameApplication(leaderless, changed(leaderless, OTHER_CONNECTION, OTHER_MACHINE)));
+  EXPECT_FALSE(isSameApplication(leaderless, changed(leaderless, OTHER_CONNECTION, OTHER_CLASS)));
+  EXPECT_FALSE(isSameApplication(editor(), changed(leaderless, OTHER_CONNECTION)))
+      << "its class alone puts no window to a process";
 }
 
 TEST(X11WindowIdentity, WindowsThatSayNothingStayApart) {
@@ -92,13 +71,6 @@ TEST(X11WindowIdentity, WindowsThatSayNothingStayApart) {
   X11WindowIdentity second;
   second.client = 0x800000;
   EXPECT_FALSE(isSameApplication(first, second));
-}
-
-TEST(X11WindowIdentity, ANamelessWindowIsNotPutToAProcessByItsClass) {
-  auto other = withoutPid();
-  other.client = 0x800000;
-  other.leader.reset();
-  EXPECT_FALSE(isSameApplication(editor(), other));
 }
 
 TEST(X11WindowIdentity, NamesTheProgramByItsClassPart) {
