@@ -122,8 +122,10 @@ void VELKClient::captureNote(const std::string& participantId, const std::string
                {"input", input},
                {"durationMinutes", durationMinutes},
                {"sessionDate", sessionDate}};
-  constexpr bool outlivesSession = true;
-  authed({"/api/desktop/case-notes/capture", "POST", std::move(body), outlivesSession},
+  authed({.path = "/api/desktop/case-notes/capture",
+          .method = "POST",
+          .body = std::move(body),
+          .outlivesSession = true},
          [completion = std::move(completion)](Result<AnswerBody> answer) {
            completion(std::move(answer).map(&AnswerBody::capturedId));
          });

@@ -11,11 +11,11 @@ struct CodePoint {
 };
 
 CodePoint firstOf(std::string_view text) {
-  constexpr CodePoint illFormed{0xFFFD, 1};
+  constexpr CodePoint ILL_FORMED{0xFFFD, 1};
   utf8proc_int32_t value = 0;
   const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                                        static_cast<utf8proc_ssize_t>(text.size()), &value);
-  return length > 0 ? CodePoint{value, static_cast<std::size_t>(length)} : illFormed;
+  return length > 0 ? CodePoint{value, static_cast<std::size_t>(length)} : ILL_FORMED;
 }
 
 /// The length of the whole clusters at the beginning of `text` that are within the bound.

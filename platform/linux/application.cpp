@@ -61,18 +61,18 @@ class PlatformChoice {
 /// the platform may not be installed, or lead nowhere.
 class StartFailures {
  public:
-  StartFailures() { others_ = qInstallMessageHandler(pass); }
+  StartFailures() { others = qInstallMessageHandler(pass); }
   StartFailures(const StartFailures&) = delete;
   StartFailures& operator=(const StartFailures&) = delete;
-  ~StartFailures() { qInstallMessageHandler(others_); }
+  ~StartFailures() { qInstallMessageHandler(others); }
 
  private:
   static void pass(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    others_(type, context, message);
+    others(type, context, message);
     if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
   }
 
-  inline static QtMessageHandler others_ = nullptr;
+  inline static QtMessageHandler others = nullptr;
 };
 
 std::unique_ptr<QApplication> startToolkit(int& argc, char** argv) {
@@ -86,14 +86,14 @@ std::unique_ptr<QApplication> startToolkit(int& argc, char** argv) {
 }  // namespace
 
 QtApplication::UntimelyExit::UntimelyExit() {
-  isAlive_ = true;
+  isAlive = true;
   std::atexit([] {
-    if (isAlive_) std::_Exit(EXIT_FAILURE);
+    if (isAlive) std::_Exit(EXIT_FAILURE);
   });
 }
 
 QtApplication::UntimelyExit::~UntimelyExit() {
-  isAlive_ = false;
+  isAlive = false;
 }
 
 QtApplication::QtApplication(char** argv) : application_(startToolkit(argumentCount_, argv)) {

@@ -39,7 +39,7 @@ class QtApplication final : public Application {
     UntimelyExit& operator=(const UntimelyExit&) = delete;
 
    private:
-    inline static bool isAlive_ = false;
+    inline static bool isAlive = false;
   };
 
   int argumentCount_ = 1;

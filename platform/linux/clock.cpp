@@ -13,11 +13,11 @@ namespace notewick {
 namespace {
 
 // From 1970-01-01 to 2001-01-01, in seconds.
-constexpr double referenceDate = 978'307'200;
+constexpr double REFERENCE_DATE = 978'307'200;
 
 // The first and the last second of the years 1 and 9999 that every time zone shows inside them.
-constexpr double firstSecond = -62'135'510'400;
-constexpr double lastSecond = 253'402'214'399;
+constexpr double FIRST_SECOND = -62'135'510'400;
+constexpr double LAST_SECOND = 253'402'214'399;
 
 // Differs when there is a new file under the name, or other contents in the same file.
 using FileStamp = std::tuple<std::string, dev_t, ino_t, off_t, std::time_t, long>;
@@ -58,7 +58,7 @@ void rereadChangedTimeZoneFile() {
 std::chrono::duration<double> SystemClock::now() const {
   timespec time{};
   clock_gettime(CLOCK_REALTIME, &time);
-  return std::chrono::duration<double>(static_cast<double>(time.tv_sec) - referenceDate +
+  return std::chrono::duration<double>(static_cast<double>(time.tv_sec) - REFERENCE_DATE +
                                        static_cast<double>(time.tv_nsec) / 1e9);
 }
 
@@ -66,7 +66,7 @@ CivilTime SystemClock::localTime(std::chrono::duration<double> time) const {
   rereadChangedTimeZoneFile();
   tzset();
   const auto seconds = static_cast<std::time_t>(
-      std::clamp(std::floor(time.count()) + referenceDate, firstSecond, lastSecond));
+      std::clamp(std::floor(time.count()) + REFERENCE_DATE, FIRST_SECOND, LAST_SECOND));
   std::tm local{};
   localtime_r(&seconds, &local);
   return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,

@@ -19,8 +19,8 @@ using Milliseconds = std::chrono::milliseconds;
 constexpr auto LONGEST_LATENESS = 1s;
 
 Milliseconds milliseconds(double seconds) {
-  constexpr double longest = std::numeric_limits<int>::max();
-  return Milliseconds(static_cast<int>(std::clamp(std::round(seconds * 1000), 0.0, longest)));
+  constexpr double LONGEST = std::numeric_limits<int>::max();
+  return Milliseconds(static_cast<int>(std::clamp(std::round(seconds * 1000), 0.0, LONGEST)));
 }
 
 class QtTimer : public Timer, private QObject {

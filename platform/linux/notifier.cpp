@@ -20,14 +20,14 @@ QString escaped(const std::string& body) {
 void DBusNotifier::show(const std::string& title, const std::string& body) {
   const QVariantMap hints{{"sound-name", "message-new-instant"},
                           {"desktop-entry", "tools.velk.notewick"}};
-  constexpr uint nothingToReplace = 0;
-  constexpr int serverDecidesHowLong = -1;
+  constexpr uint NOTHING_TO_REPLACE = 0;
+  constexpr int SERVER_DECIDES_HOW_LONG = -1;
   QDBusMessage notify = QDBusMessage::createMethodCall("org.freedesktop.Notifications",
                                                        "/org/freedesktop/Notifications",
                                                        "org.freedesktop.Notifications", "Notify");
-  notify << "VELK Notewick" << nothingToReplace << "tools.velk.notewick"
+  notify << "VELK Notewick" << NOTHING_TO_REPLACE << "tools.velk.notewick"
          << QString::fromStdString(title) << escaped(body) << QStringList() << hints
-         << serverDecidesHowLong;
+         << SERVER_DECIDES_HOW_LONG;
   QDBusConnection::sessionBus().asyncCall(notify);
 }
 

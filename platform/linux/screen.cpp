@@ -13,11 +13,11 @@ namespace notewick {
 namespace {
 
 /// A compositor may be busy while the user logs in, and the choice is made only once.
-constexpr std::chrono::seconds patienceAtStart{2};
+constexpr std::chrono::seconds PATIENCE_AT_START{2};
 
 /// What an X server may take of a sample that asks the AT-SPI bus as well; it needs less
 /// than a hundredth of that.
-constexpr std::chrono::milliseconds limitOfXPrograms{50};
+constexpr std::chrono::milliseconds LIMIT_OF_X_PROGRAMS{50};
 
 class NoScreen final : public Screen {
  public:
@@ -80,22 +80,22 @@ std::optional<TitleReader> makeX11Reader() {
 }
 
 std::optional<TitleReader> makeToplevelReader() {
-  auto toplevels = ForeignToplevels::open(Deadline(patienceAtStart));
+  auto toplevels = ForeignToplevels::open(Deadline(PATIENCE_AT_START));
   if (!toplevels) return std::nullopt;
   return TitleReader{std::make_unique<ToplevelScreen>(std::move(toplevels)),
                      std::make_unique<FixedTrust>(true)};
 }
 
 TitleReader makeAtspiReader() {
-  return atspiReader(sampleLimit);
+  return atspiReader(SAMPLE_LIMIT);
 }
 
 TitleReader makeAtspiAndX11Reader() {
   auto connection = X11Connection::open();
   if (!connection) return makeAtspiReader();
-  auto reader = atspiReader(sampleLimit - limitOfXPrograms);
+  auto reader = atspiReader(SAMPLE_LIMIT - LIMIT_OF_X_PROGRAMS);
   reader.screen = std::make_unique<ScreenWithXPrograms>(
-      std::make_unique<X11Screen>(std::move(connection), limitOfXPrograms),
+      std::make_unique<X11Screen>(std::move(connection), LIMIT_OF_X_PROGRAMS),
       std::move(reader.screen));
   return reader;
 }

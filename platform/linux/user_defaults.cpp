@@ -52,9 +52,9 @@ QString withoutComment(const QString& text) {
   return start < 0 ? text : text.left(start).trimmed();
 }
 
-constexpr qint64 largestFile = 1024 * 1024;
+constexpr qint64 LARGEST_FILE = 1024 * 1024;
 /// A program that writes settings holds their lock for some milliseconds.
-constexpr auto patienceWithALock = 2s;
+constexpr auto PATIENCE_WITH_A_LOCK = 2s;
 
 QString settingsFile() {
   return QString::fromStdString(DesktopWorkspace().configurationFolder() + "/VELK/Notewick.ini");
@@ -63,14 +63,14 @@ QString settingsFile() {
 // Qt would wait for the other end of a pipe, and read a file of any size.
 bool isUsable(const QString& path) {
   const QFileInfo file(path);
-  return !file.exists() || (file.isFile() && file.size() <= largestFile);
+  return !file.exists() || (file.isFile() && file.size() <= LARGEST_FILE);
 }
 
 // Qt would wait for ever for a lock that a program of another machine left behind.
 void removeDeadLock(const QString& path) {
   const QString name = path + ".lock";
   QLockFile lock(name);
-  if (!lock.tryLock(patienceWithALock) && lock.error() == QLockFile::LockFailedError) {
+  if (!lock.tryLock(PATIENCE_WITH_A_LOCK) && lock.error() == QLockFile::LockFailedError) {
     QFile::remove(name);
   }
 }
@@ -113,21 +113,21 @@ void change(const Change& makeChange) {
   makeChange(settings);
 }
 
-const QString yes = QStringLiteral("true");
-const QString no = QStringLiteral("false");
+const QString YES = QStringLiteral("true");
+const QString NO = QStringLiteral("false");
 
 }  // namespace
 
 std::optional<std::string> SettingsUserDefaults::string(const std::string& key) {
   const auto text = read(key);
-  if (!text || *text == yes || *text == no) return std::nullopt;
+  if (!text || *text == YES || *text == NO) return std::nullopt;
   return text->toStdString();
 }
 
 std::optional<bool> SettingsUserDefaults::boolean(const std::string& key) {
   const auto text = read(key);
-  if (text == yes) return true;
-  if (text == no) return false;
+  if (text == YES) return true;
+  if (text == NO) return false;
   return std::nullopt;
 }
 
@@ -136,7 +136,7 @@ void SettingsUserDefaults::setString(const std::string& key, const std::string& 
 }
 
 void SettingsUserDefaults::setBoolean(const std::string& key, bool value) {
-  change([&](auto& settings) { settings.write(key, value ? yes : no); });
+  change([&](auto& settings) { settings.write(key, value ? YES : NO); });
 }
 
 void SettingsUserDefaults::remove(const std::string& key) {

@@ -13,8 +13,8 @@
 namespace notewick {
 namespace {
 
-constexpr mode_t ownerOnlyFolder = 0700;
-constexpr std::uint64_t largestFile = 1024 * 1024 * 1024;
+constexpr mode_t OWNER_ONLY_FOLDER = 0700;
+constexpr std::uint64_t LARGEST_FILE = 1024 * 1024 * 1024;
 
 std::string homeFromPasswordDatabase() {
   const passwd* const user = getpwuid(getuid());
@@ -34,7 +34,7 @@ bool reserve(const OpenFile& file, std::size_t size) {
 // A file too large to be read holds nothing that a kill could lose.
 std::string padded(std::string_view text, const OpenFile& file) {
   std::string contents(text);
-  if (contents.size() < file.size() && file.size() <= largestFile) {
+  if (contents.size() < file.size() && file.size() <= LARGEST_FILE) {
     contents.resize(file.size(), ' ');
   }
   return contents;
@@ -53,15 +53,15 @@ std::string PosixFiles::homeFolder() const {
 bool PosixFiles::createFolders(const std::string& path) {
   for (std::size_t slash = path.find('/', 1); slash != std::string::npos;
        slash = path.find('/', slash + 1)) {
-    mkdir(path.substr(0, slash).c_str(), ownerOnlyFolder);
+    mkdir(path.substr(0, slash).c_str(), OWNER_ONLY_FOLDER);
   }
-  mkdir(path.c_str(), ownerOnlyFolder);
+  mkdir(path.c_str(), OWNER_ONLY_FOLDER);
   return isFolder(path);
 }
 
 std::optional<std::string> PosixFiles::read(const std::string& path) {
   const OpenFile file(path, O_RDONLY);
-  return file.isOpen() && file.size() <= largestFile ? file.readAll() : std::nullopt;
+  return file.isOpen() && file.size() <= LARGEST_FILE ? file.readAll() : std::nullopt;
 }
 
 std::optional<std::uint64_t> PosixFiles::size(const std::string& path) {

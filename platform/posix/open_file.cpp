@@ -12,7 +12,7 @@
 namespace notewick {
 namespace {
 
-constexpr mode_t ownerOnly = 0600;
+constexpr mode_t OWNER_ONLY = 0600;
 
 template <typename Call>
 auto uninterrupted(const Call& call) {
@@ -26,7 +26,7 @@ auto uninterrupted(const Call& call) {
 OpenFile::OpenFile(const std::string& path, int flags)
     : OpenFile(uninterrupted([&] {
                  // O_NONBLOCK: opening a pipe that nobody reads would wait for ever.
-                 return open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, ownerOnly);
+                 return open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, OWNER_ONLY);
                }),
                path) {}
 

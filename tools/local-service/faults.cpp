@@ -8,10 +8,10 @@ namespace notewick::service {
 
 using nlohmann::json;
 
-NLOHMANN_JSON_SERIALIZE_ENUM(Cut, {{Cut::None, nullptr},
-                                   {Cut::Before, "before"},
-                                   {Cut::After, "after"},
-                                   {Cut::Middle, "middle"}})
+NLOHMANN_JSON_SERIALIZE_ENUM(Cut, {{Cut::none, nullptr},
+                                   {Cut::before, "before"},
+                                   {Cut::after, "after"},
+                                   {Cut::middle, "middle"}})
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(Fault, path, times, rate, delay, status, body,
                                                 headers, cut)
 
@@ -73,11 +73,11 @@ void Faults::pass(const httplib::Request& request, httplib::Response& response,
   delay(fault->delay);
   if (fault->status != 0 || !fault->body.is_null() || !fault->headers.empty()) {
     answerAs(*fault, response);
-  } else if (fault->cut != Cut::Before) {
+  } else if (fault->cut != Cut::before) {
     handler(request, response);
   }
-  if (fault->cut == Cut::None) return;
-  cutOff(response, fault->cut == Cut::Middle ? response.body.size() / 2 : 0);
+  if (fault->cut == Cut::none) return;
+  cutOff(response, fault->cut == Cut::middle ? response.body.size() / 2 : 0);
 }
 
 void Faults::delay(double seconds) const {

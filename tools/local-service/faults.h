@@ -16,7 +16,7 @@
 namespace notewick::service {
 
 /// When the connection is closed on a request.
-enum class Cut { None, Before, After, Middle };
+enum class Cut { none, before, after, middle };
 
 /// What goes wrong with requests; the fields of its JSON form (README.md).
 struct Fault {
@@ -27,7 +27,7 @@ struct Fault {
   int status = 0;    // 0: the service's own
   nlohmann::json body = {};
   std::map<std::string, std::string> headers = {};
-  Cut cut = Cut::None;
+  Cut cut = Cut::none;
 };
 
 /// The faults on command. From any thread.

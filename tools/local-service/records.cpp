@@ -23,9 +23,9 @@ const std::string SELECT_NOTES =
     "captured_at / 1000.0 AS capturedAt FROM notes ";
 
 std::string hexadecimal(const std::array<unsigned char, 32>& bytes) {
-  constexpr std::string_view digits = "0123456789abcdef";
+  constexpr std::string_view DIGITS = "0123456789abcdef";
   std::string text;
-  for (const auto byte : bytes) text.append({digits[byte >> 4], digits[byte & 15]});
+  for (const auto byte : bytes) text.append({DIGITS[byte >> 4], DIGITS[byte & 15]});
   return text;
 }
 

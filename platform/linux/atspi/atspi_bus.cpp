@@ -10,20 +10,20 @@
 namespace notewick {
 namespace {
 
-const QString launcher = QStringLiteral("org.a11y.Bus");
-const QString launcherPath = QStringLiteral("/org/a11y/bus");
-const QString statusInterface = QStringLiteral("org.a11y.Status");
-const QString isEnabled = QStringLiteral("IsEnabled");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
-const QString registry = QStringLiteral("org.a11y.atspi.Registry");
-const QString registryPath = QStringLiteral("/org/a11y/atspi/registry");
-const QString windowEvents = QStringLiteral("org.a11y.atspi.Event.Window");
-const QString objectEvents = QStringLiteral("org.a11y.atspi.Event.Object");
-const QString nameChange = QStringLiteral("accessible-name");
-const QString connectionName = QStringLiteral("notewick-accessibility");
+const QString LAUNCHER = QStringLiteral("org.a11y.Bus");
+const QString LAUNCHER_PATH = QStringLiteral("/org/a11y/bus");
+const QString STATUS_INTERFACE = QStringLiteral("org.a11y.Status");
+const QString IS_ENABLED = QStringLiteral("IsEnabled");
+const QString PROPERTIES = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString REGISTRY = QStringLiteral("org.a11y.atspi.Registry");
+const QString REGISTRY_PATH = QStringLiteral("/org/a11y/atspi/registry");
+const QString WINDOW_EVENTS = QStringLiteral("org.a11y.atspi.Event.Window");
+const QString OBJECT_EVENTS = QStringLiteral("org.a11y.atspi.Event.Object");
+const QString NAME_CHANGE = QStringLiteral("accessible-name");
+const QString CONNECTION_NAME = QStringLiteral("notewick-accessibility");
 
 QDBusMessage launcherCall(const QString& interface, const char* method, QVariantList arguments) {
-  auto message = QDBusMessage::createMethodCall(launcher, launcherPath, interface, method);
+  auto message = QDBusMessage::createMethodCall(LAUNCHER, LAUNCHER_PATH, interface, method);
   message.setArguments(arguments);
   return message;
 }
@@ -35,11 +35,11 @@ bool ranOver(const QDBusMessage& reply) {
 
 }  // namespace
 
-AtspiBus::AtspiBus() : session_(QDBusConnection::sessionBus()), startLimit_(sampleLimit) {
-  session_.connect(launcher, launcherPath, properties, QStringLiteral("PropertiesChanged"), this,
+AtspiBus::AtspiBus() : session_(QDBusConnection::sessionBus()), startLimit_(SAMPLE_LIMIT) {
+  session_.connect(LAUNCHER, LAUNCHER_PATH, PROPERTIES, QStringLiteral("PropertiesChanged"), this,
                    SLOT(onPropertiesChanged(QString, QVariantMap)));
   sessionWatcher_.setConnection(session_);
-  sessionWatcher_.addWatchedService(launcher);
+  sessionWatcher_.addWatchedService(LAUNCHER);
   connect(&sessionWatcher_, &QDBusServiceWatcher::serviceRegistered, this, &AtspiBus::readSetting);
   connect(&sessionWatcher_, &QDBusServiceWatcher::serviceUnregistered, this,
           [this] { apply(Setting::missing); });
@@ -67,7 +67,7 @@ void AtspiBus::ask(const QDBusMessage& question, Answer answer) {
 }
 
 void AtspiBus::readSetting() {
-  ask(launcherCall(properties, "Get", {statusInterface, isEnabled}), [this](const auto& reply) {
+  ask(launcherCall(PROPERTIES, "Get", {STATUS_INTERFACE, IS_ENABLED}), [this](const auto& reply) {
     const auto value = reply.arguments().value(0).template value<QDBusVariant>().variant();
     if (reply.type() != QDBusMessage::ReplyMessage) return apply(Setting::missing);
     apply(value.toBool() ? Setting::on : Setting::off);
@@ -76,12 +76,12 @@ void AtspiBus::readSetting() {
 
 void AtspiBus::turnOn() {
   const auto on = QVariant::fromValue(QDBusVariant(true));
-  ask(launcherCall(properties, "Set", {statusInterface, isEnabled, on}),
+  ask(launcherCall(PROPERTIES, "Set", {STATUS_INTERFACE, IS_ENABLED, on}),
       [this](const auto&) { readSetting(); });
 }
 
 void AtspiBus::onPropertiesChanged(const QString& interface, const QVariantMap& changed) {
-  if (interface == statusInterface && changed.contains(isEnabled)) readSetting();
+  if (interface == STATUS_INTERFACE && changed.contains(IS_ENABLED)) readSetting();
 }
 
 void AtspiBus::apply(Setting setting) {
@@ -99,7 +99,7 @@ void AtspiBus::apply(Setting setting) {
 void AtspiBus::join() {
   if (isConnected() || std::exchange(isJoining_, true)) return;
   leave();
-  ask(launcherCall(launcher, "GetAddress", {}), [this](const auto& reply) {
+  ask(launcherCall(LAUNCHER, "GetAddress", {}), [this](const auto& reply) {
     isJoining_ = false;
     const auto address = reply.arguments().value(0).toString();
     if (reply.type() == QDBusMessage::ReplyMessage && setting_ == Setting::on) joinAt(address);
@@ -107,13 +107,13 @@ void AtspiBus::join() {
 }
 
 void AtspiBus::joinAt(const QString& address) {
-  auto bus = QDBusConnection::connectToBus(address, connectionName);
+  auto bus = QDBusConnection::connectToBus(address, CONNECTION_NAME);
   hasJoined_ = true;
   if (!bus.isConnected()) return;
-  bus.connect(QString(), QString(), windowEvents, QStringLiteral("Activate"), this,
+  bus.connect(QString(), QString(), WINDOW_EVENTS, QStringLiteral("Activate"), this,
               SLOT(onWindowActivated(QDBusMessage)));
   registryWatcher_.setConnection(bus);
-  registryWatcher_.addWatchedService(registry);
+  registryWatcher_.addWatchedService(REGISTRY);
   registerEvents();
 }
 
@@ -121,15 +121,15 @@ void AtspiBus::leave() {
   if (!std::exchange(hasJoined_, false)) return;
   followed_.clear();
   registryWatcher_.setWatchedServices({});
-  QDBusConnection::disconnectFromBus(connectionName);
+  QDBusConnection::disconnectFromBus(CONNECTION_NAME);
 }
 
 bool AtspiBus::isConnected() const {
-  return hasJoined_ && QDBusConnection(connectionName).isConnected();
+  return hasJoined_ && QDBusConnection(CONNECTION_NAME).isConnected();
 }
 
 std::optional<QDBusConnection> AtspiBus::connection() {
-  if (isConnected()) return QDBusConnection(connectionName);
+  if (isConnected()) return QDBusConnection(CONNECTION_NAME);
   if (setting_ == Setting::on) join();
   return std::nullopt;
 }
@@ -145,24 +145,25 @@ void AtspiBus::registerEvents() {
 void AtspiBus::follow(const QString& application) {
   if (followed_ == application || !isConnected()) return;
   const auto event = QStringLiteral("object:property-change:accessible-name");
-  QDBusConnection bus(connectionName);
+  QDBusConnection bus(CONNECTION_NAME);
   const auto change = QStringLiteral("PropertyChange");
   const auto slot = SLOT(onPropertyChange(QDBusMessage));
   if (!followed_.isEmpty()) {
     changeEvents("DeregisterEvent", event, QString());
-    bus.disconnect(followed_, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
+    bus.disconnect(followed_, QString(), OBJECT_EVENTS, change, {NAME_CHANGE}, QString(), this,
+                   slot);
   }
   changeEvents("RegisterEvent", event, application);
-  bus.connect(application, QString(), objectEvents, change, {nameChange}, QString(), this, slot);
+  bus.connect(application, QString(), OBJECT_EVENTS, change, {NAME_CHANGE}, QString(), this, slot);
   followed_ = application;
 }
 
 void AtspiBus::changeEvents(const char* method, const QString& event, const QString& application) {
   if (!isConnected()) return;
-  auto call = QDBusMessage::createMethodCall(registry, registryPath, registry, method);
+  auto call = QDBusMessage::createMethodCall(REGISTRY, REGISTRY_PATH, REGISTRY, method);
   call << event;
   if (QLatin1String(method) == QLatin1String("RegisterEvent")) call << QStringList() << application;
-  QDBusConnection(connectionName).send(call);
+  QDBusConnection(CONNECTION_NAME).send(call);
 }
 
 void AtspiBus::onWindowActivated(const QDBusMessage& event) {

@@ -32,17 +32,17 @@ namespace {
 
 using std::chrono::milliseconds;
 
-const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
-const QString busService = QStringLiteral("org.freedesktop.DBus");
+const QString ACCESSIBLE = QStringLiteral("org.a11y.atspi.Accessible");
+const QString PROPERTIES = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString BUS_SERVICE = QStringLiteral("org.freedesktop.DBus");
 
 /// Far more than a program has windows; a bound on what a broken one can cost.
-constexpr qsizetype maximumChildren = 64;
+constexpr qsizetype MAXIMUM_CHILDREN = 64;
 
 /// The bit of ATSPI_STATE_ACTIVE in the first word of a state set.
-constexpr unsigned int activeState = 1U << 1;
+constexpr unsigned int ACTIVE_STATE = 1U << 1;
 
-const AtspiReference desktop{QStringLiteral("org.a11y.atspi.Registry"),
+const AtspiReference DESKTOP{QStringLiteral("org.a11y.atspi.Registry"),
                              QDBusObjectPath("/org/a11y/atspi/accessible/root")};
 
 QDBusMessage call(const AtspiReference& object, const QString& interface, const QString& method) {
@@ -53,19 +53,19 @@ QDBusMessage call(const AtspiReference& object, const QString& interface, const 
 }
 
 QDBusMessage childrenOf(const AtspiReference& object) {
-  return call(object, accessible, QStringLiteral("GetChildren"));
+  return call(object, ACCESSIBLE, QStringLiteral("GetChildren"));
 }
 
 QDBusMessage stateOf(const AtspiReference& object) {
-  return call(object, accessible, QStringLiteral("GetState"));
+  return call(object, ACCESSIBLE, QStringLiteral("GetState"));
 }
 
 QDBusMessage nameOf(const AtspiReference& object) {
-  return call(object, properties, QStringLiteral("Get")) << accessible << QStringLiteral("Name");
+  return call(object, PROPERTIES, QStringLiteral("Get")) << ACCESSIBLE << QStringLiteral("Name");
 }
 
 QDBusMessage processOf(const AtspiReference& object) {
-  auto message = QDBusMessage::createMethodCall(busService, QStringLiteral("/"), busService,
+  auto message = QDBusMessage::createMethodCall(BUS_SERVICE, QStringLiteral("/"), BUS_SERVICE,
                                                 QStringLiteral("GetConnectionUnixProcessID"));
   return message << object.application;
 }
@@ -79,7 +79,7 @@ T valueOf(const QDBusMessage& reply, const char* signature) {
 }
 
 QList<AtspiReference> references(const QDBusMessage& reply) {
-  return valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, maximumChildren);
+  return valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, MAXIMUM_CHILDREN);
 }
 
 bool ranOver(const QDBusMessage& reply) {
@@ -111,7 +111,7 @@ AtspiReader::AtspiReader() {
 std::vector<AtspiReference> AtspiReader::applications(const QDBusConnection& bus,
                                                       const Deadline& deadline) {
   const auto children =
-      references(ask(bus, {childrenOf(desktop)}, deadline.remaining() / 2).front());
+      references(ask(bus, {childrenOf(DESKTOP)}, deadline.remaining() / 2).front());
   const std::vector<AtspiReference> all(children.begin(), children.end());
   const auto processes = ask(bus, questions(all, processOf), deadline.remaining() / 2);
   const auto own = static_cast<unsigned int>(getpid());
@@ -134,7 +134,7 @@ std::vector<AtspiReader::Window> AtspiReader::windows(
   std::vector<Window> windows;
   for (std::size_t i = 0; i < found.size(); ++i) {
     const auto words = valueOf<QList<unsigned int>>(states[i], "au");
-    windows.push_back({found[i], !words.isEmpty() && (words.front() & activeState) != 0});
+    windows.push_back({found[i], !words.isEmpty() && (words.front() & ACTIVE_STATE) != 0});
   }
   return windows;
 }
@@ -174,7 +174,7 @@ std::optional<QDBusPendingCall> AtspiReader::send(const QDBusConnection& bus,
 void AtspiReader::waitForSignOfLife(const QDBusConnection& bus, const QString& application) {
   if (silent_.contains(application)) return;
   silent_.insert(application);
-  const AtspiReference root{application, desktop.path};
+  const AtspiReference root{application, DESKTOP.path};
   const auto anyAnswer = bus.asyncCall(stateOf(root), std::numeric_limits<int>::max());
   auto* watcher = new QDBusPendingCallWatcher(anyAnswer, this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, application] {

@@ -10,7 +10,7 @@
 namespace notewick {
 namespace {
 
-const QDBusObjectPath rootPath(QStringLiteral("/org/a11y/atspi/accessible/root"));
+const QDBusObjectPath ROOT_PATH(QStringLiteral("/org/a11y/atspi/accessible/root"));
 
 bool isListed(const QWindow& window) {
   return window.isVisible() && window.type() != Qt::Popup && window.type() != Qt::ToolTip;
@@ -100,7 +100,7 @@ std::optional<AtspiScreen::Sighting> AtspiScreen::read(const QDBusConnection& bu
                                                        const AtspiReference& active,
                                                        std::vector<AtspiReference> windows,
                                                        const Deadline& deadline) {
-  std::vector<AtspiReference> asked{{active.application, rootPath}, active};
+  std::vector<AtspiReference> asked{{active.application, ROOT_PATH}, active};
   asked.insert(asked.end(), windows.begin(), windows.end());
   const auto names = reader_.names(bus, asked, deadline);
   if (reader_.isSilent(active.application)) return std::nullopt;

@@ -17,12 +17,12 @@ bool isDigit(char character) {
 
 /// The status of "HTTP/1.x NNN" with any reason, or none, behind it.
 std::optional<int> statusOf(std::string_view line) {
-  constexpr std::string_view version = "HTTP/1.";
-  constexpr std::size_t end = version.size() + 5;
-  if (!line.starts_with(version) || line.size() <= end) return std::nullopt;
-  const std::string_view code = line.substr(end - 3, 3);
-  const bool isWhole = isDigit(line[version.size()]) && line[version.size() + 1] == ' ' &&
-                       std::ranges::all_of(code, isDigit) && std::strchr(" \r\n", line[end]);
+  constexpr std::string_view VERSION = "HTTP/1.";
+  constexpr std::size_t END = VERSION.size() + 5;
+  if (!line.starts_with(VERSION) || line.size() <= END) return std::nullopt;
+  const std::string_view code = line.substr(END - 3, 3);
+  const bool isWhole = isDigit(line[VERSION.size()]) && line[VERSION.size() + 1] == ' ' &&
+                       std::ranges::all_of(code, isDigit) && std::strchr(" \r\n", line[END]);
   if (!isWhole || code < "100") return std::nullopt;
   return (code[0] - '0') * 100 + (code[1] - '0') * 10 + (code[2] - '0');
 }

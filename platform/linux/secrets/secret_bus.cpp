@@ -11,29 +11,29 @@
 namespace notewick {
 namespace {
 
-using namespace secretService;
+using namespace secret_service;
 
 constexpr std::chrono::seconds PAUSE{1};
 
 }  // namespace
 
-QVariant secretService::attributesOf(const SecretKey& key) {
+QVariant secret_service::attributesOf(const SecretKey& key) {
   return QVariant::fromValue(SecretAttributes{{"service", QString::fromStdString(key.service)},
                                               {"account", QString::fromStdString(key.account)}});
 }
 
-QDBusMessage secretService::startMessage(const char* program) {
+QDBusMessage secret_service::startMessage(const char* program) {
   QDBusMessage request =
-      QDBusMessage::createMethodCall(busName, busPath, busName, "StartServiceByName");
-  constexpr uint noFlags = 0;
-  request << program << noFlags;
+      QDBusMessage::createMethodCall(BUS_NAME, BUS_PATH, BUS_NAME, "StartServiceByName");
+  constexpr uint NO_FLAGS = 0;
+  request << program << NO_FLAGS;
   return request;
 }
 
-QDBusMessage secretService::searchMessage(const SecretKey& key) {
+QDBusMessage secret_service::searchMessage(const SecretKey& key) {
   registerSecretTypes();
   QDBusMessage question =
-      QDBusMessage::createMethodCall(name, path, serviceInterface, "SearchItems");
+      QDBusMessage::createMethodCall(NAME, PATH, SERVICE_INTERFACE, "SearchItems");
   question << attributesOf(key);
   return question;
 }
@@ -84,8 +84,8 @@ bool isRefusedForLoad(const QDBusError& error) {
 
 void callPatiently(const QDBusMessage& message, QObject* caller,
                    std::function<void(const QDBusMessage& answer)> then) {
-  constexpr int asLongAsItTakes = std::numeric_limits<int>::max();
-  const auto call = QDBusConnection::sessionBus().asyncCall(message, asLongAsItTakes);
+  constexpr int AS_LONG_AS_IT_TAKES = std::numeric_limits<int>::max();
+  const auto call = QDBusConnection::sessionBus().asyncCall(message, AS_LONG_AS_IT_TAKES);
   auto* const watcher = new QDBusPendingCallWatcher(call, caller);
   const auto answered = [=, then = std::move(then)] {
     watcher->deleteLater();

@@ -17,19 +17,19 @@ class QObject;
 namespace notewick {
 
 /// Names of the Secret Service API, and messages that more than one class sends.
-namespace secretService {
-inline constexpr const char* busName = "org.freedesktop.DBus";  ///< of the message bus itself
-inline constexpr const char* busPath = "/org/freedesktop/DBus";
-inline constexpr const char* name = "org.freedesktop.secrets";
-inline constexpr const char* walletName = "org.kde.kwalletd5";  ///< by which KWallet is started
-inline constexpr const char* path = "/org/freedesktop/secrets";
-inline constexpr const char* serviceInterface = "org.freedesktop.Secret.Service";
-inline constexpr const char* collectionInterface = "org.freedesktop.Secret.Collection";
-inline constexpr const char* itemInterface = "org.freedesktop.Secret.Item";
-inline constexpr const char* sessionInterface = "org.freedesktop.Secret.Session";
-inline constexpr const char* promptInterface = "org.freedesktop.Secret.Prompt";
-inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
-inline constexpr const char* nothing = "/";  ///< the path that stands for no object
+namespace secret_service {
+inline constexpr const char* BUS_NAME = "org.freedesktop.DBus";  ///< of the message bus itself
+inline constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
+inline constexpr const char* NAME = "org.freedesktop.secrets";
+inline constexpr const char* WALLET_NAME = "org.kde.kwalletd5";  ///< by which KWallet is started
+inline constexpr const char* PATH = "/org/freedesktop/secrets";
+inline constexpr const char* SERVICE_INTERFACE = "org.freedesktop.Secret.Service";
+inline constexpr const char* COLLECTION_INTERFACE = "org.freedesktop.Secret.Collection";
+inline constexpr const char* ITEM_INTERFACE = "org.freedesktop.Secret.Item";
+inline constexpr const char* SESSION_INTERFACE = "org.freedesktop.Secret.Session";
+inline constexpr const char* PROMPT_INTERFACE = "org.freedesktop.Secret.Prompt";
+inline constexpr const char* PROPERTIES_INTERFACE = "org.freedesktop.DBus.Properties";
+inline constexpr const char* NOTHING = "/";  ///< the path that stands for no object
 
 /// The attributes by which the item of `key` is found.
 [[nodiscard]] QVariant attributesOf(const SecretKey& key);
@@ -37,7 +37,7 @@ inline constexpr const char* nothing = "/";  ///< the path that stands for no ob
 [[nodiscard]] QDBusMessage startMessage(const char* program);
 /// What asks the service for the items of `key`, locked or not.
 [[nodiscard]] QDBusMessage searchMessage(const SecretKey& key);
-}  // namespace secretService
+}  // namespace secret_service
 
 /// A secret as the Secret Service API hands it over.
 struct SecretOnBus {

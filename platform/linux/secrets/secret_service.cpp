@@ -10,7 +10,7 @@
 namespace notewick {
 namespace {
 
-using namespace secretService;
+using namespace secret_service;
 
 SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int patience) {
   const QDBusMessage reply =
@@ -26,7 +26,7 @@ QVariant plainSecret(const QDBusObjectPath& session, const QByteArray& secret) {
 // A service that has to ask the user first answers with the path of a prompt, which we do not show:
 // then nothing was done.
 SecretServiceAnswer<void> doneWithoutPrompt(const QVariantList& answer) {
-  if (answer.value(answer.size() - 1).value<QDBusObjectPath>().path() == nothing) return {};
+  if (answer.value(answer.size() - 1).value<QDBusObjectPath>().path() == NOTHING) return {};
   return tl::unexpected(SecretServiceFailure::refused);
 }
 
@@ -35,17 +35,18 @@ void nothingMore(const QVariantList& /*answer*/) {}
 }  // namespace
 
 SecretServiceAnswer<bool> SecretServiceConversation::isRunning() const {
-  QDBusMessage question = QDBusMessage::createMethodCall(busName, busPath, busName, "NameHasOwner");
-  question << name;
+  QDBusMessage question =
+      QDBusMessage::createMethodCall(BUS_NAME, BUS_PATH, BUS_NAME, "NameHasOwner");
+  question << NAME;
   return answerOf(question, static_cast<int>(end_.remainingTime()))
       .map([](const QVariantList& answer) { return answer.value(0).toBool(); });
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::start() const {
   // Every store is started by the service's name but KWallet, which the bus knows by its own only.
-  const auto started = start(name);
+  const auto started = start(NAME);
   if (started || started.error() == SecretServiceFailure::unanswered) return started;
-  return start(walletName).and_then([this] { return appearance(); });
+  return start(WALLET_NAME).and_then([this] { return appearance(); });
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::start(const char* program) const {
@@ -72,7 +73,7 @@ SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretK
 
 SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
     const QDBusObjectPath& item) const {
-  return callInSession(item.path(), itemInterface, "GetSecret",
+  return callInSession(item.path(), ITEM_INTERFACE, "GetSecret",
                        [](const QDBusObjectPath& session) {
                          return QVariantList{QVariant::fromValue(session)};
                        })
@@ -83,7 +84,7 @@ SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
 
 SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(const QDBusObjectPath& item,
                                                                    const QByteArray& secret) const {
-  return callInSession(item.path(), itemInterface, "SetSecret",
+  return callInSession(item.path(), ITEM_INTERFACE, "SetSecret",
                        [&](const QDBusObjectPath& session) {
                          return QVariantList{plainSecret(session, secret)};
                        })
@@ -91,20 +92,21 @@ SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(const QDBusOb
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::remove(const QDBusObjectPath& item) const {
-  return call(item.path(), itemInterface, "Delete", {}).and_then(doneWithoutPrompt);
+  return call(item.path(), ITEM_INTERFACE, "Delete", {}).and_then(doneWithoutPrompt);
 }
 
 SecretServiceAnswer<std::optional<QDBusObjectPath>> SecretServiceConversation::defaultCollection()
     const {
-  return call(path, serviceInterface, "ReadAlias", {"default"}).map([](const QVariantList& answer) {
-    const auto collection = answer.value(0).value<QDBusObjectPath>();
-    return collection.path() == nothing ? std::nullopt : std::optional(collection);
-  });
+  return call(PATH, SERVICE_INTERFACE, "ReadAlias", {"default"})
+      .map([](const QVariantList& answer) {
+        const auto collection = answer.value(0).value<QDBusObjectPath>();
+        return collection.path() == NOTHING ? std::nullopt : std::optional(collection);
+      });
 }
 
 SecretServiceAnswer<bool> SecretServiceConversation::isLocked(
     const QDBusObjectPath& collection) const {
-  return call(collection.path(), propertiesInterface, "Get", {collectionInterface, "Locked"})
+  return call(collection.path(), PROPERTIES_INTERFACE, "Get", {COLLECTION_INTERFACE, "Locked"})
       .map([](const QVariantList& answer) {
         return answer.value(0).value<QDBusVariant>().variant().toBool();
       });
@@ -115,10 +117,10 @@ SecretServiceAnswer<void> SecretServiceConversation::create(const QDBusObjectPat
                                                             const QByteArray& secret) const {
   const QVariantMap properties{{"org.freedesktop.Secret.Item.Label", "VELK Notewick"},
                                {"org.freedesktop.Secret.Item.Attributes", attributesOf(key)}};
-  constexpr bool replacing = true;
-  return callInSession(collection.path(), collectionInterface, "CreateItem",
+  constexpr bool REPLACING = true;
+  return callInSession(collection.path(), COLLECTION_INTERFACE, "CreateItem",
                        [&](const QDBusObjectPath& session) {
-                         return QVariantList{properties, plainSecret(session, secret), replacing};
+                         return QVariantList{properties, plainSecret(session, secret), REPLACING};
                        })
       .and_then(doneWithoutPrompt);
 }
@@ -126,13 +128,13 @@ SecretServiceAnswer<void> SecretServiceConversation::create(const QDBusObjectPat
 SecretServiceAnswer<QVariantList> SecretServiceConversation::callInSession(
     const QString& object, const QString& interface, const QString& member,
     const std::function<QVariantList(const QDBusObjectPath& session)>& arguments) const {
-  const auto opened = call(path, serviceInterface, "OpenSession",
+  const auto opened = call(PATH, SERVICE_INTERFACE, "OpenSession",
                            {"plain", QVariant::fromValue(QDBusVariant(QString()))});
   if (!opened) return opened;
   const auto session = opened->value(1).value<QDBusObjectPath>();
   const auto answer = call(object, interface, member, arguments(session));
   QDBusConnection::sessionBus().send(
-      QDBusMessage::createMethodCall(name, session.path(), sessionInterface, "Close"));
+      QDBusMessage::createMethodCall(NAME, session.path(), SESSION_INTERFACE, "Close"));
   return answer;
 }
 
@@ -140,7 +142,7 @@ SecretServiceAnswer<QVariantList> SecretServiceConversation::call(
     const QString& object, const QString& interface, const QString& member,
     const QVariantList& arguments) const {
   registerSecretTypes();
-  QDBusMessage message = QDBusMessage::createMethodCall(name, object, interface, member);
+  QDBusMessage message = QDBusMessage::createMethodCall(NAME, object, interface, member);
   message.setArguments(arguments);
   return send(std::move(message));
 }

@@ -21,11 +21,11 @@ struct SecretItems {
 };
 
 /// The longest that one conversation may keep the main thread waiting.
-inline constexpr std::chrono::milliseconds secretServicePatience{1000};
+inline constexpr std::chrono::milliseconds SECRET_SERVICE_PATIENCE{1000};
 
 /// One conversation with the Secret Service (the freedesktop Secret Service API, 0.2): its calls as
 /// functions. The calls block, because the port answers at once; all of them together take at most
-/// `secretServicePatience`. No call makes the service ask the user anything, and only `start`
+/// `SECRET_SERVICE_PATIENCE`. No call makes the service ask the user anything, and only `start`
 /// starts it. Main thread.
 ///
 /// The objects of the service: a collection is what the user locks and unlocks, and holds items; an
@@ -34,7 +34,7 @@ inline constexpr std::chrono::milliseconds secretServicePatience{1000};
 /// the session bus, which is a local socket of this user.
 class SecretServiceConversation {
  public:
-  SecretServiceConversation() : end_(secretServicePatience) {}
+  SecretServiceConversation() : end_(SECRET_SERVICE_PATIENCE) {}
 
   /// Whether some program owns the service's name.
   [[nodiscard]] SecretServiceAnswer<bool> isRunning() const;

@@ -8,13 +8,13 @@
 
 namespace notewick {
 
-using namespace secretService;
+using namespace secret_service;
 
 namespace {
 
 constexpr std::chrono::milliseconds MOMENT{20};
 
-constexpr const char* anyPath = "";
+constexpr const char* ANY_PATH = "";
 
 /// KWallet takes the service's name right after its own, unless the user has turned that off.
 constexpr std::chrono::seconds GRACE{2};
@@ -22,7 +22,7 @@ constexpr std::chrono::seconds GRACE{2};
 }  // namespace
 
 SecretServiceWatch::SecretServiceWatch(std::function<void()> changed)
-    : watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
+    : watcher_(NAME, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   moment_.setSingleShot(true);
   moment_.setInterval(MOMENT);
   connect(&moment_, &QTimer::timeout, this, std::move(changed));
@@ -30,12 +30,12 @@ SecretServiceWatch::SecretServiceWatch(std::function<void()> changed)
 
   auto bus = QDBusConnection::sessionBus();
   for (const char* signal : {"CollectionCreated", "CollectionChanged", "CollectionDeleted"}) {
-    bus.connect(name, path, serviceInterface, signal, this, SLOT(report()));
+    bus.connect(NAME, PATH, SERVICE_INTERFACE, signal, this, SLOT(report()));
   }
   for (const char* signal : {"ItemCreated", "ItemChanged", "ItemDeleted"}) {
-    bus.connect(name, anyPath, collectionInterface, signal, this, SLOT(report()));
+    bus.connect(NAME, ANY_PATH, COLLECTION_INTERFACE, signal, this, SLOT(report()));
   }
-  bus.connect(name, anyPath, propertiesInterface, "PropertiesChanged", {collectionInterface},
+  bus.connect(NAME, ANY_PATH, PROPERTIES_INTERFACE, "PropertiesChanged", {COLLECTION_INTERFACE},
               QString(), this, SLOT(report()));
 }
 
@@ -47,7 +47,7 @@ SecretServiceWait::SecretServiceWait(const SecretKey& key, Missing missing,
                                      std::function<void()> ended)
     : missing_(missing),
       ended_(std::move(ended)),
-      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
+      watcher_(NAME, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   grace_.setSingleShot(true);
   grace_.setInterval(GRACE);
   connect(&grace_, &QTimer::timeout, this, &SecretServiceWait::end);
@@ -61,7 +61,7 @@ SecretServiceWait::SecretServiceWait(const SecretKey& key, Missing missing,
 void SecretServiceWait::answered(const QDBusMessage& answer) {
   const bool isMissing = failureOf(QDBusError(answer)) == SecretServiceFailure::missing;
   if (!isMissing || missing_ == Missing::stays) return end();
-  callPatiently(startMessage(walletName), this,
+  callPatiently(startMessage(WALLET_NAME), this,
                 [this](const QDBusMessage& started) { walletStarted(started); });
 }
 

@@ -9,17 +9,17 @@
 
 namespace notewick {
 
-using namespace secretService;
+using namespace secret_service;
 
 SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
                            std::function<void(bool opened)> ended)
     : objects_(items),
       missing_(missing),
       ended_(std::move(ended)),
-      watcher_(name, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
+      watcher_(NAME, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this, &SecretUnlock::ownerChanged);
   if (QDBusConnection::sessionBus().isConnected()) {
-    call(path, serviceInterface, "ReadAlias", {"default"}, &SecretUnlock::aliasRead);
+    call(PATH, SERVICE_INTERFACE, "ReadAlias", {"default"}, &SecretUnlock::aliasRead);
   } else {
     QMetaObject::invokeMethod(
         this, [this] { end(false); }, Qt::QueuedConnection);
@@ -29,7 +29,7 @@ SecretUnlock::SecretUnlock(const QList<QDBusObjectPath>& items, Missing missing,
 void SecretUnlock::call(const QString& object, const QString& interface, const QString& member,
                         const QVariantList& arguments,
                         void (SecretUnlock::*then)(const QDBusMessage&)) {
-  QDBusMessage message = QDBusMessage::createMethodCall(name, object, interface, member);
+  QDBusMessage message = QDBusMessage::createMethodCall(NAME, object, interface, member);
   message.setArguments(arguments);
   callPatiently(message, this, [this, then](const QDBusMessage& answer) {
     if (answer.type() != QDBusMessage::ReplyMessage) return end(false);
@@ -39,29 +39,29 @@ void SecretUnlock::call(const QString& object, const QString& interface, const Q
 
 void SecretUnlock::aliasRead(const QDBusMessage& answer) {
   const auto collection = answer.arguments().value(0).value<QDBusObjectPath>();
-  const bool isMissing = collection.path() == nothing;
+  const bool isMissing = collection.path() == NOTHING;
   if (isMissing && missing_ == Missing::isMade) {
     const QVariantMap properties{{"org.freedesktop.Secret.Collection.Label", "Login"}};
-    call(path, serviceInterface, "CreateCollection", {properties, "default"},
+    call(PATH, SERVICE_INTERFACE, "CreateCollection", {properties, "default"},
          &SecretUnlock::unlockAnswered);
     return;
   }
   if (!isMissing) objects_.prepend(collection);
-  call(path, serviceInterface, "Unlock", {QVariant::fromValue(objects_)},
+  call(PATH, SERVICE_INTERFACE, "Unlock", {QVariant::fromValue(objects_)},
        &SecretUnlock::unlockAnswered);
 }
 
 // Both questions are answered by what is done already and the prompt for the rest.
 void SecretUnlock::unlockAnswered(const QDBusMessage& answer) {
   const auto prompt = answer.arguments().value(1).value<QDBusObjectPath>();
-  if (prompt.path() == nothing) {
+  if (prompt.path() == NOTHING) {
     end(true);
     return;
   }
-  QDBusConnection::sessionBus().connect(name, prompt.path(), promptInterface, "Completed", this,
+  QDBusConnection::sessionBus().connect(NAME, prompt.path(), PROMPT_INTERFACE, "Completed", this,
                                         SLOT(promptCompleted(bool, QDBusVariant)));
   const QString noParentWindow;
-  call(prompt.path(), promptInterface, "Prompt", {noParentWindow}, &SecretUnlock::promptShown);
+  call(prompt.path(), PROMPT_INTERFACE, "Prompt", {noParentWindow}, &SecretUnlock::promptShown);
 }
 
 void SecretUnlock::promptShown(const QDBusMessage& /*answer*/) {}

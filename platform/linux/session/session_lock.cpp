@@ -5,7 +5,7 @@
 namespace notewick {
 namespace {
 
-constexpr auto interfaces = {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver",
+constexpr auto INTERFACES = {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver",
                              "org.cinnamon.ScreenSaver", "org.mate.ScreenSaver",
                              "org.xfce.ScreenSaver"};
 
@@ -13,7 +13,7 @@ constexpr auto interfaces = {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSav
 
 SessionLock::SessionLock() {
   auto session = QDBusConnection::sessionBus();
-  for (const auto* const interface : interfaces) {
+  for (const auto* const interface : INTERFACES) {
     session.connect(QString(), QString(), interface, QStringLiteral("ActiveChanged"), this,
                     SLOT(onActiveChanged(QDBusMessage)));
   }

@@ -25,6 +25,6 @@ class Deadline {
 };
 
 /// The longest that the reads of one sample may take together (platform/screen.h).
-inline constexpr std::chrono::milliseconds sampleLimit{250};
+inline constexpr std::chrono::milliseconds SAMPLE_LIMIT{250};
 
 }  // namespace notewick

@@ -7,7 +7,7 @@
 namespace notewick {
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t REPLACEMENT = 0xFFFD;
 
 void append(std::string& text, char32_t codePoint) {
   std::array<utf8proc_uint8_t, 4> bytes{};
@@ -28,7 +28,7 @@ class CompoundTextReader {
 
   std::string read() {
     while (!rest_.empty()) {
-      if (rest_.front() == escape) {
+      if (rest_.front() == ESCAPE) {
         readEscape();
       } else {
         readSegment();
@@ -38,11 +38,11 @@ class CompoundTextReader {
   }
 
  private:
-  static constexpr char escape = '\x1b';
-  static constexpr std::string_view latin1Right = "-A";
-  static constexpr std::string_view asciiLeft = "(B";
-  static constexpr std::string_view utf8Begins = "%G";
-  static constexpr std::string_view utf8Ends = "%@";
+  static constexpr char ESCAPE = '\x1b';
+  static constexpr std::string_view LATIN1_RIGHT = "-A";
+  static constexpr std::string_view ASCII_LEFT = "(B";
+  static constexpr std::string_view UTF8_BEGINS = "%G";
+  static constexpr std::string_view UTF8_ENDS = "%@";
 
   enum class Left { ascii, other };
   enum class Right { latin1, utf8, other };
@@ -57,11 +57,11 @@ class CompoundTextReader {
   }
 
   void designate(std::string_view sequence) {
-    if (sequence == utf8Begins) {
+    if (sequence == UTF8_BEGINS) {
       right_ = Right::utf8;
-    } else if (sequence == utf8Ends || sequence == latin1Right) {
+    } else if (sequence == UTF8_ENDS || sequence == LATIN1_RIGHT) {
       right_ = Right::latin1;
-    } else if (sequence == asciiLeft) {
+    } else if (sequence == ASCII_LEFT) {
       left_ = Left::ascii;
     } else if (sequence.starts_with('(') || sequence.starts_with("$(")) {
       left_ = Left::other;
@@ -71,7 +71,7 @@ class CompoundTextReader {
   }
 
   void readSegment() {
-    const auto segment = rest_.substr(0, rest_.find(escape));
+    const auto segment = rest_.substr(0, rest_.find(ESCAPE));
     rest_.remove_prefix(segment.size());
     if (right_ == Right::utf8) {
       text_ += segment;
@@ -82,7 +82,7 @@ class CompoundTextReader {
 
   [[nodiscard]] char32_t codePoint(unsigned char byte) const {
     const bool isReadable = byte < 0x80 ? left_ == Left::ascii : right_ == Right::latin1;
-    return isReadable ? byte : replacement;
+    return isReadable ? byte : REPLACEMENT;
   }
 
   std::string_view rest_;

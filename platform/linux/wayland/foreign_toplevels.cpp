@@ -30,7 +30,7 @@ struct ForeignToplevels::Listeners {
     auto& self = *static_cast<ForeignToplevels*>(data);
     if (self.manager_ != nullptr || std::string_view(interface) != wanted.name) return;
     self.manager_ = static_cast<Manager*>(wl_registry_bind(registry, name, &wanted, 1));
-    zwlr_foreign_toplevel_manager_v1_add_listener(self.manager_, &ofManager, &self);
+    zwlr_foreign_toplevel_manager_v1_add_listener(self.manager_, &OF_MANAGER, &self);
   }
 
   static void appeared(void* data, Manager*, Handle* handle) {
@@ -67,13 +67,13 @@ struct ForeignToplevels::Listeners {
     toplevel.owner.remove(toplevel);
   }
 
-  static constexpr auto ignoreGlobal = [](void*, wl_registry*, std::uint32_t) {};
-  static constexpr auto ignoreOutput = [](void*, Handle*, wl_output*) {};
+  static constexpr auto IGNORE_GLOBAL = [](void*, wl_registry*, std::uint32_t) {};
+  static constexpr auto IGNORE_OUTPUT = [](void*, Handle*, wl_output*) {};
 
-  static constexpr wl_registry_listener ofRegistry{global, ignoreGlobal};
-  static constexpr zwlr_foreign_toplevel_manager_v1_listener ofManager{appeared, finished};
-  static constexpr zwlr_foreign_toplevel_handle_v1_listener ofHandle{
-      title, applicationId, ignoreOutput, ignoreOutput, states, done, closed};
+  static constexpr wl_registry_listener OF_REGISTRY{global, IGNORE_GLOBAL};
+  static constexpr zwlr_foreign_toplevel_manager_v1_listener OF_MANAGER{appeared, finished};
+  static constexpr zwlr_foreign_toplevel_handle_v1_listener OF_HANDLE{
+      title, applicationId, IGNORE_OUTPUT, IGNORE_OUTPUT, states, done, closed};
 };
 
 std::unique_ptr<ForeignToplevels> ForeignToplevels::open(const Deadline& deadline) {
@@ -98,7 +98,7 @@ ForeignToplevels::~ForeignToplevels() {
 
 bool ForeignToplevels::start(const Deadline& deadline) {
   registry_ = wl_display_get_registry(connection_->display());
-  wl_registry_add_listener(registry_, &Listeners::ofRegistry, this);
+  wl_registry_add_listener(registry_, &Listeners::OF_REGISTRY, this);
   if (!connection_->roundTrip(deadline) || manager_ == nullptr) return false;
   return connection_->roundTrip(deadline);
 }
@@ -113,7 +113,7 @@ bool ForeignToplevels::update() {
 
 void ForeignToplevels::add(Handle* handle) {
   auto& toplevel = *toplevels_.emplace_back(std::make_unique<Toplevel>(*this, handle));
-  zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listeners::ofHandle, &toplevel);
+  zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listeners::OF_HANDLE, &toplevel);
 }
 
 void ForeignToplevels::remove(const Toplevel& toplevel) {
@@ -126,7 +126,7 @@ ToplevelScreen::ToplevelScreen(std::unique_ptr<ForeignToplevels> toplevels)
 
 std::optional<FrontmostApplication> ToplevelScreen::frontmostApplication(std::size_t mostWindows) {
   const bool isConnected = toplevels_ && toplevels_->update();
-  if (!isConnected) toplevels_ = ForeignToplevels::open(Deadline(sampleLimit));
+  if (!isConnected) toplevels_ = ForeignToplevels::open(Deadline(SAMPLE_LIMIT));
   if (!toplevels_) return std::nullopt;
   auto frontmost = toplevels_->list().frontmost(mostWindows);
   if (frontmost && frontmost->name) frontmost->name = names_.nameOf(*frontmost->name);

@@ -20,7 +20,7 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open() {
 WaylandConnection::WaylandConnection(Display display) : display_(std::move(display)) {}
 
 bool WaylandConnection::dispatch(std::chrono::milliseconds longestWait) {
-  const Deadline deadline(longestWait + sampleLimit);
+  const Deadline deadline(longestWait + SAMPLE_LIMIT);
   auto reading = readOnce(longestWait);
   while (reading == Reading::something && !deadline.isOver()) {
     reading = readOnce(std::chrono::milliseconds::zero());
@@ -44,12 +44,12 @@ WaylandConnection::Reading WaylandConnection::readOnce(std::chrono::milliseconds
 }
 
 bool WaylandConnection::roundTrip(const Deadline& deadline) {
-  static constexpr wl_callback_listener listener{
+  static constexpr wl_callback_listener LISTENER{
       [](void* isDone, wl_callback*, std::uint32_t) { *static_cast<bool*>(isDone) = true; }};
   bool isDone = false;
   const std::unique_ptr<wl_callback, void (*)(wl_callback*)> callback(wl_display_sync(display()),
                                                                       wl_callback_destroy);
-  wl_callback_add_listener(callback.get(), &listener, &isDone);
+  wl_callback_add_listener(callback.get(), &LISTENER, &isDone);
   while (!isDone && !deadline.isOver()) {
     if (!dispatch(deadline.remaining())) return false;
   }

@@ -14,23 +14,23 @@
 namespace notewick {
 namespace {
 
-constexpr std::size_t firstPart = std::size_t{64} * 1024;
-constexpr std::size_t furtherPart = std::size_t{1024} * 1024;
+constexpr std::size_t FIRST_PART = std::size_t{64} * 1024;
+constexpr std::size_t FURTHER_PART = std::size_t{1024} * 1024;
 
 /// In the order of X11Atom.
-constexpr std::array<std::string_view, 13> atomNames = {"_NET_ACTIVE_WINDOW",
-                                                        "_NET_CLIENT_LIST_STACKING",
-                                                        "_NET_CLIENT_LIST",
-                                                        "_NET_SUPPORTING_WM_CHECK",
-                                                        "_NET_WM_NAME",
-                                                        "_NET_WM_PID",
-                                                        "UTF8_STRING",
-                                                        "COMPOUND_TEXT",
-                                                        "WM_CLIENT_LEADER",
-                                                        "WM_CLIENT_MACHINE",
-                                                        "WM_CLASS",
-                                                        "WM_NAME",
-                                                        "STRING"};
+constexpr std::array<std::string_view, 13> ATOM_NAMES = {"_NET_ACTIVE_WINDOW",
+                                                         "_NET_CLIENT_LIST_STACKING",
+                                                         "_NET_CLIENT_LIST",
+                                                         "_NET_SUPPORTING_WM_CHECK",
+                                                         "_NET_WM_NAME",
+                                                         "_NET_WM_PID",
+                                                         "UTF8_STRING",
+                                                         "COMPOUND_TEXT",
+                                                         "WM_CLIENT_LEADER",
+                                                         "WM_CLIENT_MACHINE",
+                                                         "WM_CLASS",
+                                                         "WM_NAME",
+                                                         "STRING"};
 
 /// The screen of that number among those of the server; null when there is none.
 const xcb_screen_t* screenAt(const xcb_setup_t* setup, int number) {
@@ -74,14 +74,14 @@ X11Connection::X11Connection(Handle handle, int screenNumber) : handle_(std::mov
 }
 
 bool X11Connection::internAtoms() {
-  static_assert(atomNames.size() == atomCount);
-  std::array<xcb_intern_atom_cookie_t, atomCount> requests{};
-  std::transform(atomNames.begin(), atomNames.end(), requests.begin(), [this](auto name) {
+  static_assert(ATOM_NAMES.size() == ATOM_COUNT);
+  std::array<xcb_intern_atom_cookie_t, ATOM_COUNT> requests{};
+  std::transform(ATOM_NAMES.begin(), ATOM_NAMES.end(), requests.begin(), [this](auto name) {
     const auto length = static_cast<std::uint16_t>(name.size());
     return xcb_intern_atom(handle_.get(), 0, length, name.data());
   });
   bool haveAll = true;
-  for (std::size_t i = 0; i < atomCount; ++i) {
+  for (std::size_t i = 0; i < ATOM_COUNT; ++i) {
     xcb_generic_error_t* error = nullptr;
     const XcbOwned<xcb_intern_atom_reply_t> reply(
         xcb_intern_atom_reply(handle_.get(), requests[i], &error));
@@ -95,7 +95,7 @@ bool X11Connection::internAtoms() {
 std::vector<std::optional<X11Property>> X11Connection::read(
     const std::vector<X11PropertyQuery>& queries, const Deadline& deadline) {
   std::vector<unsigned int> requests;
-  for (const auto& query : queries) requests.push_back(ask(query, 0, firstPart));
+  for (const auto& query : queries) requests.push_back(ask(query, 0, FIRST_PART));
   xcb_flush(handle_.get());
   std::vector<std::optional<X11Property>> properties;
   for (const auto request : requests) properties.push_back(awaitProperty(request, deadline));
@@ -117,7 +117,7 @@ std::vector<std::optional<X11Property>> X11Connection::readWhole(
 
 std::optional<X11Property> X11Connection::readOn(const X11PropertyQuery& query, X11Property start,
                                                  const Deadline& deadline) {
-  const auto request = ask(query, start.bytes.size(), furtherPart);
+  const auto request = ask(query, start.bytes.size(), FURTHER_PART);
   xcb_flush(handle_.get());
   const auto next = awaitProperty(request, deadline);
   const bool isSameValue = next && next->type == start.type &&
@@ -131,11 +131,11 @@ std::optional<X11Property> X11Connection::readOn(const X11PropertyQuery& query, 
 
 unsigned int X11Connection::ask(const X11PropertyQuery& query, std::size_t offset,
                                 std::size_t size) {
-  constexpr std::size_t unit = 4;
+  constexpr std::size_t UNIT = 4;
   const auto atom = atoms_[static_cast<std::size_t>(query.property)];
   return xcb_get_property(handle_.get(), 0, query.window, atom, XCB_GET_PROPERTY_TYPE_ANY,
-                          static_cast<std::uint32_t>(offset / unit),
-                          static_cast<std::uint32_t>(size / unit))
+                          static_cast<std::uint32_t>(offset / UNIT),
+                          static_cast<std::uint32_t>(size / UNIT))
       .sequence;
 }
 

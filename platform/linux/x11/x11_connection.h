@@ -74,7 +74,7 @@ class X11Connection {
   [[nodiscard]] std::uint32_t clientOf(std::uint32_t window) const { return window & ~idMask_; }
 
  private:
-  static constexpr std::size_t atomCount = static_cast<std::size_t>(X11Atom::string) + 1;
+  static constexpr std::size_t ATOM_COUNT = static_cast<std::size_t>(X11Atom::string) + 1;
 
   using Handle = std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)>;
 
@@ -92,7 +92,7 @@ class X11Connection {
   Handle handle_;
   std::uint32_t rootWindow_ = 0;
   std::uint32_t idMask_ = 0;
-  std::array<std::uint32_t, atomCount> atoms_{};
+  std::array<std::uint32_t, ATOM_COUNT> atoms_{};
 };
 
 }  // namespace notewick

@@ -13,11 +13,11 @@ namespace {
 using Properties = std::span<const std::optional<X11Property>>;
 
 /// No desktop has more; what lies deeper in the stack is left out.
-constexpr std::size_t maximumStack = 512;
+constexpr std::size_t MAXIMUM_STACK = 512;
 
-constexpr std::array identityProperties = {X11Atom::netWmPid, X11Atom::wmClientMachine,
-                                           X11Atom::wmClass, X11Atom::wmClientLeader};
-constexpr std::array titleProperties = {X11Atom::netWmName, X11Atom::wmName};
+constexpr std::array IDENTITY_PROPERTIES = {X11Atom::netWmPid, X11Atom::wmClientMachine,
+                                            X11Atom::wmClass, X11Atom::wmClientLeader};
+constexpr std::array TITLE_PROPERTIES = {X11Atom::netWmName, X11Atom::wmName};
 
 std::vector<X11PropertyQuery> queriesFor(const std::vector<std::uint32_t>& windows,
                                          std::span<const X11Atom> properties) {
@@ -88,7 +88,7 @@ std::optional<X11Screen::Desktop> X11Screen::readDesktop(const Deadline& deadlin
   if (desktop.active == 0) return std::nullopt;
   desktop.windows = properties[properties[1]->exists() ? 1 : 2]->numbers();
   std::reverse(desktop.windows.begin(), desktop.windows.end());
-  if (desktop.windows.size() > maximumStack) desktop.windows.resize(maximumStack);
+  if (desktop.windows.size() > MAXIMUM_STACK) desktop.windows.resize(MAXIMUM_STACK);
   desktop.managerCheck = properties[3]->firstNumber().value_or(root);
   return desktop;
 }
@@ -98,13 +98,13 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
                                                                  const Deadline& deadline) {
   std::vector<Window> windows{desktop.active};
   windows.insert(windows.end(), desktop.windows.begin(), desktop.windows.end());
-  auto queries = queriesFor(windows, identityProperties);
+  auto queries = queriesFor(windows, IDENTITY_PROPERTIES);
   queries.push_back({desktop.managerCheck, X11Atom::netSupportingWmCheck});
   const auto properties = connection_->read(queries, deadline);
   const auto identityOf = [&](std::size_t index) {
-    constexpr auto count = identityProperties.size();
+    constexpr auto COUNT = IDENTITY_PROPERTIES.size();
     return identityFrom(connection_->clientOf(windows[index]),
-                        Properties(properties).subspan(index * count, count));
+                        Properties(properties).subspan(index * COUNT, COUNT));
   };
 
   const auto active = identityOf(0);
@@ -121,11 +121,11 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
 
 std::vector<std::optional<std::string>> X11Screen::readTitles(const std::vector<Window>& windows,
                                                               const Deadline& deadline) {
-  const auto properties = connection_->readWhole(queriesFor(windows, titleProperties), deadline);
+  const auto properties = connection_->readWhole(queriesFor(windows, TITLE_PROPERTIES), deadline);
   std::vector<std::optional<std::string>> titles;
   for (std::size_t i = 0; i < windows.size(); ++i) {
-    constexpr auto count = titleProperties.size();
-    titles.push_back(titleFrom(Properties(properties).subspan(i * count, count)));
+    constexpr auto COUNT = TITLE_PROPERTIES.size();
+    titles.push_back(titleFrom(Properties(properties).subspan(i * COUNT, COUNT)));
   }
   return titles;
 }

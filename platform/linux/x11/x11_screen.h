@@ -21,7 +21,7 @@ class X11Screen final : public Screen {
  public:
   /// A sample takes `limit` at most.
   explicit X11Screen(std::unique_ptr<X11Connection> connection,
-                     std::chrono::milliseconds limit = sampleLimit);
+                     std::chrono::milliseconds limit = SAMPLE_LIMIT);
 
   [[nodiscard]] std::optional<FrontmostApplication> frontmostApplication(
       std::size_t mostWindows) override;

@@ -49,14 +49,14 @@ TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
   serviceIs();
   watch();
   for (const char* signal : {"CollectionCreated", "CollectionChanged", "CollectionDeleted"}) {
-    control("Emit", {secretService::path, secretService::serviceInterface, signal});
+    control("Emit", {secret_service::PATH, secret_service::SERVICE_INTERFACE, signal});
     EXPECT_TRUE(reportsAChange()) << signal;
   }
   for (const char* signal : {"ItemCreated", "ItemChanged", "ItemDeleted"}) {
-    control("Emit", {collectionPath, secretService::collectionInterface, signal});
+    control("Emit", {collectionPath, secret_service::COLLECTION_INTERFACE, signal});
     EXPECT_TRUE(reportsAChange()) << signal;
   }
-  control("EmitChange", {collectionPath, secretService::collectionInterface});
+  control("EmitChange", {collectionPath, secret_service::COLLECTION_INTERFACE});
   EXPECT_TRUE(reportsAChange());
   EXPECT_THAT(calls(), IsEmpty()) << "watching asks nothing";
 }
@@ -64,8 +64,8 @@ TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
 TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
   serviceIs();
   watch();
-  control("EmitChange", {collectionPath, secretService::itemInterface});
-  control("Emit", {"/prompt", secretService::promptInterface, "Completed"});
+  control("EmitChange", {collectionPath, secret_service::ITEM_INTERFACE});
+  control("Emit", {"/prompt", secret_service::PROMPT_INTERFACE, "Completed"});
   catchUp();
   EXPECT_EQ(reports_, 0);
 }
@@ -127,7 +127,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersPingsOnlyIsStillWaitedFor) {
   control("HoldSearches");
   watch();
   EXPECT_EQ(store_.state(token), SecretState::locked);
-  ask(secretService::path, "org.freedesktop.DBus.Peer", "Ping");
+  ask(secret_service::PATH, "org.freedesktop.DBus.Peer", "Ping");
   catchUp();
   EXPECT_EQ(reports_, 0);
   control("ReleaseSearches");

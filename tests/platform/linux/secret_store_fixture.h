@@ -42,18 +42,18 @@ class SecretStoreTest : public testing::Test {
 
   void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
     service_ = std::make_unique<ChildProcess>(command, input);
-    ASSERT_TRUE(waitForOwner(secretService::name));
+    ASSERT_TRUE(waitForOwner(secret_service::NAME));
   }
   void serviceEnds() {
     service_.reset();
-    ASSERT_TRUE(waitForOwner(secretService::name, false));
+    ASSERT_TRUE(waitForOwner(secret_service::NAME, false));
   }
 
   /// Calls the service, as another program would.
   static QVariantList ask(const QString& path, const QString& interface, const QString& member,
                           const QVariantList& arguments = {}) {
     QDBusMessage message =
-        QDBusMessage::createMethodCall(secretService::name, path, interface, member);
+        QDBusMessage::createMethodCall(secret_service::NAME, path, interface, member);
     message.setArguments(arguments);
     const QDBusMessage answer = QDBusConnection::sessionBus().call(message);
     EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
@@ -77,7 +77,7 @@ class SecretStoreTest : public testing::Test {
 
   ~SecretStoreTest() override {
     service_.reset();
-    EXPECT_TRUE(waitForOwner(secretService::name, false));
+    EXPECT_TRUE(waitForOwner(secret_service::NAME, false));
   }
 
   std::unique_ptr<ChildProcess> service_;
@@ -100,15 +100,15 @@ class GnomeKeyringTest : public SecretStoreTest {
     startAndWait({"gnome-keyring-daemon", "--foreground", "--components=secrets"});
   }
   static void userLocksIt() {
-    ask(secretService::path, secretService::serviceInterface, "Lock",
+    ask(secret_service::PATH, secret_service::SERVICE_INTERFACE, "Lock",
         {QVariant::fromValue(QList{login})});
   }
   /// Without a question to the user, as a login does.
   static void loginOpensIt() {
-    const auto session = ask(secretService::path, secretService::serviceInterface, "OpenSession",
+    const auto session = ask(secret_service::PATH, secret_service::SERVICE_INTERFACE, "OpenSession",
                              {"plain", QVariant::fromValue(QDBusVariant(""))});
     const SecretOnBus password{session.value(1).value<QDBusObjectPath>(), {}, "\n", "text/plain"};
-    ask(secretService::path, "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
+    ask(secret_service::PATH, "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
         "UnlockWithMasterPassword", {QVariant::fromValue(login), QVariant::fromValue(password)});
   }
 

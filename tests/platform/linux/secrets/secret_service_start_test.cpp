@@ -15,20 +15,20 @@ using testing::IsEmpty;
 class ActivationTest : public SecretStoreTest {
  protected:
   ~ActivationTest() override {
-    std::filesystem::remove(fileOf(secretService::name));
-    std::filesystem::remove(fileOf(secretService::walletName));
-    endOwnerOf(secretService::name);
-    endOwnerOf(secretService::walletName);
+    std::filesystem::remove(fileOf(secret_service::NAME));
+    std::filesystem::remove(fileOf(secret_service::WALLET_NAME));
+    endOwnerOf(secret_service::NAME);
+    endOwnerOf(secret_service::WALLET_NAME);
   }
 
-  static void busStarts(const std::string& command, const char* name = secretService::name) {
+  static void busStarts(const std::string& command, const char* name = secret_service::NAME) {
     LinuxSession::current().makeActivatable(name, command);
   }
   static void busStartsKWallet(const std::string& takesPartAfter, const std::string& startsAfter) {
     busStarts("/bin/sh -c 'sleep " + startsAfter +
                   "; exec /usr/bin/python3 " FAKE_SECRET_SERVICE " --wallet=" + takesPartAfter +
                   "'",
-              secretService::walletName);
+              secret_service::WALLET_NAME);
   }
 
   std::vector<bool> unlocked() {
@@ -92,7 +92,7 @@ TEST_F(ActivationTest, AServiceThatHasGoneIsStartedAgainForTheUserOnly) {
   serviceEnds();
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
-  EXPECT_TRUE(waitForOwner(secretService::name, false));
+  EXPECT_TRUE(waitForOwner(secret_service::NAME, false));
   EXPECT_THAT(unlocked(), ElementsAre(true));
   EXPECT_EQ(loaded(), "absent");
 }
@@ -116,7 +116,7 @@ TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
 TEST_F(ActivationTest, AKWalletThatHasJustStartedIsWaitedFor) {
   busStartsKWallet("60", "0");
   const ChildProcess wallet({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--wallet=0.3"});
-  ASSERT_TRUE(waitForOwner(secretService::walletName));
+  ASSERT_TRUE(waitForOwner(secret_service::WALLET_NAME));
   EXPECT_EQ(loaded(), "absent");
 }
 
