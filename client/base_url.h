@@ -10,8 +10,8 @@ namespace notewick {
 [[nodiscard]] std::string apiBaseURL();
 
 /// `apiBaseURL()` followed by `path`, which begins with "/". A text that is no URI reference
-/// (RFC 3986, section 4.1) is a configuration fault: it is told in one line on standard error and
-/// ends the program.
+/// (RFC 3986, section 4.1) is a configuration fault: one line on standard error says so, and the
+/// program ends.
 [[nodiscard]] std::string serviceURL(const std::string& path);
 
 /// The address of the service's sign-in page: the origin of the base URL followed by "/login".

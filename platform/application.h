@@ -29,8 +29,8 @@ class Application {
   virtual void becomeAccessory() = 0;
 
   /// Runs the event loop until the application terminates and gives the exit status. The delegate
-  /// is held weakly. Returns at once when another instance of the program runs for this user: that
-  /// one is told instead.
+  /// is held weakly. Returns at once when another instance of the program runs for this user, after
+  /// asking that one to show its widget.
   virtual int run(std::weak_ptr<ApplicationDelegate> delegate) = 0;
 };
 

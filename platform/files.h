@@ -7,9 +7,9 @@
 
 namespace notewick {
 
-/// Local files. Synchronous, main thread. Paths are absolute UTF-8. Failures are told by the result
-/// and leave what was there; nothing is logged. Files are created for their owner only (0600):
-/// they name clients.
+/// Local files. Synchronous, main thread. Paths are absolute UTF-8. A failure is reported by the
+/// result and leaves what was there; nothing is logged. Files are created for their owner only
+/// (0600): they name clients.
 class Files {
  public:
   virtual ~Files() = default;

@@ -15,7 +15,7 @@ class FloatingPanel {
   /// Shows the panel and gives it the keyboard.
   virtual void makeKeyAndOrderFront() = 0;
 
-  /// Hides the panel. This is not a close: its delegate is not told.
+  /// Hides the panel. This is not a close, so its delegate is not called.
   virtual void orderOut() = 0;
 };
 

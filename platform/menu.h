@@ -25,7 +25,8 @@ enum class MenuAction {
 struct MenuItem {
   std::string title{};
   std::optional<MenuAction> action{};
-  std::string key{};  ///< lower-case letter of the shortcut with the platform's command key, or empty
+  std::string
+      key{};  ///< lower-case letter of the shortcut with the platform's command key, or empty
   std::optional<std::string> representedObject{};
   bool separator = false;
 

@@ -20,7 +20,7 @@
 namespace notewick {
 
 /// Everything the outside world does for the program. The composition root of a platform, or a
-/// test, owns the bodies and keeps them alive while they are registered.
+/// test, owns the implementations and keeps them alive while they are registered.
 struct Ports {
   Clock& clock;
   MainLoop& mainLoop;

@@ -32,7 +32,7 @@ struct CaughtRow {
   friend bool operator==(const CaughtRow&, const CaughtRow&) = default;
 };
 
-/// Told what the user did in the panel. Main thread.
+/// Receives what the user did in the panel. Main thread.
 class QuickNotePanelDelegate {
  public:
   virtual ~QuickNotePanelDelegate() = default;
@@ -46,9 +46,9 @@ class QuickNotePanelDelegate {
   virtual void windowWillClose() = 0;
 };
 
-/// The quick-note panel: a passive form. It shows what it is told and tells its delegate what the
-/// user did; it decides nothing. Main thread. Setters called by the program never call the
-/// delegate.
+/// The quick-note panel: a passive form. It shows what its setters say and reports what the
+/// user did to its delegate; it decides nothing. Main thread. Setters called by the program never
+/// call the delegate.
 class QuickNotePanel : public FloatingPanel {
  public:
   /// Replaces the participant chooser's items; `selected` is an index into them, absent only when

@@ -17,7 +17,7 @@ struct SignInTexts {
   std::string signIn;
 };
 
-/// Told what the user did in the panel. Main thread.
+/// Receives what the user did in the panel. Main thread.
 class SignInPanelDelegate {
  public:
   virtual ~SignInPanelDelegate() = default;

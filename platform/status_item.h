@@ -14,7 +14,7 @@ struct StatusItemAppearance {
   std::string title;
 };
 
-/// Told what the user did with the status item. Main thread.
+/// Receives what the user did with the status item. Main thread.
 class StatusItemTarget {
  public:
   virtual ~StatusItemTarget() = default;
