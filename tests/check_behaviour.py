@@ -1,16 +1,14 @@
 #!/usr/bin/env python3
-"""Checks that every test named in the list of behaviours exists.
+"""Checks that the list of behaviours names all suites of tests, and none that does not exist.
 
     check_behaviour.py LIST [--program TEST_PROGRAM]... [--python FOLDER]...
 
-LIST is a Markdown file whose tables have two columns: a behaviour in words, and in back quotes the
-tests that prove it. A test is "Suite.Test" of a GoogleTest program, or "file.py::Class.test" below
-one of the Python folders. Exits with 1 when a test does not exist, a row has no test, a behaviour
-stands twice, or there is no row at all.
+LIST is a Markdown file whose tables have two columns: what the program does, and in back quotes the
+suites that prove it. A suite is that of a GoogleTest program, or a file of tests in Python below one of
+the folders. Exits with 1 when the list and the tests do not agree, or a row says nothing.
 """
 
 import argparse
-import ast
 import pathlib
 import re
 import subprocess
@@ -21,7 +19,7 @@ RULER = re.compile(r"^[\s|:-]+$")
 
 
 def rows(text):
-    """(line number, behaviour, tests) of every row below a table's head."""
+    """(line number, behaviour, suites) of every row below a table's head."""
     head_seen = False
     for number, line in enumerate(text.splitlines(), start=1):
         match = ROW.match(line)
@@ -30,53 +28,36 @@ def rows(text):
         elif RULER.match(line):
             head_seen = True
         elif head_seen:
-            cells = [cell.strip() for cell in re.split(r"(?<!\\)\|", match.group(1))]
-            tests = re.findall(r"`([^`]+)`", cells[-1]) if len(cells) == 2 else []
-            yield number, cells[0], tests
+            behaviour, _, proof = match.group(1).rpartition("|")
+            yield number, behaviour.strip(), re.findall(r"`([^`]+)`", proof)
 
 
-def tests_of_program(program):
-    """The tests of a GoogleTest program; those with parameters under their plain names as well."""
+def suites_of_program(program):
+    """The suites of a GoogleTest program; those with parameters under their plain names."""
     if not pathlib.Path(program).exists():
         sys.exit(f"{program} is not built")
-    listing = subprocess.run([program, "--gtest_list_tests"], check=True, capture_output=True,
-                             text=True).stdout
-    names, suite = set(), ""
-    for line in listing.splitlines():
-        name = line.split("#")[0].strip()
-        if line.startswith("  "):
-            names.add(suite + name)
-            plain_suite = re.sub(r"^\w+/(?=\w)|/\d+(?=\.)", "", suite)
-            names.add(plain_suite + name.split("/")[0])
-        elif name.endswith("."):
-            suite = name
-    return names
+    listing = subprocess.run([program, "--gtest_list_tests"], check=True, capture_output=True, text=True)
+    suites = [line.split("#")[0].strip() for line in listing.stdout.splitlines() if line[:1].strip()]
+    return {re.sub(r"^\w+/(?=\w)|/\d+(?=\.)|\.$", "", each) for each in suites if each.endswith(".")}
 
 
-def tests_of_folder(folder):
-    """"file.py::Class.test" for every test method in the Python files of a folder."""
-    names = set()
-    for path in sorted(pathlib.Path(folder).rglob("*.py")):
-        for node in ast.parse(path.read_text(encoding="utf-8")).body:
-            if isinstance(node, ast.ClassDef):
-                names.update(f"{path.name}::{node.name}.{item.name}" for item in node.body
-                             if isinstance(item, ast.FunctionDef) and item.name.startswith("test"))
-    return names
+def suites_of_folder(folder):
+    """The files of tests in Python."""
+    names = [path.name for path in pathlib.Path(folder).rglob("*.py")]
+    return {name for name in names if name.startswith("test_") or name.endswith("_test.py")}
 
 
 def faults(text, known):
     """What is wrong with the list, one line each."""
-    seen = {}
-    for number, behaviour, tests in rows(text):
-        if not behaviour or not tests:
-            yield f"line {number}: needs a behaviour and a test in back quotes"
-        if behaviour in seen:
-            yield f"line {number}: says the same as line {seen[behaviour]}"
-        seen.setdefault(behaviour, number)
-        yield from (f"line {number}: there is no test {test}" for test in tests
-                    if test not in known)
-    if not seen:
+    named = set()
+    for number, behaviour, suites in rows(text):
+        if not behaviour or not suites:
+            yield f"line {number}: needs a behaviour and a suite in back quotes"
+        yield from (f"line {number}: there is no suite {suite}" for suite in suites if suite not in known)
+        named.update(suites)
+    if not named:
         yield "the list is empty"
+    yield from (f"no line names the suite {suite}" for suite in sorted(known - named))
 
 
 def main():
@@ -87,12 +68,15 @@ def main():
     options = parser.parse_args()
     known = set()
     for program in options.program:
-        known |= tests_of_program(program)
+        known |= suites_of_program(program)
     for folder in options.python:
-        known |= tests_of_folder(folder)
-    text = options.list.read_text(encoding="utf-8")
-    found = [f"{options.list}: {fault}" for fault in faults(text, known)]
-    print("\n".join(found) if found else f"{len(list(rows(text)))} behaviours, all with a test.")
+        known |= suites_of_folder(folder)
+    found = list(faults(options.list.read_text(encoding="utf-8"), known))
+    print(
+        "\n".join(f"{options.list}: {fault}" for fault in found)
+        if found
+        else f"{len(known)} suites, all named."
+    )
     return 1 if found else 0
 
 

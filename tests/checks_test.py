@@ -196,41 +196,42 @@ class HouseTest(unittest.TestCase):
 
 
 class BehaviourTest(unittest.TestCase):
-    HEAD = "| behaviour | test |\n|---|---|\n"
+    HEAD = "| What it does | Proof |\n|---|---|\n"
 
-    def faults(self, *lines, known=("A.B", "C.D")):
+    def faults(self, *lines, known=("A", "b_test.py")):
         return list(check_behaviour.faults(self.HEAD + "\n".join(lines), set(known)))
 
-    def test_a_list_of_existing_tests_is_fine(self):
-        self.assertEqual(self.faults("| does this | `A.B` |", "| and that | `A.B` `C.D` |"), [])
+    def test_a_list_that_names_every_suite_is_fine(self):
+        self.assertEqual(self.faults("| does this | `A` |", "| and that | `A` `b_test.py` |"), [])
 
-    def test_a_test_that_does_not_exist_is_told(self):
-        self.assertEqual(self.faults("| does this | `A.B` `A.X` |"),
-                         ["line 3: there is no test A.X"])
+    def test_a_suite_that_does_not_exist_is_reported(self):
+        self.assertEqual(
+            self.faults("| does this | `A` `X` `b_test.py` |"), ["line 3: there is no suite X"]
+        )
 
-    def test_an_empty_list_is_told(self):
-        self.assertEqual(self.faults(), ["the list is empty"])
+    def test_a_suite_that_no_line_names_is_reported(self):
+        self.assertEqual(self.faults("| does this | `A` |"), ["no line names the suite b_test.py"])
 
-    def test_a_row_without_test_or_words_is_told(self):
-        self.assertEqual(len(self.faults("| does this | A.B |")), 1)
-        self.assertEqual(len(self.faults("| | `A.B` |")), 1)
-        self.assertEqual(len(self.faults("| does this |")), 1)
+    def test_an_empty_list_is_reported(self):
+        self.assertEqual(self.faults(known=()), ["the list is empty"])
 
-    def test_a_behaviour_told_twice_is_told(self):
-        self.assertEqual(len(self.faults("| this | `A.B` |", "| this | `C.D` |")), 1)
+    def test_a_row_without_suite_or_words_is_reported(self):
+        for row in ("| does this | A |", "| | `A` |", "| does this |"):
+            found = self.faults("| all | `A` `b_test.py` |", row)
+            self.assertEqual(found, ["line 4: needs a behaviour and a suite in back quotes"], row)
 
-    def test_the_tests_of_python_files_are_found(self):
-        names = check_behaviour.tests_of_folder(pathlib.Path(__file__).parent)
-        self.assertIn("checks_test.py::BehaviourTest.test_an_empty_list_is_told", names)
+    def test_the_files_of_tests_are_found(self):
+        names = check_behaviour.suites_of_folder(pathlib.Path(__file__).parent)
+        self.assertIn("checks_test.py", names)
+        self.assertNotIn("check_house.py", names)
 
-    def test_the_tests_of_a_program_are_found(self):
+    def test_the_suites_of_a_program_are_found(self):
         with tempfile.TemporaryDirectory() as folder:
             program = pathlib.Path(folder) / "program"
-            listing = "Suite.\\n  First\\nAll/Many.\\n  Second/0  # GetParam() = 1\\n"
+            listing = "Running main()\nSuite.\n  First\nAll/Many/0.\n  Second/0  # GetParam() = 1\n"
             program.write_text(f"#!/bin/sh\nprintf '{listing}'\n")
             program.chmod(0o755)
-            self.assertEqual(check_behaviour.tests_of_program(str(program)),
-                             {"Suite.First", "All/Many.Second/0", "Many.Second"})
+            self.assertEqual(check_behaviour.suites_of_program(str(program)), {"Suite", "Many"})
 
 
 if __name__ == "__main__":
