@@ -44,7 +44,7 @@ TEST_F(WidgetTest, TwoOfTheSameNameAreOneItemAndTheFirstGetsTheNote) {
   controller->refresh({{"7", "Lena", "O'Keefe"}, {"5", "Lena", "O'Keefe"}}, {}, 0);
   EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe"));
   sends("Phoned");
-  EXPECT_EQ(owner->notes.front().participantId, "7");
+  EXPECT_THAT(owner->calls, ElementsAre("note for 7: Phoned, 30 min, 2024-05-02"));
 }
 
 TEST_F(WidgetTest, AChoiceIsKeptWhileItIsThereElseTheFirstIsChosen) {

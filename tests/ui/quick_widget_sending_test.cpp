@@ -6,6 +6,7 @@ namespace notewick {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -14,7 +15,7 @@ using testing::SizeIs;
 TEST_F(WidgetTest, EverySegmentIsItsMinutes) {
   for (const int minutes : {15, 30, 45, 60, 90, 120}) {
     sends("x", minutes);
-    EXPECT_EQ(owner->notes.back().minutes, minutes);
+    EXPECT_THAT(owner->calls.back(), HasSubstr(", " + std::to_string(minutes) + " min, "));
   }
 }
 
@@ -22,7 +23,7 @@ TEST_F(WidgetTest, ANoteIsOfTodayAndTrimmedAtItsEndsOnly) {
   clock.setLocal({2024, 5, 3, 0, 0, 1});
   widget().chooseParticipant("Tobias Hargreave");
   sends(" \t\n Phoned\n  twice \u00a0\r\n", 45);
-  EXPECT_THAT(owner->notes, ElementsAre(NoteTaker::Note{"1", "Phoned\n  twice", 45, "2024-05-03"}));
+  EXPECT_THAT(owner->calls, ElementsAre("note for 1: Phoned\n  twice, 45 min, 2024-05-03"));
 }
 
 TEST_F(WidgetTest, AfterSendingTheFormIsEmptyAndStaysOpen) {
@@ -52,8 +53,7 @@ class ConfirmingTest : public WidgetTest {
 TEST_F(ConfirmingTest, ItIsOfTheDayOfTheWorkWhichLeavesTheList) {
   owner->afterEnqueue = [this] { catches({}); };
   sends("Phoned");
-  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-01");
-  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove P"));
+  EXPECT_THAT(owner->calls, ElementsAre("note for 2: Phoned, 30 min, 2024-05-01", "remove P"));
   EXPECT_EQ(widget().hint, IDLE_HINT);
   sends("Visited");
   EXPECT_THAT(owner->calls, SizeIs(3)) << "the form confirms nothing any longer";
@@ -63,15 +63,13 @@ TEST_F(ConfirmingTest, WorkThatDisappearedMeanwhileIsForgotten) {
   catches({});
   EXPECT_NE(widget().hint, IDLE_HINT) << "the hint stays";
   sends("Phoned");
-  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-02");
-  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned"));
+  EXPECT_THAT(owner->calls, ElementsAre("note for 2: Phoned, 30 min, 2024-05-02"));
 }
 
 TEST_F(ConfirmingTest, WorkThatTheListNeverShowedLeavesToo) {
   controller->present(pendingOf("Q", "Lena O'Keefe", "2024-04-30"));
   sends("Phoned");
-  EXPECT_EQ(owner->notes.front().sessionDate, "2024-05-02");
-  EXPECT_THAT(owner->calls, ElementsAre("enqueue Phoned", "remove Q"));
+  EXPECT_THAT(owner->calls, ElementsAre("note for 2: Phoned, 30 min, 2024-05-02", "remove Q"));
 }
 
 TEST_F(ConfirmingTest, WithoutAnOwnerTheFormIsResetAllTheSame) {

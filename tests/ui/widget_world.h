@@ -18,27 +18,18 @@ inline Pending pendingOf(const std::string& id, const std::string& participant,
   return {id, participant, day, Date(0), Date(60), 12, {}};
 }
 
-/// Keeps what the widget asked for; may refresh the widget in between, as the program does.
+/// Writes down what the widget asks for; may refresh the widget in between, as the program does.
 class NoteTaker : public QuickWidgetOwner {
  public:
-  struct Note {
-    std::string participantId;
-    std::string what;
-    std::int64_t minutes;
-    std::string sessionDate;
-    bool operator==(const Note&) const = default;
-  };
-
   void enqueueNote(const Participant& participant, const std::string& what, std::int64_t minutes,
                    const std::string& sessionDate) override {
-    calls.push_back("enqueue " + what);
-    notes.push_back({participant.id, what, minutes, sessionDate});
+    calls.push_back("note for " + participant.id + ": " + what + ", " + std::to_string(minutes) +
+                    " min, " + sessionDate);
     if (afterEnqueue) afterEnqueue();
   }
   void removePending(const std::string& id) override { calls.push_back("remove " + id); }
   void widgetClosed() override { calls.emplace_back("closed"); }
 
-  std::vector<Note> notes;
   std::vector<std::string> calls;
   std::function<void()> afterEnqueue;
 };
