@@ -34,7 +34,7 @@ class LaunchTest : public WorldTest {
 TEST_F(LaunchTest, SignedOutItTakesTheseStepsAndWritesNothing) {
   accessibility.trusted = false;
   launch();
-  EXPECT_THAT(newDeeds(),
+  EXPECT_THAT(takeTrace(),
               ElementsAre("create folders " + SUPPORT_DIR, "read pending.json", "read outbox.json",
                           "read participants.json", "status item", "menu", "ask for trust",
                           "every 15 s", "every 60 s", "sign-in panel"));
@@ -47,9 +47,9 @@ TEST_F(LaunchTest, SignedInItLoadsParticipantsAndSendsTheOutboxInPlaceOfThePanel
   signIn();
   has("outbox.json", ONE_NOTE);
   knows({"Tobias Hargreave", "Lena O'Keefe"});
-  service.onRequest = [this] { deeds.push_back("ask the service"); };
+  service.onRequest = [this] { trace.push_back("ask the service"); };
   launch();
-  EXPECT_EQ(*std::prev(std::ranges::find(deeds, "ask the service")), "every 60 s");
+  EXPECT_EQ(*std::prev(std::ranges::find(trace, "ask the service")), "every 60 s");
   EXPECT_THAT(service.trail(),
               ElementsAre("POST /api/desktop/auth/refresh", "POST /api/desktop/auth/refresh",
                           "GET /api/desktop/participants", "POST /api/desktop/case-notes/capture"));
@@ -114,9 +114,9 @@ TEST_F(LaunchTest, TimersOfAProgramThatIsGoneDoNothing) {
   const auto outbox = std::move(app().outboxTimer);
   quit();
   ASSERT_THAT(loop.runningTimers(), ElementsAre(15, 60));
-  deeds.clear();
+  trace.clear();
   advance(600);
-  EXPECT_THAT(deeds, IsEmpty());
+  EXPECT_THAT(trace, IsEmpty());
 }
 
 TEST_F(LaunchTest, ASecondStartOpensTheWidgetForTyping) {

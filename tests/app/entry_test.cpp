@@ -33,7 +33,7 @@ TEST_F(EntryTest, TheSelfTestStartsNothingAndTouchesNoFile) {
   EXPECT_EQ(delegate, nullptr);
   EXPECT_EQ(fakeApplication().runs, runsBefore);
   EXPECT_THAT(service.sessions, IsEmpty());
-  EXPECT_THAT(deeds, IsEmpty());
+  EXPECT_THAT(trace, IsEmpty());
 }
 
 TEST_F(EntryTest, ASelfTestThatCannotPrintFails) {

@@ -23,8 +23,8 @@ class KeychainTest : public testing::Test {
   void asks() { keychain->requestUnlock(); }
 
   FakeClock clock;
-  Deeds deeds;
-  FakeMainLoop loop{clock, deeds};
+  Trace trace;
+  FakeMainLoop loop{clock, trace};
   FakeSecretStore store{loop};
   std::shared_ptr<Keychain> keychain;
   std::vector<bool> answers;

@@ -32,8 +32,8 @@ class LanesTest : public testing::Test {
   }
 
   FakeClock clock;
-  Deeds deeds;
-  FakeMainLoop loop{clock, deeds};
+  Trace trace;
+  FakeMainLoop loop{clock, trace};
   std::optional<Lanes> lanes{std::in_place, loop, 2};
   std::vector<std::string> running;
 };

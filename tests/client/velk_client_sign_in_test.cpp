@@ -87,7 +87,7 @@ TEST_F(SignInTest, TheAccessTokenIsStoredNowhere) {
   EXPECT_TRUE(login());
   EXPECT_THAT(secrets.writes, ElementsAre("save refresh-1"));
   EXPECT_THAT(defaults.values, UnorderedElementsAre(Pair(EMAIL_KEY, testing::_)));
-  EXPECT_THAT(deeds, IsEmpty());
+  EXPECT_THAT(trace, IsEmpty());
 }
 
 TEST_F(SignInTest, TheAccessTokenServesTheNextCall) {

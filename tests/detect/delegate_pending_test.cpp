@@ -17,7 +17,7 @@ class PromotionTest : public WorldTest {
     knows({"Tobias Hargreave", "Lena O'Keefe"});
     launch();
     notifier.shown.clear();
-    deeds.clear();
+    trace.clear();
   }
 
   /// A session of so many sightings has ended.
@@ -38,8 +38,8 @@ class PromotionTest : public WorldTest {
 
 TEST_F(PromotionTest, SavesThenShowsThenNotifies) {
   promotes("Lena O'Keefe", 5);
-  EXPECT_THAT(newDeeds(), ElementsAre("replace pending.json", "menu", "widget",
-                                      "notify Log it? — Lena O'Keefe"));
+  EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget",
+                                       "notify Log it? — Lena O'Keefe"));
   EXPECT_THAT(stored(), ElementsAre("Lena O'Keefe"));
   EXPECT_NE(statusItem().find("Log: Lena O'Keefe (~2 min, 2024-05-02)"), nullptr);
   EXPECT_THAT(widget().rowTexts(), ElementsAre("Lena O'Keefe · ~2m · 2024-05-02"));
@@ -77,16 +77,16 @@ TEST_F(PromotionTest, RemovingTakesEveryPendingOfThatIdAndKeepsTheOrder) {
   };
   app().pendings = {pending("A", "1"), pending("B", "2"), pending("A", "3"), pending("C", "4")};
   app().removePending("A");
-  EXPECT_THAT(newDeeds(), ElementsAre("replace pending.json", "menu", "widget"));
+  EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget"));
   EXPECT_THAT(stored(), ElementsAre("2", "4"));
   EXPECT_THAT(widget().rowTexts(), SizeIs(2));
 }
 
 TEST_F(PromotionTest, RemovingAnUnknownIdStillSavesAndShows) {
   promotes("Lena O'Keefe");
-  deeds.clear();
+  trace.clear();
   app().removePending("unknown");
-  EXPECT_THAT(newDeeds(), ElementsAre("replace pending.json", "menu", "widget"));
+  EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget"));
   EXPECT_THAT(stored(), SizeIs(1));
 }
 

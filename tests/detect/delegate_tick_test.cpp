@@ -50,24 +50,24 @@ class TickTest : public WorldTest {
 // --- Trust ---------------------------------------------------------------------------------------
 
 TEST_F(TickTest, TheFirstTrustedSampleShowsThatItSees) {
-  deeds.clear();
+  trace.clear();
   samples(1);
   EXPECT_EQ(app().lastAxState, true);
-  EXPECT_THAT(deeds, ElementsAre("menu", "notify VELK Notewick"));
+  EXPECT_THAT(trace, ElementsAre("menu", "notify VELK Notewick"));
   EXPECT_THAT(notifier.shown,
               ElementsAre(Notification{"VELK Notewick",
                                        "Screen access on — now watching for participant work."}));
   samples(20);
-  EXPECT_THAT(newDeeds(), SizeIs(2)) << "once";
+  EXPECT_THAT(takeTrace(), SizeIs(2)) << "once";
 }
 
 TEST_F(TickTest, LostTrustIsShownOnceAndLoggedInEverySample) {
   samples(1);
-  deeds.clear();
+  trace.clear();
   accessibility.trusted = false;
   screen.applicationReads = 0;
   samples(2);
-  EXPECT_THAT(newDeeds(), ElementsAre("menu", "replace atomically watch.log", "append watch.log"));
+  EXPECT_THAT(takeTrace(), ElementsAre("menu", "replace atomically watch.log", "append watch.log"));
   EXPECT_THAT(watchLogLines(), ElementsAre("09:00:30 " + NO_ACCESS, "09:00:45 " + NO_ACCESS));
   EXPECT_EQ(screen.applicationReads, 0u);
 }
@@ -95,13 +95,13 @@ TEST_F(TickTest, TrustIsAskedForASecondTimeBeforeReadingAndNeverWithAPrompt) {
 TEST_F(TickTest, APauseFreezesEverything) {
   worksOnTobias();
   app().paused = true;
-  deeds.clear();
+  trace.clear();
   accessibility.trusted = false;
   screen.applicationReads = 0;
   advance(3600);
   EXPECT_EQ(session("Tobias Hargreave").sightings, 4);
   EXPECT_EQ(app().lastAxState, true);
-  EXPECT_THAT(deeds, IsEmpty());
+  EXPECT_THAT(trace, IsEmpty());
   EXPECT_EQ(screen.applicationReads, 0u);
   app().paused = false;
   samples(1);

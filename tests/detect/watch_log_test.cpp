@@ -39,10 +39,10 @@ TEST_F(WatchLogTest, ALogOfMoreThan500000BytesStartsAnew) {
 TEST_F(WatchLogTest, TheFirstLineGoesThroughATemporaryFile) {
   const std::string other = SUPPORT_DIR + "/other.log";
   ensureDirs();
-  deeds.clear();
+  trace.clear();
   appendLine("first", other);
   appendLine("second", other);
-  EXPECT_THAT(deeds, ElementsAre("replace atomically " + other, "append " + other));
+  EXPECT_THAT(trace, ElementsAre("replace atomically " + other, "append " + other));
 }
 
 TEST_F(WatchLogTest, WithoutTheFolderAnEntryIsLost) {

@@ -30,8 +30,8 @@ class LocalStoreTest : public testing::Test {
     return list;
   }
 
-  Deeds deeds;
-  FakeFiles files{"/home/ada", deeds};
+  Trace trace;
+  FakeFiles files{"/home/ada", trace};
   const std::vector<Participant> kept = {{"9", "Was", "There"}};
 };
 
@@ -72,16 +72,16 @@ TEST_F(LocalStoreTest, ReplacesTheListByTheFilesRecords) {
 
 TEST_F(LocalStoreTest, LoadingWritesNothing) {
   for (const std::string text : {"{}", "", "[", "[]", "[ {\"id\": \"1\"} ]"}) {
-    deeds.clear();
+    trace.clear();
     EXPECT_THAT(loaded(text), IsEmpty());
-    EXPECT_THAT(deeds, ElementsAre("read " + participantsCache()));
+    EXPECT_THAT(trace, ElementsAre("read " + participantsCache()));
     EXPECT_EQ(files.contents(participantsCache()), text);
   }
 }
 
 TEST_F(LocalStoreTest, SavesInPlaceInOneCall) {
   saveJSON(files, participantsCache(), kept);
-  EXPECT_THAT(deeds, ElementsAre("replace " + participantsCache()));
+  EXPECT_THAT(trace, ElementsAre("replace " + participantsCache()));
 }
 
 TEST_F(LocalStoreTest, WhatWasSavedIsLoaded) {

@@ -37,15 +37,15 @@ TEST_F(OutboxTest, ANoteIsStoredBeforeItIsSent) {
 }
 
 TEST_F(OutboxTest, IsSavedThenShownThenTold) {
-  deeds.clear();
+  trace.clear();
   sends("Phoned");
-  EXPECT_THAT(newDeeds(),
+  EXPECT_THAT(takeTrace(),
               ElementsAre("replace outbox.json", "replace atomically captures-2024-05-02.log",
                           "menu", "widget"));
   loop.runPosted();
-  EXPECT_THAT(newDeeds(), ElementsAre("menu", "widget", "notify Captured — Tobias Hargreave"));
+  EXPECT_THAT(takeTrace(), ElementsAre("menu", "widget", "notify Captured — Tobias Hargreave"));
   advance(0.02);
-  EXPECT_THAT(newDeeds(), ElementsAre("replace outbox.json"));
+  EXPECT_THAT(takeTrace(), ElementsAre("replace outbox.json"));
 }
 
 TEST_F(OutboxTest, NewNotesGoToTheEnd) {

@@ -69,9 +69,9 @@ TEST_F(RefreshingTest, ARefreshByTheUserTellsTheNumber) {
 
 TEST_F(RefreshingTest, TheListIsSavedThenShownThenTold) {
   statusItem().choose("Hide floating widget");
-  deeds.clear();
+  trace.clear();
   reload();
-  EXPECT_THAT(newDeeds(),
+  EXPECT_THAT(takeTrace(),
               ElementsAre("replace participants.json", "menu", "widget", "notify VELK Notewick"));
 }
 
@@ -286,9 +286,9 @@ TEST_F(SigningOutTest, ForgetsTokensUserAndParticipants) {
 }
 
 TEST_F(SigningOutTest, SavesTheEmptyListThenShowsIt) {
-  deeds.clear();
+  trace.clear();
   signOut();
-  EXPECT_THAT(newDeeds(), ElementsAre("replace participants.json", "menu", "sign-in panel"));
+  EXPECT_THAT(takeTrace(), ElementsAre("replace participants.json", "menu", "sign-in panel"));
 }
 
 TEST_F(SigningOutTest, KeepsPendingsNotesAndSessions) {

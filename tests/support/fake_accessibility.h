@@ -3,14 +3,14 @@
 #include <deque>
 
 #include "platform/accessibility.h"
-#include "tests/support/deeds.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
 /// Trust that a test gives and takes, and how often it was asked for.
 class FakeAccessibility : public Accessibility {
  public:
-  explicit FakeAccessibility(Deeds& deeds) : deeds_(deeds) {}
+  explicit FakeAccessibility(Trace& trace) : trace_(trace) {}
 
   bool isTrusted() override {
     ++queries;
@@ -23,7 +23,7 @@ class FakeAccessibility : public Accessibility {
   bool isTrustedWithPrompt() override {
     if (!trusted) ++prompts;
     ++promptingQueries;
-    deeds_.push_back("ask for trust");
+    trace_.push_back("ask for trust");
     return trusted;
   }
   [[nodiscard]] TrustRemedy remedy() const override { return trustRemedy; }
@@ -36,7 +36,7 @@ class FakeAccessibility : public Accessibility {
   std::deque<bool> nextAnswers;  ///< what the next queries find, before `trusted` stays
 
  private:
-  Deeds& deeds_;
+  Trace& trace_;
 };
 
 }  // namespace notewick

@@ -4,9 +4,9 @@
 
 namespace notewick {
 
-int FakeApplication::run(std::weak_ptr<ApplicationDelegate> told) {
+int FakeApplication::run(std::weak_ptr<ApplicationDelegate> owner) {
   ++runs;
-  delegate_ = std::move(told);
+  delegate_ = std::move(owner);
   if (const auto delegate = delegate_.lock()) delegate->applicationDidFinishLaunching();
   return 0;
 }

@@ -12,7 +12,7 @@ namespace notewick {
 class FakeApplication : public Application {
  public:
   void becomeAccessory() override { accessory = true; }
-  int run(std::weak_ptr<ApplicationDelegate> told) override;
+  int run(std::weak_ptr<ApplicationDelegate> owner) override;
 
   /// The user starts the program a second time.
   void startAgain();

@@ -12,14 +12,14 @@ std::string parentOf(const std::string& path) {
 }  // namespace
 
 bool FakeFiles::createFolders(const std::string& path) {
-  deeds_.push_back("create folders " + path);
+  trace_.push_back("create folders " + path);
   if (failWrites) return folderExists(path);
   createFoldersSilently(path);
   return true;
 }
 
 std::optional<std::string> FakeFiles::read(const std::string& path) {
-  deeds_.push_back("read " + path);
+  trace_.push_back("read " + path);
   return unreadable.contains(path) ? std::nullopt : contents(path);
 }
 
@@ -29,14 +29,14 @@ std::optional<std::uint64_t> FakeFiles::size(const std::string& path) {
 }
 
 bool FakeFiles::replaceInPlace(const std::string& path, std::string_view text) {
-  deeds_.push_back("replace " + path);
+  trace_.push_back("replace " + path);
   if (!writable(path)) return false;
   files_[path] = text;
   return true;
 }
 
 bool FakeFiles::replaceAtomically(const std::string& path, std::string_view text) {
-  deeds_.push_back("replace atomically " + path);
+  trace_.push_back("replace atomically " + path);
   if (failWrites || !folderExists(parentOf(path))) return false;
   files_[path] = text;
   unreadable.erase(path);
@@ -44,14 +44,14 @@ bool FakeFiles::replaceAtomically(const std::string& path, std::string_view text
 }
 
 bool FakeFiles::append(const std::string& path, std::string_view text) {
-  deeds_.push_back("append " + path);
+  trace_.push_back("append " + path);
   if (!writable(path) || !files_.contains(path)) return false;
   files_[path] += text;
   return true;
 }
 
 bool FakeFiles::remove(const std::string& path) {
-  deeds_.push_back("remove " + path);
+  trace_.push_back("remove " + path);
   return !failWrites && files_.erase(path) > 0;
 }
 
@@ -80,7 +80,7 @@ std::vector<std::string> FakeFiles::paths() const {
 }
 
 std::size_t FakeFiles::writesTo(const std::string& path) const {
-  return std::size_t(std::ranges::count_if(deeds_, [&](const std::string& entry) {
+  return std::size_t(std::ranges::count_if(trace_, [&](const std::string& entry) {
     return !entry.starts_with("read ") && entry.ends_with(" " + path);
   }));
 }

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "platform/files.h"
-#include "tests/support/deeds.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
-/// Files in memory. A file can only be made in a folder that exists. Everything asked of it stands
-/// in the deeds: "read /a/b", "replace /a/b", "append /a/b", ...
+/// Files in memory. A file can only be made in a folder that exists. Every call by the
+/// program stands in the trace: "read /a/b", "replace /a/b", "append /a/b", ...
 class FakeFiles : public Files {
  public:
-  FakeFiles(std::string home, Deeds& deeds) : home_(std::move(home)), deeds_(deeds) {
+  FakeFiles(std::string home, Trace& trace) : home_(std::move(home)), trace_(trace) {
     createFoldersSilently(home_);
   }
 
@@ -27,9 +27,9 @@ class FakeFiles : public Files {
   bool append(const std::string& path, std::string_view text) override;
   bool remove(const std::string& path) override;
 
-  /// What a file holds, without leaving a trace in the deeds; absent when there is none.
+  /// What a file holds; absent when there is none. Stands in no trace.
   [[nodiscard]] std::optional<std::string> contents(const std::string& path) const;
-  /// Puts a file there with the folders above it, without leaving a trace in the deeds.
+  /// Puts a file there with the folders above it. Stands in no trace.
   void put(const std::string& path, const std::string& text);
   /// Takes a folder away with everything in it, as a user might.
   void removeFolder(const std::string& path);
@@ -46,7 +46,7 @@ class FakeFiles : public Files {
   [[nodiscard]] bool writable(const std::string& path) const;
 
   std::string home_;
-  Deeds& deeds_;
+  Trace& trace_;
   std::map<std::string, std::string> files_;
   std::set<std::string> folders_;
 };

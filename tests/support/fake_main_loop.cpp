@@ -22,7 +22,7 @@ std::unique_ptr<Timer> FakeMainLoop::startOneShot(double seconds, std::function<
 }
 
 std::unique_ptr<Timer> FakeMainLoop::startRepeating(double seconds, std::function<void()> action) {
-  deeds_.push_back("every " + std::to_string(std::lround(seconds)) + " s");
+  trace_.push_back("every " + std::to_string(std::lround(seconds)) + " s");
   return start(seconds, true, std::move(action));
 }
 

@@ -7,16 +7,16 @@
 #include <vector>
 
 #include "platform/main_loop.h"
-#include "tests/support/deeds.h"
 #include "tests/support/fake_clock.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
 /// A main loop that turns only when a test says so, over the logical time of `FakeClock`. The start
-/// of a repeating timer stands in the deeds: "every 15 s".
+/// of a repeating timer stands in the trace: "every 15 s".
 class FakeMainLoop : public MainLoop {
  public:
-  FakeMainLoop(FakeClock& clock, Deeds& deeds) : clock_(clock), deeds_(deeds) {}
+  FakeMainLoop(FakeClock& clock, Trace& trace) : clock_(clock), trace_(trace) {}
 
   /// From now on timers fire late, each time by another random part of `most` seconds, as real ones
   /// do. The random numbers are the same in every run.
@@ -62,7 +62,7 @@ class FakeMainLoop : public MainLoop {
   FakeClock& clock_;
   std::mt19937 random_;
   std::uniform_real_distribution<double> lateness_{0.0, 0.0};
-  Deeds& deeds_;
+  Trace& trace_;
   std::deque<std::function<void()>> posted_;
   std::vector<std::shared_ptr<Schedule>> schedules_;
 };

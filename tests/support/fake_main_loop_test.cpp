@@ -17,8 +17,8 @@ class FakeMainLoopTest : public testing::Test {
   }
 
   FakeClock clock;
-  Deeds deeds;
-  FakeMainLoop loop{clock, deeds};
+  Trace trace;
+  FakeMainLoop loop{clock, trace};
   std::vector<std::string> happened;
 };
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/notifier.h"
-#include "tests/support/deeds.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
@@ -22,17 +22,17 @@ struct Notification {
 /// Keeps what was shown, in order.
 class FakeNotifier : public Notifier {
  public:
-  explicit FakeNotifier(Deeds& deeds) : deeds_(deeds) {}
+  explicit FakeNotifier(Trace& trace) : trace_(trace) {}
 
   void show(const std::string& title, const std::string& body) override {
     shown.push_back({title, body});
-    deeds_.push_back("notify " + title);
+    trace_.push_back("notify " + title);
   }
 
   std::vector<Notification> shown;
 
  private:
-  Deeds& deeds_;
+  Trace& trace_;
 };
 
 }  // namespace notewick

@@ -12,11 +12,11 @@ namespace notewick {
 template <class Port, class Delegate>
 class FakePanel : public Port {
  public:
-  explicit FakePanel(std::weak_ptr<Delegate> told) : delegate_(std::move(told)) {}
+  explicit FakePanel(std::weak_ptr<Delegate> owner) : delegate_(std::move(owner)) {}
   FakePanel(const FakePanel&) = delete;
   FakePanel& operator=(const FakePanel&) = delete;
   ~FakePanel() override {
-    EXPECT_FALSE(*telling_) << "a panel was destroyed inside a call to its delegate";
+    EXPECT_FALSE(*callingDelegate_) << "a panel was destroyed inside a call to its delegate";
   }
 
   void orderFrontRegardless() override { visible = true; }
@@ -28,12 +28,12 @@ class FakePanel : public Port {
 
  protected:
   /// Calls the delegate; false when the panel is gone afterwards.
-  bool tell(const std::function<void(Delegate&)>& news) {
-    const auto telling = telling_;
+  bool callDelegate(const std::function<void(Delegate&)>& call) {
+    const auto calling = callingDelegate_;
     const std::weak_ptr<bool> alive = alive_;
-    *telling = true;
-    if (const auto told = delegate_.lock()) news(*told);
-    *telling = false;
+    *calling = true;
+    if (const auto owner = delegate_.lock()) call(*owner);
+    *calling = false;
     return !alive.expired();
   }
 
@@ -43,12 +43,13 @@ class FakePanel : public Port {
       ADD_FAILURE() << "the user cannot close a panel that is not on screen";
       return;
     }
-    if (tell([](Delegate& told) { told.windowWillClose(); })) visible = key = false;
+    const bool exists = callDelegate([](Delegate& owner) { owner.windowWillClose(); });
+    if (exists) visible = key = false;
   }
 
  private:
   std::weak_ptr<Delegate> delegate_;
-  std::shared_ptr<bool> telling_ = std::make_shared<bool>(false);
+  std::shared_ptr<bool> callingDelegate_ = std::make_shared<bool>(false);
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -7,8 +7,8 @@
 namespace notewick {
 
 FakeQuickNotePanel::FakeQuickNotePanel(FakeViews& views, QuickNoteTexts fixedTexts,
-                                       std::weak_ptr<QuickNotePanelDelegate> told)
-    : FakePanel(std::move(told)), texts(std::move(fixedTexts)), views_(views) {}
+                                       std::weak_ptr<QuickNotePanelDelegate> owner)
+    : FakePanel(std::move(owner)), texts(std::move(fixedTexts)), views_(views) {}
 
 FakeQuickNotePanel::~FakeQuickNotePanel() {
   views_.forget(this);
@@ -30,7 +30,7 @@ void FakeQuickNotePanel::setCaught(const std::vector<CaughtRow>& newRows,
                                    const std::optional<std::string>& newMore) {
   rows = newRows;
   more = newMore;
-  views_.deeds.push_back("widget");
+  views_.trace.push_back("widget");
 }
 
 bool FakeQuickNotePanel::applySavedFrame() {
@@ -45,7 +45,7 @@ void FakeQuickNotePanel::placeAtBottomRight(double fromEdges) {
 
 void FakeQuickNotePanel::type(const std::string& text) {
   note = text;
-  tell([](auto& delegate) { delegate.textDidChange(); });
+  callDelegate([](auto& delegate) { delegate.textDidChange(); });
 }
 
 void FakeQuickNotePanel::chooseParticipant(const std::string& title) {
@@ -65,15 +65,15 @@ void FakeQuickNotePanel::pickMinutes(int minutesOnSegment) {
 }
 
 void FakeQuickNotePanel::pressSend() {
-  tell([](auto& delegate) { delegate.send(); });
+  callDelegate([](auto& delegate) { delegate.send(); });
 }
 
 void FakeQuickNotePanel::clickLog(std::size_t row) {
-  tell([row](auto& delegate) { delegate.caughtLog(row); });
+  callDelegate([row](auto& delegate) { delegate.caughtLog(row); });
 }
 
 void FakeQuickNotePanel::clickSkip(std::size_t row) {
-  tell([row](auto& delegate) { delegate.caughtSkip(row); });
+  callDelegate([row](auto& delegate) { delegate.caughtSkip(row); });
 }
 
 void FakeQuickNotePanel::close() {

@@ -17,7 +17,7 @@ class FakeQuickNotePanel : public FakePanel<QuickNotePanel, QuickNotePanelDelega
   enum class Place { untouched, saved, bottomRight };
 
   FakeQuickNotePanel(FakeViews& views, QuickNoteTexts fixedTexts,
-                     std::weak_ptr<QuickNotePanelDelegate> told);
+                     std::weak_ptr<QuickNotePanelDelegate> owner);
   ~FakeQuickNotePanel() override;
 
   void setParticipants(const std::vector<std::string>& titles,

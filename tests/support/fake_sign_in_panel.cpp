@@ -5,8 +5,8 @@
 namespace notewick {
 
 FakeSignInPanel::FakeSignInPanel(FakeViews& views, SignInTexts fixedTexts,
-                                 std::weak_ptr<SignInPanelDelegate> told)
-    : FakePanel(std::move(told)), texts(std::move(fixedTexts)), views_(views) {}
+                                 std::weak_ptr<SignInPanelDelegate> owner)
+    : FakePanel(std::move(owner)), texts(std::move(fixedTexts)), views_(views) {}
 
 FakeSignInPanel::~FakeSignInPanel() {
   views_.forget(this);
@@ -23,7 +23,7 @@ void FakeSignInPanel::type(const std::string& newEmail, const std::string& newPa
 }
 
 void FakeSignInPanel::pressSignIn() {
-  if (!busy) tell([](auto& delegate) { delegate.signIn(); });
+  if (!busy) callDelegate([](auto& delegate) { delegate.signIn(); });
 }
 
 void FakeSignInPanel::close() {

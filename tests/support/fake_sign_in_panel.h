@@ -13,7 +13,7 @@ class FakeViews;
 class FakeSignInPanel : public FakePanel<SignInPanel, SignInPanelDelegate> {
  public:
   FakeSignInPanel(FakeViews& views, SignInTexts fixedTexts,
-                  std::weak_ptr<SignInPanelDelegate> told);
+                  std::weak_ptr<SignInPanelDelegate> owner);
   ~FakeSignInPanel() override;
 
   void present() override;

@@ -9,11 +9,11 @@
 namespace notewick {
 
 FakeStatusItem::FakeStatusItem(FakeViews& views, StatusItemAppearance look,
-                               std::weak_ptr<StatusItemTarget> told)
+                               std::weak_ptr<StatusItemTarget> target)
     : appearance(std::move(look)),
       title(appearance.title),
       views_(views),
-      target_(std::move(told)) {}
+      target_(std::move(target)) {}
 
 FakeStatusItem::~FakeStatusItem() {
   views_.forget(this);
@@ -27,7 +27,7 @@ void FakeStatusItem::setTitle(const std::string& text, std::size_t number) {
 void FakeStatusItem::setMenu(const Menu& newMenu) {
   menu = newMenu;
   ++menusSet;
-  views_.deeds.push_back("menu");
+  views_.trace.push_back("menu");
 }
 
 void FakeStatusItem::choose(const std::string& itemTitle) {
@@ -39,10 +39,8 @@ void FakeStatusItem::choose(const std::string& itemTitle) {
 }
 
 void FakeStatusItem::choose(const MenuItem& item) {
-  if (item.action == MenuAction::terminate)
-    terminated = true;
-  else if (const auto target = target_.lock())
-    target->menuItemChosen(item);
+  if (item.action == MenuAction::terminate) return;
+  if (const auto target = target_.lock()) target->menuItemChosen(item);
 }
 
 void FakeStatusItem::click() {

@@ -13,7 +13,8 @@ class FakeViews;
 /// The item in the status bar as the user sees it and works it.
 class FakeStatusItem : public StatusItem {
  public:
-  FakeStatusItem(FakeViews& views, StatusItemAppearance look, std::weak_ptr<StatusItemTarget> told);
+  FakeStatusItem(FakeViews& views, StatusItemAppearance look,
+                 std::weak_ptr<StatusItemTarget> target);
   FakeStatusItem(const FakeStatusItem&) = delete;
   FakeStatusItem& operator=(const FakeStatusItem&) = delete;
   ~FakeStatusItem() override;
@@ -23,7 +24,7 @@ class FakeStatusItem : public StatusItem {
 
   /// The user chooses the enabled item with this title; a test failure when there is none.
   void choose(const std::string& itemTitle);
-  /// The user chooses an item, perhaps from a menu that has been replaced.
+  /// The user chooses an item, perhaps from a menu that has been replaced. Quitting does nothing.
   void choose(const MenuItem& item);
   void click();
 
@@ -37,7 +38,6 @@ class FakeStatusItem : public StatusItem {
   std::size_t count = 0;  ///< the number beside the title
   Menu menu;
   int menusSet = 0;
-  bool terminated = false;  ///< the user chose to quit
 
  private:
   FakeViews& views_;

@@ -6,7 +6,7 @@ std::unique_ptr<StatusItem> FakeViews::makeStatusItem(const StatusItemAppearance
                                                       std::weak_ptr<StatusItemTarget> target) {
   auto item = std::make_unique<FakeStatusItem>(*this, appearance, std::move(target));
   statusItem = item.get();
-  deeds.push_back("status item");
+  trace.push_back("status item");
   return item;
 }
 
@@ -22,7 +22,7 @@ std::unique_ptr<SignInPanel> FakeViews::makeSignInPanel(
     const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate) {
   auto panel = std::make_unique<FakeSignInPanel>(*this, texts, std::move(delegate));
   signIn = panel.get();
-  deeds.push_back("sign-in panel");
+  trace.push_back("sign-in panel");
   ++signInsMade;
   ++signInsAlive;
   return panel;

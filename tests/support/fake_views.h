@@ -3,17 +3,17 @@
 #include <memory>
 
 #include "platform/views.h"
-#include "tests/support/deeds.h"
 #include "tests/support/fake_quick_note_panel.h"
 #include "tests/support/fake_sign_in_panel.h"
 #include "tests/support/fake_status_item.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
 /// Makes the views and shows a test the ones that exist now.
 class FakeViews : public Views {
  public:
-  explicit FakeViews(Deeds& shared) : deeds(shared) {}
+  explicit FakeViews(Trace& worldTrace) : trace(worldTrace) {}
 
   [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(
       const StatusItemAppearance& appearance, std::weak_ptr<StatusItemTarget> target) override;
@@ -22,7 +22,7 @@ class FakeViews : public Views {
   [[nodiscard]] std::unique_ptr<SignInPanel> makeSignInPanel(
       const SignInTexts& texts, std::weak_ptr<SignInPanelDelegate> delegate) override;
 
-  Deeds& deeds;
+  Trace& trace;
 
   // The newest view of its kind; null when it does not exist (any longer).
   FakeStatusItem* statusItem = nullptr;

@@ -95,12 +95,12 @@ std::string World::supportFile(const std::string& name) {
   return SUPPORT_DIR + "/" + name;
 }
 
-Deeds World::newDeeds() {
-  Deeds news = std::exchange(deeds, {});
-  for (auto& deed : news)
-    if (const auto folder = deed.find(SUPPORT_DIR + "/"); folder != std::string::npos)
-      deed.erase(folder, SUPPORT_DIR.size() + 1);
-  return news;
+Trace World::takeTrace() {
+  Trace taken = std::exchange(trace, {});
+  for (auto& line : taken)
+    if (const auto folder = line.find(SUPPORT_DIR + "/"); folder != std::string::npos)
+      line.erase(folder, SUPPORT_DIR.size() + 1);
+  return taken;
 }
 
 std::string World::text(const std::string& name) const {

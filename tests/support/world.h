@@ -8,7 +8,6 @@
 
 #include "model/records.h"
 #include "platform/ports.h"
-#include "tests/support/deeds.h"
 #include "tests/support/fake_accessibility.h"
 #include "tests/support/fake_application.h"
 #include "tests/support/fake_clock.h"
@@ -22,6 +21,7 @@
 #include "tests/support/fake_uuid_source.h"
 #include "tests/support/fake_views.h"
 #include "tests/support/fake_workspace.h"
+#include "tests/support/trace.h"
 
 namespace notewick {
 
@@ -87,21 +87,21 @@ class World {
   /// What the program did: files (see `FakeFiles`), "status item", "menu", "widget", "sign-in
   /// panel", "ask for trust", the timers "every 15 s" and "every 60 s", and notifications by their
   /// titles, "notify Captured — Lena O'Keefe".
-  Deeds deeds;
+  Trace trace;
   /// Those since the last call, with files of the support folder by their names alone.
-  [[nodiscard]] Deeds newDeeds();
+  [[nodiscard]] Trace takeTrace();
 
   FakeClock clock;
-  FakeMainLoop loop{clock, deeds};
-  FakeFiles files{"/home/ada", deeds};
+  FakeMainLoop loop{clock, trace};
+  FakeFiles files{"/home/ada", trace};
   FakeUserDefaults defaults;
   FakeSecretStore secrets{loop};
-  FakeNotifier notifier{deeds};
+  FakeNotifier notifier{trace};
   FakeWorkspace workspace;
-  FakeAccessibility accessibility{deeds};
+  FakeAccessibility accessibility{trace};
   FakeScreen screen;
   FakeUuidSource uuids;
-  FakeViews views{deeds};
+  FakeViews views{trace};
   FakeService service{loop, clock};
 };
 

@@ -57,10 +57,10 @@ TEST_F(CommandTest, ACaughtItemThatIsGoneDoesNothing) {
   const MenuItem old = *statusItem().find(LOG_LENA);
   losesItsParticipants();
   app().removePending("Q");
-  deeds.clear();
+  trace.clear();
   statusItem().choose(old);
   app().openPending({.title = "Log: x", .action = MenuAction::openPending});
-  EXPECT_THAT(deeds, IsEmpty());
+  EXPECT_THAT(trace, IsEmpty());
 }
 
 TEST_F(CommandTest, ACaughtItemWithoutParticipantsOpensTheSignInPanel) {
@@ -152,10 +152,10 @@ TEST_F(CommandTest, WhereThereIsNoSettingsPageTheUserIsAsked) {
 TEST_F(CommandTest, StartAtLoginReplacesTheLaunchAgentAtomically) {
   const std::string agent = "/home/ada/Library/LaunchAgents/tools.velk.notewick.plist";
   files.put(agent, "something old");
-  deeds.clear();
+  trace.clear();
   chooses("Start at login");
   EXPECT_EQ(files.contents(agent), launchAgentText("/Applications/VELK Notewick.app"));
-  EXPECT_THAT(deeds, ElementsAre("replace atomically " + agent, "notify VELK Notewick"));
+  EXPECT_THAT(trace, ElementsAre("replace atomically " + agent, "notify VELK Notewick"));
   EXPECT_THAT(notifier.shown, ElementsAre(general("Will start automatically at login.")));
 }
 

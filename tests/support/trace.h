@@ -7,6 +7,6 @@ namespace notewick {
 
 /// What the program did to its world, one line each, in order. The fakes of one world share it, so
 /// that a test sees what came before what.
-using Deeds = std::vector<std::string>;
+using Trace = std::vector<std::string>;
 
 }  // namespace notewick
