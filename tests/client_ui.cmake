@@ -7,8 +7,6 @@ notewick_test(client_ui_tests
     client/keychain_test.cpp
     client/lanes_test.cpp
     client/plain_answer.cpp
-    client/service_answers.cpp
-    client/service_answers_test.cpp
     client/uri_test.cpp
     client/velk_client_sign_in_test.cpp
     client/velk_client_sign_out_test.cpp
@@ -20,7 +18,6 @@ notewick_test(client_ui_tests
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
     platform/web_address_test.cpp
-    support/client_world.cpp
     ui/delegate_commands_test.cpp
     ui/delegate_login_store_test.cpp
     ui/delegate_login_test.cpp

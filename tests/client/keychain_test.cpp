@@ -20,51 +20,39 @@ class KeychainTest : public testing::Test {
     keychain = Keychain::create(store);
     keychain->setUnlockObserver([this](bool opened) { answers.push_back(opened); });
   }
-  void asks() { keychain->requestUnlock(); }
 
   FakeClock clock;
   Trace trace;
   FakeMainLoop loop{clock, trace};
   FakeSecretStore store{loop};
   std::shared_ptr<Keychain> keychain;
-  std::vector<bool> answers;
+  std::vector<bool> answers;  ///< what the observer was told
 };
 
-TEST_F(KeychainTest, ASavedTokenIsThere) {
-  keychain->keychainSave("T");
-  EXPECT_EQ(keychain->keychainLoad(), "T");
-  EXPECT_EQ(store.refreshToken(), "T");
-  EXPECT_TRUE(keychain->holdsToken());
-}
-
-TEST_F(KeychainTest, AnotherTokenReplacesIt) {
+TEST_F(KeychainTest, ASavedTokenIsThereUntilItIsReplacedOrDeleted) {
   keychain->keychainSave("T");
   keychain->keychainSave("U");
+  EXPECT_EQ(keychain->keychainLoad(), "U");
   EXPECT_EQ(store.refreshToken(), "U");
   EXPECT_EQ(store.size(), 1u);
-}
-
-TEST_F(KeychainTest, ADeletedTokenIsGone) {
-  keychain->keychainSave("T");
+  EXPECT_TRUE(keychain->holdsToken());
   keychain->keychainDelete();
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   EXPECT_EQ(store.size(), 0u);
   EXPECT_FALSE(keychain->holdsToken());
 }
 
-TEST_F(KeychainTest, WithoutASecretStoreThereIsNoTokenAndNoQuestion) {
+TEST_F(KeychainTest, AFailedWriteIsSwallowed) {
   store.missing = true;
   keychain->keychainSave("T");
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   EXPECT_FALSE(keychain->isLocked());
   EXPECT_FALSE(keychain->wantsUnlock());
-}
-
-TEST_F(KeychainTest, AFailedWriteIsSwallowed) {
+  store.missing = false;
+  store.setRefreshToken("T");
   store.failWrites = true;
-  keychain->keychainSave("T");
   keychain->keychainDelete();
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_EQ(keychain->keychainLoad(), "T");
 }
 
 // --- Remembered ----------------------------------------------------------------------------------
@@ -73,8 +61,8 @@ class RememberedTokenTest : public KeychainTest {
  protected:
   RememberedTokenTest() { store.setRefreshToken("T"); }
 
-  void looksOften() {
-    for (int look = 0; look < 5; ++look) {
+  void looksTwice() {
+    for (int look = 0; look < 2; ++look) {
       EXPECT_TRUE(keychain->holdsToken());
       EXPECT_EQ(keychain->keychainLoad(), "T");
       EXPECT_FALSE(keychain->isLocked());
@@ -83,51 +71,39 @@ class RememberedTokenTest : public KeychainTest {
 };
 
 TEST_F(RememberedTokenTest, WhetherThereIsATokenIsAskedOnceAndTheTokenNotFetched) {
-  for (int look = 0; look < 5; ++look) EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_TRUE(keychain->holdsToken());
   EXPECT_EQ(store.looks, 1u);
   EXPECT_EQ(store.fetches, 0u);
 }
 
 TEST_F(RememberedTokenTest, ATokenThatWasReadIsNotFetchedAgain) {
-  looksOften();
+  looksTwice();
   EXPECT_EQ(store.fetches, 1u);
 }
 
-TEST_F(RememberedTokenTest, ATokenThatWasWrittenIsNotFetchedAtAll) {
+TEST_F(RememberedTokenTest, WhatWasWrittenIsNotAskedForAtAll) {
   keychain->keychainSave("T");
-  looksOften();
-  EXPECT_EQ(store.looks, 0u);
-}
-
-TEST_F(RememberedTokenTest, ThatThereIsNoneIsRemembered) {
+  looksTwice();
   keychain->keychainDelete();
-  for (int look = 0; look < 5; ++look) EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_FALSE(keychain->holdsToken());
   EXPECT_EQ(store.looks, 0u);
 }
 
-TEST_F(RememberedTokenTest, ATokenThatOthersWriteReplacesIt) {
-  looksOften();
+TEST_F(RememberedTokenTest, WhatOthersChangeIsSeenAndNobodyIsTold) {
+  looksTwice();
   store.othersWrite("U");
   EXPECT_EQ(keychain->keychainLoad(), "U");
-}
-
-TEST_F(RememberedTokenTest, ATokenThatOthersRemoveIsGone) {
-  looksOften();
   store.othersRemove();
   EXPECT_FALSE(keychain->holdsToken());
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
-}
-
-TEST_F(RememberedTokenTest, AChangeThatConcernsNobodyTellsNobody) {
-  looksOften();
-  store.othersWrite("U");
   EXPECT_THAT(answers, IsEmpty());
 }
 
 TEST_F(RememberedTokenTest, AStoreThatReportsNothingIsLookedIntoEachTimeWithoutFetching) {
   store.reportsChanges = false;
   startAgain();
-  looksOften();
+  looksTwice();
   EXPECT_EQ(store.fetches, 1u);
   store.othersRemove();
   EXPECT_FALSE(keychain->holdsToken());
@@ -141,63 +117,49 @@ class LockedKeychainTest : public KeychainTest {
     store.setRefreshToken("T");
     store.locked = true;
   }
+
+  void userIsAskedAndAnswers(bool open) {
+    keychain->requestUnlock();
+    store.userAnswers(open);
+  }
 };
 
-TEST_F(LockedKeychainTest, ATokenOutOfReachIsHeldButNotGiven) {
+TEST_F(LockedKeychainTest, ATokenOutOfReachIsHeldButNotGivenAndLookingNeverAsks) {
   EXPECT_TRUE(keychain->isLocked());
   EXPECT_TRUE(keychain->holdsToken());
   EXPECT_TRUE(keychain->wantsUnlock());
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
-}
-
-TEST_F(LockedKeychainTest, LookingNeverAsks) {
-  (void)keychain->keychainLoad();
-  (void)keychain->isLocked();
-  keychain->keychainSave("U");
-  keychain->keychainDelete();
   EXPECT_EQ(store.unlockRequests, 0u);
 }
 
 TEST_F(LockedKeychainTest, OpenedItGivesTheToken) {
-  asks();
-  store.userAnswers(true);
+  userIsAskedAndAnswers(true);
   EXPECT_THAT(answers, ElementsAre(true));
   EXPECT_EQ(keychain->keychainLoad(), "T");
   EXPECT_FALSE(keychain->isLocked());
 }
 
-TEST_F(LockedKeychainTest, TheAnswerArrivesInALaterTurn) {
-  asks();
-  EXPECT_THAT(answers, IsEmpty());
-}
-
 TEST_F(LockedKeychainTest, AQuestionOnScreenIsNotAskedAgain) {
-  asks();
-  asks();
+  keychain->requestUnlock();
+  userIsAskedAndAnswers(true);
   EXPECT_EQ(store.unlockRequests, 1u);
-  store.userAnswers(true);
   EXPECT_THAT(answers, ElementsAre(true));
 }
 
-TEST_F(LockedKeychainTest, RefusedItCountsAsEmpty) {
-  asks();
-  store.userAnswers(false);
+TEST_F(LockedKeychainTest, RefusedItCountsAsEmptyUntilTheRefusalIsTakenBack) {
+  userIsAskedAndAnswers(false);
   EXPECT_THAT(answers, ElementsAre(false));
   EXPECT_FALSE(keychain->isLocked());
   EXPECT_FALSE(keychain->holdsToken());
   EXPECT_FALSE(keychain->wantsUnlock());
-}
-
-TEST_F(LockedKeychainTest, ARefusalCanBeTakenBack) {
-  asks();
-  store.userAnswers(false);
   keychain->forgetRefusal();
   EXPECT_TRUE(keychain->isLocked());
-  asks();
+  userIsAskedAndAnswers(true);
   EXPECT_EQ(store.unlockRequests, 2u);
-  store.userAnswers(true);
   EXPECT_EQ(keychain->keychainLoad(), "T");
 }
+
+// --- What waits to be written --------------------------------------------------------------------
 
 TEST_F(LockedKeychainTest, ATokenToBeSavedWaitsInMemory) {
   keychain->keychainSave("U");
@@ -205,87 +167,81 @@ TEST_F(LockedKeychainTest, ATokenToBeSavedWaitsInMemory) {
   EXPECT_EQ(store.refreshToken(), "T");
   EXPECT_FALSE(keychain->isLocked());
   EXPECT_TRUE(keychain->wantsUnlock());
-  asks();
-  store.userAnswers(true);
+  userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), "U");
   EXPECT_FALSE(keychain->wantsUnlock());
-}
-
-TEST_F(LockedKeychainTest, TheNewestTokenIsTheOneThatWaits) {
-  keychain->keychainSave("U");
-  keychain->keychainSave("V");
-  asks();
-  store.userAnswers(true);
-  EXPECT_EQ(store.refreshToken(), "V");
-}
-
-TEST_F(LockedKeychainTest, ATokenThatWaitsOutlivesARefusal) {
-  keychain->keychainSave("U");
-  asks();
-  store.userAnswers(false);
-  EXPECT_EQ(keychain->keychainLoad(), "U");
-  EXPECT_TRUE(keychain->holdsToken());
-  EXPECT_FALSE(keychain->wantsUnlock());
-}
-
-TEST_F(LockedKeychainTest, AStoreThatFailsLaterKeepsTheTokenInMemory) {
-  keychain->keychainSave("U");
-  store.missing = true;
-  store.othersLock();
-  EXPECT_EQ(keychain->keychainLoad(), "U");
 }
 
 TEST_F(LockedKeychainTest, ARemovalWaitsAsWell) {
   keychain->keychainDelete();
   EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   EXPECT_EQ(store.refreshToken(), "T");
-  asks();
-  store.userAnswers(true);
+  userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), std::nullopt);
+}
+
+TEST_F(LockedKeychainTest, OnlyTheNewestOrderWaits) {
+  keychain->keychainDelete();
+  keychain->keychainSave("U");
+  keychain->keychainSave("V");
+  userIsAskedAndAnswers(true);
+  EXPECT_EQ(store.refreshToken(), "V");
+  store.locked = true;
+  keychain->keychainSave("W");
+  keychain->keychainDelete();
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  userIsAskedAndAnswers(true);
+  EXPECT_EQ(store.refreshToken(), std::nullopt);
+}
+
+TEST_F(LockedKeychainTest, ATokenThatWaitsOutlivesARefusalAndTheStore) {
+  keychain->keychainSave("U");
+  userIsAskedAndAnswers(false);
+  EXPECT_EQ(keychain->keychainLoad(), "U");
+  EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_FALSE(keychain->wantsUnlock());
+  store.missing = true;
+  store.othersLock();
+  EXPECT_EQ(keychain->keychainLoad(), "U");
 }
 
 // --- Opened by others ----------------------------------------------------------------------------
 
-TEST_F(LockedKeychainTest, OpenedByOthersWhileTheQuestionIsOpenItGivesTheToken) {
-  asks();
+TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
+  EXPECT_TRUE(keychain->isLocked());
   store.othersOpen();
   EXPECT_THAT(answers, ElementsAre(true));
   EXPECT_EQ(keychain->keychainLoad(), "T");
 }
 
-TEST_F(LockedKeychainTest, TheQuestionThatIsStillOnScreenThenIsAnsweredToNobody) {
-  for (const bool answer : {true, false}) {
-    store.locked = true;
-    startAgain();
-    asks();
-    store.othersOpen();
-    answers.clear();
-    store.userAnswers(answer);
-    EXPECT_THAT(answers, IsEmpty());
-    EXPECT_EQ(keychain->keychainLoad(), "T");
-  }
-}
-
 TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
-  asks();
-  store.userAnswers(false);
+  userIsAskedAndAnswers(false);
   store.othersOpen();
   EXPECT_THAT(answers, ElementsAre(false, true));
   EXPECT_EQ(keychain->keychainLoad(), "T");
   EXPECT_TRUE(keychain->holdsToken());
 }
 
-TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
-  EXPECT_TRUE(keychain->isLocked());
-  store.othersOpen();
-  EXPECT_THAT(answers, ElementsAre(true));
+TEST_F(LockedKeychainTest, TheQuestionStillOnScreenThenIsAnsweredToNobody) {
+  for (const bool answer : {true, false}) {
+    store.locked = true;
+    startAgain();
+    answers.clear();
+    keychain->requestUnlock();
+    store.othersOpen();
+    EXPECT_THAT(answers, ElementsAre(true));
+    store.userAnswers(answer);
+    EXPECT_THAT(answers, ElementsAre(true));
+    EXPECT_EQ(keychain->keychainLoad(), "T");
+  }
 }
 
 TEST_F(LockedKeychainTest, LockedAgainMeanwhileTheQuestionStillOnScreenCounts) {
   for (const bool answer : {true, false}) {
     store.locked = true;
     startAgain();
-    asks();
+    keychain->requestUnlock();
     store.othersOpen();
     store.othersLock();
     EXPECT_TRUE(keychain->wantsUnlock());
@@ -295,7 +251,7 @@ TEST_F(LockedKeychainTest, LockedAgainMeanwhileTheQuestionStillOnScreenCounts) {
   }
 }
 
-TEST_F(KeychainTest, ATokenThatComesWithinReachLaterIsTold) {
+TEST_F(KeychainTest, ATokenThatComesWithinReachLaterIsReported) {
   EXPECT_FALSE(keychain->holdsToken());
   store.othersWrite("T");
   EXPECT_THAT(answers, ElementsAre(true));
@@ -303,14 +259,14 @@ TEST_F(KeychainTest, ATokenThatComesWithinReachLaterIsTold) {
 }
 
 TEST_F(LockedKeychainTest, AReportFromAStoreThatIsStillLockedChangesNothing) {
-  asks();
+  keychain->requestUnlock();
   store.othersLock();
   EXPECT_THAT(answers, IsEmpty());
   store.userAnswers(true);
   EXPECT_THAT(answers, ElementsAre(true));
 }
 
-TEST_F(LockedKeychainTest, OpenedByOthersItTakesTheTokenThatWaits) {
+TEST_F(LockedKeychainTest, OpenedByOthersItTakesWhatWaits) {
   keychain->keychainSave("U");
   store.othersOpen();
   EXPECT_EQ(store.refreshToken(), "U");
@@ -318,44 +274,18 @@ TEST_F(LockedKeychainTest, OpenedByOthersItTakesTheTokenThatWaits) {
   EXPECT_FALSE(keychain->wantsUnlock());
 }
 
-TEST_F(LockedKeychainTest, OpenedByOthersItLosesTheTokenToBeRemoved) {
-  keychain->keychainDelete();
-  store.othersOpen();
-  EXPECT_EQ(store.refreshToken(), std::nullopt);
-  EXPECT_FALSE(keychain->holdsToken());
-}
-
 TEST_F(LockedKeychainTest, ARefusalAfterOthersOpenedAStoreThatReportsNothingIsNone) {
   store.reportsChanges = false;
   startAgain();
-  asks();
+  keychain->requestUnlock();
   store.locked = false;
   store.userAnswers(false);
   EXPECT_THAT(answers, ElementsAre(true));
   EXPECT_EQ(keychain->keychainLoad(), "T");
 }
 
-// --- Removals ------------------------------------------------------------------------------------
-
-TEST_F(LockedKeychainTest, ATokenSavedAfterARemovalIsTheOneThatStays) {
-  keychain->keychainDelete();
-  keychain->keychainSave("U");
-  asks();
-  store.userAnswers(true);
-  EXPECT_EQ(store.refreshToken(), "U");
-}
-
-TEST_F(LockedKeychainTest, ARemovalAfterASaveLeavesNothing) {
-  keychain->keychainSave("U");
-  keychain->keychainDelete();
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
-  asks();
-  store.userAnswers(true);
-  EXPECT_EQ(store.refreshToken(), std::nullopt);
-}
-
 TEST_F(LockedKeychainTest, AnAnswerAfterTheEndReachesNobody) {
-  asks();
+  keychain->requestUnlock();
   keychain.reset();
   store.userAnswers(true);
   EXPECT_THAT(answers, IsEmpty());

@@ -12,19 +12,20 @@ namespace notewick {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
+/// Two lanes.
 class LanesTest : public testing::Test {
  protected:
-  void enter(const std::string& call) {
-    lanes->enter([this, call] { running.push_back(call); });
+  void enter(const std::vector<std::string>& calls) {
+    for (const auto& call : calls) lanes->enter([this, call] { started.push_back(call); });
   }
-  /// A call that has ended when it returns.
-  void enterBriefly(const std::string& call) {
-    lanes->enter([this, call] {
-      running.push_back(call);
-      lanes->leave();
-    });
+  /// Calls that have ended when they return.
+  void enterBriefly(const std::vector<std::string>& calls) {
+    for (const auto& call : calls)
+      lanes->enter([this, call] {
+        started.push_back(call);
+        lanes->leave();
+      });
   }
   void leave() {
     lanes->leave();
@@ -35,89 +36,82 @@ class LanesTest : public testing::Test {
   Trace trace;
   FakeMainLoop loop{clock, trace};
   std::optional<Lanes> lanes{std::in_place, loop, 2};
-  std::vector<std::string> running;
+  std::vector<std::string> started;
 };
 
-TEST_F(LanesTest, CallsRunAtOnceWhileThereIsALane) {
-  for (const auto* const call : {"a", "b", "c"}) enter(call);
-  EXPECT_THAT(running, ElementsAre("a", "b"));
-}
-
-TEST_F(LanesTest, TheOthersRunInTheirOrderWhenALaneIsFree) {
-  for (const auto* const call : {"a", "b", "c", "d"}) enter(call);
+TEST_F(LanesTest, CallsStartAtOnceWhileThereIsALaneThenInTheirOrder) {
+  enter({"a", "b", "c", "d"});
+  EXPECT_THAT(started, ElementsAre("a", "b"));
   leave();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c"));
   leave();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "d"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "d"));
 }
 
 TEST_F(LanesTest, ANewCallDoesNotOvertakeOneThatWaits) {
-  for (const auto* const call : {"a", "b", "c"}) enter(call);
+  enter({"a", "b", "c"});
   lanes->leave();
   lanes->leave();
-  enter("d");
-  EXPECT_THAT(running, ElementsAre("a", "b"));
+  enter({"d"});
+  EXPECT_THAT(started, ElementsAre("a", "b"));
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "d"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "d"));
 }
 
-TEST_F(LanesTest, CallsThatEndAtOnceDoNotAllRunInOneTurn) {
-  for (const auto* const call : {"a", "b", "c", "d", "e"}) enterBriefly(call);
-  EXPECT_THAT(running, ElementsAre("a", "b"));
+TEST_F(LanesTest, CallsThatEndAtOnceDoNotAllStartInOneTurn) {
+  enterBriefly({"a", "b", "c", "d", "e"});
+  EXPECT_THAT(started, ElementsAre("a", "b"));
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "d", "e"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "d", "e"));
 }
 
-TEST_F(LanesTest, HurriedCallsRunWithoutALaneAndLeaveNoLaneTooMany) {
-  enter("a");
-  enter("b");
-  for (const auto* const call : {"c", "d", "e"}) enterBriefly(call);
+TEST_F(LanesTest, HurriedCallsStartWithoutALaneAndLeaveNoLaneTooMany) {
+  enter({"a", "b"});
+  enterBriefly({"c", "d", "e"});
   lanes->hurry();
-  EXPECT_THAT(running, ElementsAre("a", "b"));
+  EXPECT_THAT(started, ElementsAre("a", "b"));
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "d", "e"));
-  enter("f");
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "d", "e"));
+  enter({"f"});
   leave();
-  enter("g");
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "d", "e", "f"));
+  enter({"g"});
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "d", "e", "f"));
 }
 
-TEST_F(LanesTest, OnlyTheCallsThatWaitWhenItIsSaidAreHurried) {
-  for (const auto* const call : {"a", "b", "c"}) enter(call);
+TEST_F(LanesTest, OnlyTheCallsThatWaitAtThatMomentAreHurried) {
+  enter({"a", "b", "c"});
   lanes->hurry();
-  enter("d");
+  enter({"d"});
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c"));
 }
 
-TEST_F(LanesTest, HurriedTwiceTheyStillRunOneATurn) {
-  for (const auto* const call : {"a", "b", "c", "d"}) enter(call);
+TEST_F(LanesTest, HurriedTwiceTheyStillStartOneATurn) {
+  enter({"a", "b", "c", "d"});
   lanes->hurry();
-  enter("e");
+  enter({"e"});
   lanes->hurry();
-  loop.post([this] { running.push_back("the next turn"); });
+  loop.post([this] { started.push_back("the next turn"); });
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b", "c", "the next turn", "d", "e"));
+  EXPECT_THAT(started, ElementsAre("a", "b", "c", "the next turn", "d", "e"));
 }
 
 TEST_F(LanesTest, AHurriedCallMayDestroyTheLanes) {
-  enter("a");
-  enter("b");
+  enter({"a", "b"});
   lanes->enter([this] { lanes.reset(); });
-  enter("never");
+  enter({"never"});
   lanes->hurry();
   loop.runPosted();
-  EXPECT_THAT(running, ElementsAre("a", "b"));
+  EXPECT_THAT(started, ElementsAre("a", "b"));
 }
 
-TEST_F(LanesTest, AfterTheEndNothingRuns) {
-  for (const auto* const call : {"a", "b", "c", "d"}) enter(call);
-  running.clear();
+TEST_F(LanesTest, AfterTheEndNothingStarts) {
+  enter({"a", "b", "c", "d"});
   lanes->leave();
   lanes->hurry();
   lanes.reset();
   loop.runPosted();
-  EXPECT_THAT(running, IsEmpty());
+  EXPECT_THAT(started, ElementsAre("a", "b"));
 }
 
 }  // namespace

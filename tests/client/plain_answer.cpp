@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <string_view>
 
 namespace notewick {
 namespace {
@@ -24,30 +23,21 @@ json treeOf(const std::string& text) {
   return tooDeep || hasZeroByte ? json(json::value_t::discarded) : tree;
 }
 
-std::optional<std::string> textAt(const json& object, std::string_view key) {
-  const auto found = object.find(key);
-  if (found == object.end() || !found->is_string()) return std::nullopt;
-  return found->get<std::string>();
+/// What stands under a key; null when nothing does.
+json at(const json& object, const char* key) {
+  return object.value(key, json());
 }
 
-std::optional<double> numberAt(const json& object, std::string_view key) {
-  const auto found = object.find(key);
-  if (found == object.end() || !found->is_number()) return std::nullopt;
-  return found->get<double>();
+std::optional<std::string> textAt(const json& object, const char* key) {
+  const json value = at(object, key);
+  return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt;
 }
 
-std::optional<AnswerBody::User> userIn(const json& object) {
-  const auto found = object.find("user");
-  if (found == object.end() || !found->is_object()) return std::nullopt;
-  return AnswerBody::User{textAt(*found, "email")};
-}
-
-std::optional<std::vector<Participant>> participantsIn(const json& object) {
-  const auto found = object.find("participants");
-  if (found == object.end() || !found->is_array()) return std::nullopt;
-  if (!std::ranges::all_of(*found, [](const json& entry) { return entry.is_object(); })) return {};
+std::optional<std::vector<Participant>> participantsIn(const json& list) {
+  const auto isObject = [](const json& entry) { return entry.is_object(); };
+  if (!list.is_array() || !std::ranges::all_of(list, isObject)) return std::nullopt;
   std::vector<Participant> participants;
-  for (const json& entry : *found) {
+  for (const json& entry : list) {
     const auto id = textAt(entry, "id");
     const auto first = textAt(entry, "first_name");
     const auto last = textAt(entry, "last_name");
@@ -61,13 +51,16 @@ std::optional<std::vector<Participant>> participantsIn(const json& object) {
 AnswerBody plainlyRead(const std::string& text) {
   const json tree = treeOf(text);
   if (!tree.is_object()) return {};
-  return {textAt(tree, "error"),
-          textAt(tree, "accessToken"),
-          textAt(tree, "refreshToken"),
-          numberAt(tree, "expiresAt"),
-          userIn(tree),
-          participantsIn(tree),
-          textAt(tree, "capturedId")};
+  AnswerBody body;
+  body.error = textAt(tree, "error");
+  body.accessToken = textAt(tree, "accessToken");
+  body.refreshToken = textAt(tree, "refreshToken");
+  if (const json expiry = at(tree, "expiresAt"); expiry.is_number())
+    body.expiresAt = expiry.get<double>();
+  if (const json user = at(tree, "user"); user.is_object()) body.user = {textAt(user, "email")};
+  body.participants = participantsIn(at(tree, "participants"));
+  body.capturedId = textAt(tree, "capturedId");
+  return body;
 }
 
 }  // namespace notewick

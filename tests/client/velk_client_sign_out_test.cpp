@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
-
 #include "client/velk_client.h"
-#include "tests/support/client_world.h"
+#include "tests/client/client_world.h"
 
 namespace notewick {
 namespace {
@@ -10,177 +8,168 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-using SignOutTest = ClientTest;
+const VELKError OVERTAKEN = VELKError::network("Signed out meanwhile");
+const VELKError LOST = VELKError::network("The connection was lost.");
+
+/// A client with a fresh token, whose answers wait until a test lets them go.
+class SignOutTest : public ClientTest {
+ protected:
+  SignOutTest() {
+    hasFreshToken();
+    service.holdsAnswers();
+  }
+
+  void theTokenExpires() { clock.set(clock.now() + Date(3600)); }
+
+  void signsOutBeforeTheAnswers() {
+    client().signOut();
+    service.releasesAll();
+  }
+
+  /// Signs out and in again while all but the sign-in has no answer yet.
+  void signsInAnew() {
+    client().signOut();
+    const auto signedIn = startLogin();
+    service.releases(service.heldAnswers() - 1);
+    EXPECT_TRUE(signedIn.result());
+  }
+};
 
 TEST_F(SignOutTest, SigningOutForgetsEverythingAndSendsNothing) {
-  hasFreshToken();
   client().signOut();
   EXPECT_FALSE(client().isSignedIn());
-  EXPECT_EQ(client().userEmail(), std::nullopt);
   EXPECT_FALSE(defaults.values.contains("VELKUserEmail"));
   EXPECT_EQ(secrets.refreshToken(), std::nullopt);
   EXPECT_THAT(service.requests, IsEmpty());
-  EXPECT_EQ(errorOf(fetch()), VELKError::notSignedIn());
+  EXPECT_EQ(startFetch().error(), VELKError::notSignedIn());
 }
 
-// --- Overtaken by a sign-out ---------------------------------------------------------------------
+// --- A refresh under way -------------------------------------------------------------------------
 
-const VELKError OVERTAKEN = VELKError::network("Signed out meanwhile");
-
-class OvertakenRefreshTest : public ClientTest {
- protected:
-  /// A call whose refresh has been sent and whose answer is on its way.
-  OvertakenRefreshTest() { signIn(); }
-
-  void calls() {
-    service.holdsAnswers();
-    client().fetchParticipants(call.completion());
-  }
-
-  Received<std::vector<Participant>> call;
-};
-
-TEST_F(OvertakenRefreshTest, TheTokensItBringsAreNotTaken) {
-  calls();
-  client().signOut();
-  service.releasesAll();
-  EXPECT_EQ(errorOf(call.only()), OVERTAKEN);
+TEST_F(SignOutTest, TheTokensThatARefreshBringsAreNotTaken) {
+  theTokenExpires();
+  const auto call = startFetch();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(call.error(), OVERTAKEN);
   EXPECT_FALSE(client().isSignedIn());
   EXPECT_THAT(service.trail(), ElementsAre("POST /api/desktop/auth/refresh"));
 }
 
-TEST_F(OvertakenRefreshTest, ARefusalIsNotPassedOn) {
-  service.backend.revokeTokens();
-  calls();
-  client().signOut();
-  service.releasesAll();
-  EXPECT_EQ(errorOf(call.only()), OVERTAKEN);
+TEST_F(SignOutTest, ARefusedRefreshIsNotPassedOn) {
+  theTokenExpires();
+  service.answers(REFRESH_PATH, 401);
+  const auto call = startFetch();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(call.error(), OVERTAKEN);
 }
 
-TEST_F(OvertakenRefreshTest, ATransportFailureIsPassedOn) {
-  service.fails(REFRESH_PATH, "The connection was lost.");
-  calls();
-  client().signOut();
-  service.releasesAll();
-  EXPECT_EQ(errorOf(call.only()), VELKError::network("The connection was lost."));
+TEST_F(SignOutTest, ARefreshWithoutAnAnswerIsPassedOn) {
+  theTokenExpires();
+  service.fails(REFRESH_PATH, LOST.message());
+  const auto call = startFetch();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(call.error(), LOST);
 }
 
-TEST_F(OvertakenRefreshTest, ANewSignInIsNotTouched) {
-  service.backend.revokeTokens();
-  calls();
-  client().signOut();
-  Received<void> signedIn;
-  client().login("ada@velk.example", "correct horse", signedIn.completion());
-  service.releases(1);
-  ASSERT_TRUE(signedIn.only());
+TEST_F(SignOutTest, ARefusedRefreshLeavesANewSignInAlone) {
+  theTokenExpires();
+  service.answers(REFRESH_PATH, 401);
+  const auto call = startFetch();
+  signsInAnew();
   const auto token = secrets.refreshToken();
   service.releasesAll();
-  EXPECT_EQ(errorOf(call.only()), OVERTAKEN);
-  EXPECT_EQ(secrets.refreshToken(), token);
+  EXPECT_EQ(call.error(), OVERTAKEN);
   EXPECT_TRUE(client().isSignedIn());
+  EXPECT_EQ(secrets.refreshToken(), token);
 }
 
-class OvertakenCallTest : public ClientTest {
+// --- A call under way ----------------------------------------------------------------------------
+
+TEST_F(SignOutTest, NeitherParticipantsNorTheirRefusalAreDelivered) {
+  service.answers(PARTICIPANTS_PATH, 403);
+  const auto refused = startFetch();
+  const auto taken = startFetch();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(refused.error(), OVERTAKEN);
+  EXPECT_EQ(taken.error(), OVERTAKEN);
+}
+
+TEST_F(SignOutTest, ACallWithoutAnAnswerIsPassedOn) {
+  service.fails(PARTICIPANTS_PATH, LOST.message());
+  const auto call = startFetch();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(call.error(), LOST);
+}
+
+TEST_F(SignOutTest, ANoteIsTakenOrRefusedAsTheServiceSays) {
+  service.answers(CAPTURE_PATH, 422, {{"error", "Participant archived"}});
+  const auto refused = startCapture();
+  const auto taken = startCapture();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(refused.error(), VELKError::api("Participant archived"));
+  EXPECT_TRUE(taken.result());
+}
+
+TEST_F(SignOutTest, ALateRefusalOfTheOldTokenLeavesTheNewOne) {
+  service.answers(CAPTURE_PATH, 401);
+  const auto call = startCapture();
+  signsInAnew();
+  service.releasesAll();
+  EXPECT_EQ(call.error(), VELKError::network("Authorisation expired — will retry"));
+  EXPECT_EQ(sentByACall(), NOT_REFRESHED);
+}
+
+// --- Calls that wait for their turn --------------------------------------------------------------
+
+class WaitingCallsTest : public SignOutTest {
  protected:
-  OvertakenCallTest() { hasFreshToken(); }
-
-  /// What a call for the participants gives that a sign-out overtakes.
-  std::optional<VELKError> fetchOvertaken() {
-    service.holdsAnswers();
-    Received<std::vector<Participant>> call;
-    client().fetchParticipants(call.completion());
-    client().signOut();
-    service.releasesAll();
-    return errorOf(call.only());
+  WaitingCallsTest() {
+    for (int note = 0; note < 9; ++note) calls.push_back(startCapture());
   }
 
-  Result<std::optional<std::string>> captureOvertaken() {
-    service.holdsAnswers();
-    Received<std::optional<std::string>> call;
-    client().captureNote("1", "x", 15, "2024-05-02", call.completion());
-    client().signOut();
+  void expectOnlySixWereSent() {
+    for (std::size_t waiting = 6; waiting < 9; ++waiting)
+      EXPECT_EQ(calls[waiting].error(), OVERTAKEN);
     service.releasesAll();
-    return call.only();
+    for (std::size_t sent = 0; sent < 6; ++sent) EXPECT_TRUE(calls[sent].result());
+    EXPECT_THAT(service.requestsTo(CAPTURE_PATH), SizeIs(6));
   }
+
+  std::vector<NoteCall> calls;
 };
 
-TEST_F(OvertakenCallTest, ParticipantsAreNotDelivered) {
-  EXPECT_EQ(fetchOvertaken(), OVERTAKEN);
-}
-
-TEST_F(OvertakenCallTest, OfParticipantsNoAnswerIsPassedOnAndEveryTransportFailure) {
-  service.answers(PARTICIPANTS_PATH, 403);
-  EXPECT_EQ(fetchOvertaken(), OVERTAKEN);
-  hasFreshToken();
-  service.fails(PARTICIPANTS_PATH, "The request timed out.");
-  EXPECT_EQ(fetchOvertaken(), VELKError::network("The request timed out."));
-}
-
-TEST_F(OvertakenCallTest, ANoteThatTheServiceTookIsTaken) {
-  EXPECT_TRUE(captureOvertaken());
-}
-
-TEST_F(OvertakenCallTest, ANoteThatTheServiceRefusedIsRefused) {
-  service.answers(CAPTURE_PATH, 422, {{"error", "Participant archived"}});
-  EXPECT_EQ(errorOf(captureOvertaken()), VELKError::api("Participant archived"));
-}
-
-TEST_F(OvertakenCallTest, ALateRefusalOfTheOldTokenLeavesTheNewOne) {
-  service.answers(CAPTURE_PATH, 401);
-  service.holdsAnswers();
-  Received<std::optional<std::string>> call;
-  client().captureNote("1", "x", 15, "2024-05-02", call.completion());
+TEST_F(WaitingCallsTest, ASignOutEndsThemInALaterTurn) {
   client().signOut();
-  Received<void> signedIn;
-  client().login("ada@velk.example", "correct horse", signedIn.completion());
-  service.releases(1);
-  service.releasesAll();
-  EXPECT_EQ(errorOf(call.only()), VELKError::network("Authorisation expired — will retry"));
-  service.forgetRequests();
-  EXPECT_TRUE(fetch());
-  EXPECT_THAT(service.trail(), ElementsAre("GET /api/desktop/participants"));
-}
-
-TEST_F(OvertakenCallTest, CallsThatWaitForTheirTurnEndWithoutARequest) {
-  service.holdsAnswers();
-  std::vector<Received<std::optional<std::string>>> calls(9);
-  for (auto& call : calls) {
-    client().captureNote("1", "x", 15, "2024-05-02", call.completion());
-  }
-  client().signOut();
-  EXPECT_FALSE(calls[6].arrived()) << "not inside the call to sign out";
+  EXPECT_FALSE(calls[6].isAnswered());
   loop.runPosted();
-  for (std::size_t waiting = 6; waiting < 9; ++waiting) {
-    EXPECT_EQ(errorOf(calls[waiting].only()), OVERTAKEN);
-  }
-  service.releasesAll();
-  for (std::size_t sent = 0; sent < 6; ++sent) EXPECT_TRUE(calls[sent].only());
-  EXPECT_THAT(service.requestsTo(CAPTURE_PATH), SizeIs(6));
+  expectOnlySixWereSent();
+}
+
+TEST_F(WaitingCallsTest, ANewSignInEndsThem) {
+  (void)startLogin();
+  service.releases(6);
+  expectOnlySixWereSent();
 }
 
 // --- Sign-ins under way --------------------------------------------------------------------------
 
 TEST_F(SignOutTest, ASignInThatASignOutOvertakesIsNotTaken) {
-  service.holdsAnswers();
-  Received<void> signedIn;
-  client().login("ada@velk.example", "correct horse", signedIn.completion());
-  client().signOut();
-  service.releasesAll();
-  EXPECT_EQ(errorOf(signedIn.only()), OVERTAKEN);
+  const auto signedIn = startLogin();
+  signsOutBeforeTheAnswers();
+  EXPECT_EQ(signedIn.error(), OVERTAKEN);
   EXPECT_FALSE(client().isSignedIn());
 }
 
 TEST_F(SignOutTest, OfTwoSignInsTheOneStartedLastCounts) {
-  for (const std::size_t first : {0u, 1u}) {
+  for (const std::size_t answeredFirst : {0u, 1u}) {
     service.holdsAnswers();
-    Received<void> older;
-    Received<void> newer;
-    client().login("ada@velk.example", "correct horse", older.completion());
-    client().login("ada@velk.example", "correct horse", newer.completion());
-    service.releases(first);
+    const auto older = startLogin();
+    const auto newer = startLogin();
+    service.releases(answeredFirst);
     service.releasesAll();
-    EXPECT_TRUE(newer.only());
-    EXPECT_EQ(secrets.refreshToken(), first == 0 ? "refresh-2" : "refresh-4");
+    EXPECT_TRUE(newer.result());
+    EXPECT_EQ(older.error(), answeredFirst == 0 ? std::nullopt : std::optional(OVERTAKEN));
+    EXPECT_EQ(secrets.refreshToken(), answeredFirst == 0 ? "refresh-3" : "refresh-5");
   }
 }
 

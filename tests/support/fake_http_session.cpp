@@ -45,12 +45,8 @@ void FakeService::fails(std::string_view path, const std::string& description) {
   queued_[std::string(path)].push_back(tl::unexpected(TransportError{description}));
 }
 
-void FakeService::answersAs(std::string_view path, const Outcome& outcome) {
-  queued_[std::string(path)].push_back(outcome);
-}
-
 void FakeService::answers(int status, const nlohmann::json& body) {
-  trouble_ = jsonAnswer(status, body);
+  trouble_ = HttpResponse{status, body.dump()};
 }
 
 void FakeService::isUnreachable(const std::string& description) {

@@ -17,8 +17,6 @@ namespace notewick {
 /// service. Answers arrive in a later turn of the loop, or when the test lets them go.
 class FakeService {
  public:
-  using Outcome = tl::expected<HttpResponse, TransportError>;
-
   FakeService(FakeMainLoop& loop, FakeClock& clock) : backend(clock), loop_(loop), clock_(clock) {}
 
   /// A session whose requests end here; keep one for each client.
@@ -30,7 +28,6 @@ class FakeService {
   void answersText(std::string_view path, int status, std::optional<std::string> body);
   void answersNoHttp(std::string_view path);
   void fails(std::string_view path, const std::string& description);
-  void answersAs(std::string_view path, const Outcome& outcome);
 
   // Trouble that lasts.
   void answers(int status, const nlohmann::json& body = nlohmann::json::object());
@@ -60,6 +57,7 @@ class FakeService {
 
  private:
   friend class FakeHttpSession;
+  using Outcome = tl::expected<HttpResponse, TransportError>;
   struct Delivery {
     std::weak_ptr<bool> session;  ///< gone when the session is
     HttpCompletion completion;

@@ -3,6 +3,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,7 +35,7 @@ struct ReceivedRequest {
   [[nodiscard]] nlohmann::json json() const;
 };
 
-/// The service itself, in small: one account, tokens that expire and rotate, notes it keeps.
+/// The service itself, in small: one account, access tokens that expire, notes it keeps.
 class VelkBackend {
  public:
   explicit VelkBackend(FakeClock& clock) : clock_(clock) {}
@@ -62,11 +63,8 @@ class VelkBackend {
 
   FakeClock& clock_;
   int issued_ = 0;
-  std::map<std::string, Date> accessTokens_;   ///< with their expiry
-  std::map<std::string, Date> refreshTokens_;  ///< with the moment they stop being accepted
+  std::map<std::string, Date> accessTokens_;  ///< with their expiry
+  std::set<std::string> refreshTokens_;
 };
-
-/// An answer with a JSON body.
-[[nodiscard]] HttpResponse jsonAnswer(int status, const nlohmann::json& body);
 
 }  // namespace notewick
