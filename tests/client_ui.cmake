@@ -14,7 +14,7 @@ notewick_test(client_ui_tests
     client/velk_error_test.cpp
     outbox/delayed_save_test.cpp
     outbox/delegate_outbox_failure_test.cpp
-    outbox/delegate_outbox_queue_test.cpp
+    outbox/delegate_outbox_saving_test.cpp
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
     platform/web_address_test.cpp

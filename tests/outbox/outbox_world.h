@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -14,6 +16,7 @@ namespace notewick {
 class OutboxTest : public WorldTest {
  protected:
   OutboxTest() {
+    loop.fireLate(0);
     signIn();
     knows({"Tobias Hargreave", "Lena O'Keefe"});
     launch();
@@ -21,8 +24,8 @@ class OutboxTest : public WorldTest {
   }
 
   /// The user sends a note about Tobias Hargreave; nothing is answered yet.
-  void sends(const std::string& what, std::int64_t minutes = 30) {
-    app().enqueueNote(app().participants.at(0), what, minutes, "2024-05-01");
+  void sends(const std::string& what) {
+    app().enqueueNote(app().participants.at(0), what, 30, "2024-05-01");
   }
 
   /// The same, and the answer is there.
@@ -34,6 +37,16 @@ class OutboxTest : public WorldTest {
   void flush() {
     app().flushOutbox();
     loop.runPosted();
+  }
+
+  /// Notes that could not be sent, their attempts saved; the next flush reaches the service.
+  void hasWaiting(const std::vector<std::string>& notes) {
+    service.isUnreachable("offline");
+    for (const auto& note : notes) sendsAndWaits(note);
+    advance(1);
+    service.recovers();
+    forgetThePast();
+    trace.clear();
   }
 
   [[nodiscard]] std::vector<OutboxItem> stored() const {
