@@ -9,51 +9,43 @@ using testing::Each;
 using testing::ElementsAre;
 
 TEST(ValidUtf8, KeepsWhatIsValid) {
-  const std::string text = "a\u00e9\u0928\U0001F600";
+  const std::string text("a\0\u00e9\u0928\U0001F600", 11);
   EXPECT_EQ(validUtf8(text), text);
-  EXPECT_EQ(validUtf8(""), "");
-  EXPECT_EQ(validUtf8(std::string_view("a\0b", 3)), std::string("a\0b", 3));
 }
 
 TEST(ValidUtf8, ReplacesEachMaximalIllFormedPartOnce) {
-  EXPECT_EQ(validUtf8("\xFFx"), "\uFFFDx");
-  EXPECT_EQ(validUtf8("\xE2\x82x"), "\uFFFDx");
-  EXPECT_EQ(validUtf8("\xF0\x9F\x98x"), "\uFFFDx");
-  EXPECT_EQ(validUtf8("\xC3"), "\uFFFD");
-  EXPECT_EQ(validUtf8("\xF0\x9F\x98"), "\uFFFD");
-  EXPECT_EQ(validUtf8("\xC3\xC3\xA9"), "\uFFFD\u00e9");
-}
-
-TEST(ValidUtf8, ReplacesOverlongFormsAndSurrogatesByteByByte) {
-  EXPECT_EQ(validUtf8("\xC0\xAF"), "\uFFFD\uFFFD");
-  EXPECT_EQ(validUtf8("\xE0\x80\xAF"), "\uFFFD\uFFFD\uFFFD");
-  EXPECT_EQ(validUtf8("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");
-  EXPECT_EQ(validUtf8("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD");
-  EXPECT_EQ(validUtf8("\x80\xBF"), "\uFFFD\uFFFD");
+  const std::pair<const char*, const char*> rows[] = {
+      {"\xFFx", "\uFFFDx"},
+      {"\xE2\x82x", "\uFFFDx"},
+      {"\xF0\x9F\x98x", "\uFFFDx"},
+      {"\xC3", "\uFFFD"},
+      {"\xF0\x9F\x98", "\uFFFD"},
+      {"\xC3\xC3\xA9", "\uFFFD\u00e9"},
+      {"\x80\xBF", "\uFFFD\uFFFD"},
+      {"\xC0\xAF", "\uFFFD\uFFFD"},
+      {"\xE0\x80\xAF", "\uFFFD\uFFFD\uFFFD"},
+      {"\xE0\xA0x", "\uFFFDx"},
+      {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+      {"\xED\x9Fx", "\uFFFDx"},
+      {"\xF0\x8F\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xF0\x90x", "\uFFFDx"},
+      {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xF4\x8F\xBFx", "\uFFFDx"},
+  };
+  for (const auto& [bytes, valid] : rows)
+    EXPECT_EQ(validUtf8(bytes), valid) << testing::PrintToString(bytes);
 }
 
 TEST(LowerCased, FollowsTheFullUnconditionalMapping) {
-  EXPECT_EQ(lowerCased("HARGREAVE O'Keefe"), "hargreave o'keefe");
+  EXPECT_EQ(lowerCased("AZ@[`{ O'Keefe"), "az@[`{ o'keefe");
   EXPECT_EQ(lowerCased("\u00c9\u0416\u0394\u1EA2"), "\u00e9\u0436\u03b4\u1ea3");
   EXPECT_EQ(lowerCased("\u212A\u2126\u01C5"), "k\u03c9\u01c6");
   EXPECT_EQ(lowerCased("\u1E9E\u00df"), "\u00df\u00df");
 }
 
-TEST(LowerCased, CapitalIWithDotAboveGivesTwoCodePoints) {
+TEST(LowerCased, GoesByTheCodePointAlone) {
   EXPECT_EQ(lowerCased("\u0130\u0131I"), "i\u0307\u0131i");
-}
-
-TEST(LowerCased, KnowsNoFinalSigma) {
-  EXPECT_EQ(lowerCased("\u039F\u0394\u039F\u03A3"), "\u03bf\u03b4\u03bf\u03c3");
-  EXPECT_EQ(lowerCased("\u03C2"), "\u03c2");
-}
-
-TEST(LowerCased, OfAJoinedTextIsTheJoinedLowerCasedTexts) {
-  const std::vector<std::string> parts = {"\u0391\u03A3", "\u0391",  "\u0130", "I\u0307",
-                                          "\u00df",       "A\u0301", "\u1F88", "x"};
-  for (const auto& left : parts)
-    for (const auto& right : parts)
-      EXPECT_EQ(lowerCased(left + right), lowerCased(left) + lowerCased(right));
+  EXPECT_EQ(lowerCased("\u039F\u03A3"), "\u03bf\u03c3") << "no final sigma";
 }
 
 TEST(Folded, IsLowerCasedAndDecomposed) {
@@ -62,14 +54,11 @@ TEST(Folded, IsLowerCasedAndDecomposed) {
   EXPECT_EQ(folded("\u1EC6").bytes, "e\u0323\u0302");
 }
 
-TEST(Folded, OrdersStackedMarks) {
-  EXPECT_EQ(folded("a\u0302\u0323").bytes, folded("a\u0323\u0302").bytes);
-}
-
-TEST(Folded, KeepsTheOrderOfMarksOfOneClass) {
-  std::string text = "a";
-  for (int pair = 0; pair < 50; ++pair) text += "\u0302\u0301";
-  EXPECT_EQ(folded(text).bytes, text);
+TEST(Folded, OrdersStackedMarksOfDifferentClassesOnly) {
+  EXPECT_EQ(folded("a\u0302\u0323b\u0302\u0323").bytes, "a\u0323\u0302b\u0323\u0302");
+  std::string ofOneClass = "a";
+  for (int pair = 0; pair < 20; ++pair) ofOneClass += "\u0302\u0301";
+  EXPECT_EQ(folded(ofOneClass).bytes, ofOneClass);
 }
 
 TEST(Folded, MarksWhereClustersBeginAndEnd) {
@@ -101,7 +90,6 @@ TEST(Composed, ComposesCanonically) {
 TEST(TrimmedOfBlanks, RemovesSpaceSeparatorsAndTabsAtTheEnds) {
   EXPECT_EQ(trimmedOfBlanks(" \t\u00a0\u2003\u3000a b\u3000\u2003\u00a0\t "), "a b");
   EXPECT_EQ(trimmedOfBlanks(" \t "), "");
-  EXPECT_EQ(trimmedOfBlanks(""), "");
 }
 
 TEST(TrimmedOfBlanks, KeepsLineBreaksAndInvisibleCharacters) {
