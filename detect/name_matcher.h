@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,7 @@ namespace notewick {
 /// text, not to the number of participants. Safe to use from any thread.
 class NameMatcher {
  public:
-  NameMatcher() = default;
+  NameMatcher() : NameMatcher(std::vector<Participant>()) {}
   explicit NameMatcher(const std::vector<Participant>& participants);
 
   /// The indices of the participants whose names occur in `text`, in ascending order, each once.
@@ -31,27 +32,39 @@ class NameMatcher {
   [[nodiscard]] std::vector<std::size_t> match(std::string_view text) const;
 
  private:
-  struct Edge {
-    unsigned char byte;
-    std::uint32_t target;
-  };
-  /// A state of the automaton (Aho and Corasick, 1975) over the bytes of all candidates.
+  using StateId = std::uint32_t;
+  struct Candidate;
+  using Candidates = std::span<const Candidate>;
+
+  /// A state of the automaton (Aho and Corasick, 1975) over the bytes of all candidates. States are
+  /// numbered breadth first, so that the children of one stand side by side: they end where those
+  /// of the next state begin.
   struct State {
-    std::vector<Edge> edges;
-    std::uint32_t fallback = 0;     ///< the longest proper suffix that is a state
-    std::uint32_t nextEnding = 0;   ///< the next shorter suffix at which a candidate ends; 0: none
-    std::uint32_t depth = 0;        ///< bytes from the start
-    std::vector<std::size_t> ends;  ///< the participants one of whose candidates ends here
+    StateId firstChild;
+    StateId fallback;  ///< the longest proper suffix that is a state
   };
+  struct Ending {
+    StateId state;
+    std::uint32_t length;  ///< of the candidate, in bytes
+    std::uint32_t participant;
+  };
+  using Row = std::array<StateId, 256>;
 
-  void addCandidate(std::string_view candidate, std::size_t participant);
+  void addStates(const std::vector<Candidate>& sorted);
+  /// The state of the candidates that begin with the `depth` bytes which lead to it.
+  void addState(Candidates candidates, std::uint32_t depth, std::vector<Candidates>& children);
   void linkFallbacks();
-  [[nodiscard]] std::uint32_t child(std::uint32_t state, unsigned char byte) const;
-  [[nodiscard]] std::uint32_t step(std::uint32_t state, unsigned char byte) const;
+  void fillRows();
+  [[nodiscard]] StateId child(StateId state, unsigned char byte) const;
+  [[nodiscard]] StateId step(StateId state, unsigned char byte) const;
+  void collect(std::string_view text, std::size_t end, StateId state,
+               std::vector<std::size_t>& found) const;
 
-  std::vector<State> states_ = std::vector<State>(1);
-  std::array<std::uint32_t, 256> roots_{};  ///< the edges of the first state, by byte
-  std::size_t participantCount_ = 0;
+  std::vector<State> states_;  ///< the root first; one more behind the last
+  std::vector<bool> reports_;  ///< a candidate ends at the state, or at one it falls back to
+  std::vector<unsigned char> labels_;  ///< the byte that leads to each state
+  std::vector<Ending> endings_;        ///< ascending by state
+  std::vector<Row> rows_;  ///< for the states nearest to the root, by byte, where to go next
 };
 
 /// The participants whose names occur in `text`, whole records in list order.

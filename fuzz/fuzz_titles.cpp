@@ -7,8 +7,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string title(reinterpret_cast<const char*>(data), size);
-  const notewick::FoldedText text = notewick::folded(title);
-  if (text.boundaries.size() != text.bytes.size() + 1) std::abort();
+  const std::string text = notewick::folded(title);
+  if (notewick::folded(text) != text) std::abort();
+  if (!notewick::isClusterBoundary(text, text.size())) std::abort();
   const std::vector<notewick::Participant> participants = {
       {"1", "Tobias", "Hargreave"}, {"2", "Ren\u00e9", "M\u00fcller"}, {"3", title, title}};
   const auto matches = notewick::matchParticipants("Hargreave, Tobias | " + title, participants);

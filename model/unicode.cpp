@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 #include "model/cluster_breaks.h"
 
@@ -42,20 +44,28 @@ bool isAscii(utf8proc_int32_t codePoint) {
   return codePoint < 0x80;
 }
 
+struct CodePoint {
+  utf8proc_int32_t value;
+  std::size_t length;  ///< in bytes
+};
+
+/// The code point at the start of a text that is not empty; U+FFFD for an ill-formed part.
+CodePoint firstCodePoint(std::string_view text) {
+  if (const auto byte = static_cast<unsigned char>(text[0]); isAscii(byte)) return {byte, 1};
+  utf8proc_int32_t value;
+  const auto length =
+      utf8proc_iterate(unsignedBytes(text), static_cast<utf8proc_ssize_t>(text.size()), &value);
+  if (length <= 0) return {REPLACEMENT, illFormedLength(text)};
+  return {value, static_cast<std::size_t>(length)};
+}
+
 /// Calls `visit` with each code point of `text` in turn.
 template <class Visit>
 void forEachCodePoint(std::string_view text, Visit visit) {
   while (!text.empty()) {
-    if (const auto byte = static_cast<unsigned char>(text[0]); isAscii(byte)) {
-      visit(byte);
-      text.remove_prefix(1);
-      continue;
-    }
-    utf8proc_int32_t codePoint;
-    const auto length = utf8proc_iterate(unsignedBytes(text),
-                                         static_cast<utf8proc_ssize_t>(text.size()), &codePoint);
-    visit(length > 0 ? codePoint : REPLACEMENT);
-    text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : illFormedLength(text));
+    const auto [codePoint, length] = firstCodePoint(text);
+    visit(codePoint);
+    text.remove_prefix(length);
   }
 }
 
@@ -64,10 +74,6 @@ void append(std::string& text, utf8proc_int32_t codePoint) {
   std::array<utf8proc_uint8_t, 4> bytes;
   const auto length = utf8proc_encode_char(codePoint, bytes.data());
   text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
-}
-
-std::size_t encodedLength(utf8proc_int32_t codePoint) {
-  return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
 }
 
 bool isAscii(std::string_view text) {
@@ -85,6 +91,10 @@ auto combiningClass(utf8proc_int32_t codePoint) {
   return utf8proc_get_property(codePoint)->combining_class;
 }
 
+bool isHangulSyllable(utf8proc_int32_t codePoint) {
+  return codePoint >= 0xAC00 && codePoint <= 0xD7A3;
+}
+
 bool isStarter(utf8proc_int32_t codePoint) {
   return codePoint < FIRST_COMBINING_MARK || combiningClass(codePoint) == 0;
 }
@@ -99,16 +109,29 @@ void sortMarks(CodePoints& codePoints) {
   }
 }
 
+/// The full canonical decomposition of one code point.
+class Decomposition {
+ public:
+  explicit Decomposition(utf8proc_int32_t codePoint) {
+    int boundaryClass = 0;
+    count_ = utf8proc_decompose_char(codePoint, parts_.data(), parts_.size(), UTF8PROC_DECOMPOSE,
+                                     &boundaryClass);
+  }
+  [[nodiscard]] auto begin() const { return parts_.begin(); }
+  [[nodiscard]] auto end() const { return parts_.begin() + count_; }
+
+ private:
+  std::array<utf8proc_int32_t, 8> parts_;
+  utf8proc_ssize_t count_;
+};
+
 CodePoints decomposed(std::string_view valid) {
   CodePoints codePoints;
   codePoints.reserve(valid.size());
   forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
     if (isAscii(codePoint)) return codePoints.push_back(codePoint);
-    std::array<utf8proc_int32_t, 8> parts;
-    int boundaryClass = 0;
-    const auto count = utf8proc_decompose_char(codePoint, parts.data(), parts.size(),
-                                               UTF8PROC_DECOMPOSE, &boundaryClass);
-    codePoints.insert(codePoints.end(), parts.begin(), parts.begin() + count);
+    const Decomposition parts(codePoint);
+    codePoints.insert(codePoints.end(), parts.begin(), parts.end());
   });
   sortMarks(codePoints);
   return codePoints;
@@ -121,18 +144,6 @@ std::string encoded(const CodePoints& codePoints) {
   return text;
 }
 
-std::vector<bool> clusterBoundaries(std::string_view valid) {
-  std::vector<bool> boundaries(valid.size() + 1, false);
-  ClusterBreaks breaks;
-  std::size_t place = 0;
-  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
-    boundaries[place] = breaks.before(codePoint);
-    place += encodedLength(codePoint);
-  });
-  boundaries[place] = true;
-  return boundaries;
-}
-
 bool isBlank(utf8proc_int32_t codePoint) {
   return codePoint == '\t' || utf8proc_category(codePoint) == UTF8PROC_CATEGORY_ZS;
 }
@@ -142,21 +153,103 @@ bool isLineBreak(utf8proc_int32_t codePoint) {
          codePoint == 0x2029;
 }
 
+char lowerCaseOfAscii(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// What a code point becomes when it is folded, and the combining classes at its ends.
+class FoldedCodePoint {
+ public:
+  explicit FoldedCodePoint(utf8proc_int32_t codePoint) {
+    add(lowerCase(codePoint));
+    if (codePoint == CAPITAL_I_WITH_DOT_ABOVE) add(COMBINING_DOT_ABOVE);
+  }
+
+  [[nodiscard]] std::string_view text() const { return {bytes_.data(), length_}; }
+  /// Whether it stands in canonical order behind a character of that class.
+  [[nodiscard]] bool mayFollow(utf8proc_propval_t before) const {
+    return firstClass_ == 0 || firstClass_ >= before;
+  }
+  [[nodiscard]] utf8proc_propval_t lastClass() const { return lastClass_; }
+
+ private:
+  void add(utf8proc_int32_t codePoint) {
+    for (const auto part : Decomposition(codePoint)) {
+      lastClass_ = combiningClass(part);
+      if (length_ == 0) firstClass_ = lastClass_;
+      std::string encoded;
+      append(encoded, part);
+      std::ranges::copy(encoded, bytes_.begin() + length_);
+      length_ += static_cast<std::uint8_t>(encoded.size());
+    }
+  }
+
+  std::array<char, 16> bytes_;  ///< the longest takes 12
+  std::uint8_t length_ = 0;
+  utf8proc_propval_t firstClass_ = 0;
+  utf8proc_propval_t lastClass_ = 0;
+};
+
+/// The Latin, Greek and Cyrillic letters that most names are written in are worked out once, which
+/// makes a text of them four times as fast.
+FoldedCodePoint foldedCodePoint(utf8proc_int32_t codePoint) {
+  constexpr utf8proc_int32_t FIRST_UNCOMMON = 0x0530;
+  static const auto COMMON = [] {
+    std::vector<FoldedCodePoint> common;
+    for (utf8proc_int32_t each = 0; each < FIRST_UNCOMMON; ++each) common.emplace_back(each);
+    return common;
+  }();
+  if (codePoint < FIRST_UNCOMMON) return COMMON[static_cast<std::size_t>(codePoint)];
+  return FoldedCodePoint(codePoint);
+}
+
+/// Whether folding leaves the code point as it is, whatever stands beside it. Not sure to say so
+/// of each.
+bool isSurelyUnchanged(utf8proc_int32_t codePoint) {
+  if (isHangulSyllable(codePoint) || codePoint == REPLACEMENT) return false;
+  const auto& property = *utf8proc_get_property(codePoint);
+  return property.lowercase_seqindex == UINT16_MAX && property.decomp_seqindex == UINT16_MAX &&
+         property.combining_class == 0;
+}
+
+/// Lower-cases and decomposes a text whose ASCII letters are lower-case already. Runs that do not
+/// change are copied whole.
+std::string foldedBeyondAscii(std::string_view text) {
+  std::string folded;
+  folded.reserve(text.size() * 3 / 2);
+  std::size_t copied = 0;
+  bool isOrdered = true;
+  utf8proc_propval_t lastClass = 0;
+  for (std::size_t place = 0; place < text.size();) {
+    const auto [codePoint, length] = firstCodePoint(text.substr(place));
+    place += length;
+    if (isAscii(codePoint) || isSurelyUnchanged(codePoint)) continue;
+    const std::size_t run = place - length - copied;
+    folded += text.substr(copied, run);
+    copied = place;
+    const FoldedCodePoint changed = foldedCodePoint(codePoint);
+    isOrdered = isOrdered && (run > 0 || changed.mayFollow(lastClass));
+    lastClass = changed.lastClass();
+    folded += changed.text();
+  }
+  folded += text.substr(copied);
+  return isOrdered ? folded : encoded(decomposed(folded));
+}
+
 template <class Predicate>
 std::string trimmed(std::string_view text, Predicate isTrimmed) {
   std::string valid = validUtf8(text);
   std::size_t place = 0;
   std::size_t begin = valid.size();
   std::size_t end = 0;
-  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
-    std::string encoded;
-    append(encoded, codePoint);
+  while (place < valid.size()) {
+    const auto [codePoint, length] = firstCodePoint(std::string_view(valid).substr(place));
     if (!isTrimmed(codePoint)) {
       begin = std::min(begin, place);
-      end = place + encoded.size();
+      end = place + length;
     }
-    place += encoded.size();
-  });
+    place += length;
+  }
   return begin < end ? valid.substr(begin, end - begin) : std::string();
 }
 
@@ -179,11 +272,26 @@ std::string lowerCased(std::string_view text) {
   return lower;
 }
 
-FoldedText folded(std::string_view text) {
-  std::string bytes = lowerCased(text);
-  if (!isAscii(bytes)) bytes = encoded(decomposed(bytes));
-  std::vector<bool> boundaries = clusterBoundaries(bytes);
-  return {std::move(bytes), std::move(boundaries)};
+std::string folded(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), lowerCaseOfAscii);
+  if (isAscii(lower)) return lower;
+  return foldedBeyondAscii(lower);
+}
+
+bool isClusterBoundary(std::string_view valid, std::size_t place) {
+  if (place == 0 || place == valid.size()) return true;
+  // A cluster has no memory beyond the ASCII character before.
+  std::size_t start = place - 1;
+  while (start > 0 && !isAscii(static_cast<unsigned char>(valid[start]))) --start;
+  ClusterBreaks breaks;
+  bool begins = false;
+  while (start <= place) {
+    const auto [codePoint, length] = firstCodePoint(valid.substr(start));
+    begins = breaks.before(codePoint);
+    start += length;
+  }
+  return begins;
 }
 
 std::string composed(std::string_view text) {

@@ -1,17 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace notewick {
-
-/// Text in the one form in which it is searched: lower-cased code point by code point, canonically
-/// decomposed, with the places where a grapheme cluster begins or ends.
-struct FoldedText {
-  std::string bytes;             ///< UTF-8, Normalisation Form D
-  std::vector<bool> boundaries;  ///< one for each place in `bytes`, and one for its end
-};
 
 /// Invalid UTF-8 is replaced by U+FFFD, one for each maximal ill-formed part (Unicode, 3.9, U+FFFD
 /// substitution). Pure functions, any thread.
@@ -21,8 +14,13 @@ struct FoldedText {
 /// two.
 [[nodiscard]] std::string lowerCased(std::string_view text);
 
-/// The lower-cased and decomposed text with its grapheme cluster boundaries.
-[[nodiscard]] FoldedText folded(std::string_view text);
+/// Text in the one form in which it is searched: valid UTF-8, lower-cased code point by code point,
+/// canonically decomposed (Normalisation Form D).
+[[nodiscard]] std::string folded(std::string_view text);
+
+/// Whether a grapheme cluster (Unicode Annex 29) begins or ends at this place between two code
+/// points of valid UTF-8. Costs as much as it is far from the ASCII character before.
+[[nodiscard]] bool isClusterBoundary(std::string_view valid, std::size_t place);
 
 /// The canonically composed text (Normalisation Form C), for comparing by code point.
 [[nodiscard]] std::string composed(std::string_view text);

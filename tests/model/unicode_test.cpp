@@ -5,7 +5,6 @@
 namespace notewick {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 
 TEST(ValidUtf8, KeepsWhatIsValid) {
@@ -49,34 +48,52 @@ TEST(LowerCased, GoesByTheCodePointAlone) {
 }
 
 TEST(Folded, IsLowerCasedAndDecomposed) {
-  EXPECT_EQ(folded("REN\u00c9").bytes, "rene\u0301");
-  EXPECT_EQ(folded("\uD55C").bytes, "\u1112\u1161\u11AB");
-  EXPECT_EQ(folded("\u1EC6").bytes, "e\u0323\u0302");
+  EXPECT_EQ(folded("REN\u00c9"), "rene\u0301");
+  EXPECT_EQ(folded("\uD55C"), "\u1112\u1161\u11AB");
+  EXPECT_EQ(folded("\u1EC6"), "e\u0323\u0302");
 }
 
 TEST(Folded, OrdersStackedMarksOfDifferentClassesOnly) {
-  EXPECT_EQ(folded("a\u0302\u0323b\u0302\u0323").bytes, "a\u0323\u0302b\u0323\u0302");
+  EXPECT_EQ(folded("a\u0302\u0323b\u0302\u0323"), "a\u0323\u0302b\u0323\u0302");
   std::string ofOneClass = "a";
   for (int pair = 0; pair < 20; ++pair) ofOneClass += "\u0302\u0301";
-  EXPECT_EQ(folded(ofOneClass).bytes, ofOneClass);
+  EXPECT_EQ(folded(ofOneClass), ofOneClass);
 }
 
-TEST(Folded, MarksWhereClustersBeginAndEnd) {
-  EXPECT_THAT(folded("\u00e9a").boundaries, ElementsAre(true, false, false, true, true));
-  EXPECT_THAT(folded("").boundaries, ElementsAre(true));
-  EXPECT_THAT(folded("ab").boundaries, Each(true));
-  EXPECT_THAT(folded("\r\n").boundaries, ElementsAre(true, false, true));
+TEST(Folded, OrdersMarksThatLettersBringWithThem) {
+  EXPECT_EQ(folded("\u00c2\u0323"), "a\u0323\u0302");
+  EXPECT_EQ(folded("\u0130\u0323"), "i\u0323\u0307");
+  EXPECT_EQ(folded("\u00e2b\u0323"), "a\u0302b\u0323");
 }
 
-TEST(Folded, KeepsJoinedEmojiAndSyllablesTogether) {
-  for (const std::string text : {"\U0001F469\u200D\U0001F467", "\u1112\u1161\u11AB",
-                                 "\U0001F1E9\U0001F1EA", "\u0928\u093F"}) {
-    auto boundaries = folded(text).boundaries;
-    ASSERT_EQ(boundaries.size(), folded(text).bytes.size() + 1);
-    EXPECT_TRUE(boundaries.front());
-    EXPECT_TRUE(boundaries.back());
-    EXPECT_EQ(std::count(boundaries.begin(), boundaries.end(), true), 2) << text;
+TEST(Folded, IsTheFoldedPartsOneBehindTheOtherWhereABlankIsBetween) {
+  for (const std::string part : {"Ren\u00c9", "\u6848\u4F8B", "\uD55C\uAD6D", "\U0001F469\u200D"})
+    EXPECT_EQ(folded(part + " " + part), folded(part) + " " + folded(part));
+}
+
+TEST(Folded, RepairsWhatIsNoUtf8) {
+  EXPECT_EQ(folded("A\xFF\u00c9\xE2\x82"
+                   "B\xF0\x9F\x98"),
+            "a\uFFFDe\u0301\uFFFDb\uFFFD");
+}
+
+TEST(ClusterBoundary, StandsBetweenCharactersAsAReaderSeesThem) {
+  const std::string text = "a\u00e9\r\nb\u0928\u093F\U0001F469\u200D\U0001F467";
+  std::vector<std::size_t> boundaries;
+  for (std::size_t place = 0; place <= text.size(); ++place) {
+    const bool isInsideCodePoint = (static_cast<unsigned char>(text[place]) & 0xC0) == 0x80;
+    if (!isInsideCodePoint && isClusterBoundary(text, place)) boundaries.push_back(place);
   }
+  EXPECT_THAT(boundaries, ElementsAre(0, 1, 3, 5, 6, 12, text.size()));
+  EXPECT_TRUE(isClusterBoundary("", 0));
+}
+
+TEST(ClusterBoundary, CountsFlagsFromTheStartOfTheirRow) {
+  const std::string flags = "x\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7";
+  EXPECT_TRUE(isClusterBoundary(flags, 1));
+  EXPECT_FALSE(isClusterBoundary(flags, 5));
+  EXPECT_TRUE(isClusterBoundary(flags, 9));
+  EXPECT_FALSE(isClusterBoundary(flags, 13));
 }
 
 TEST(Composed, ComposesCanonically) {
