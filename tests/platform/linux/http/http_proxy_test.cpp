@@ -116,8 +116,14 @@ TEST_F(HttpProxyTest, LoopbackNeverGoesThroughAProxy) {
     return QList<QNetworkProxy>();
   });
   EXPECT_EQ(outcome(get(service_.url("localhost"))), "200 secret answer");
-  useProxy(proxy.url());
+  for (const char* name : {"https_proxy", "http_proxy", "HTTP_PROXY", "ALL_PROXY"}) {
+    qputenv(name, QByteArray::fromStdString(proxy.url()));
+  }
+  EXPECT_EQ(outcome(get(service_.url("127.0.0.1"))), "200 secret answer");
   EXPECT_EQ(outcome(get(service_.url("localhost"))), "200 secret answer");
+  const RawServer plain(RawServer::answering(answer("200 OK")));
+  EXPECT_EQ(outcome(get(plain.url())), "200");
+  for (const char* name : {"http_proxy", "HTTP_PROXY", "ALL_PROXY"}) qunsetenv(name);
   EXPECT_EQ(proxy.connections(), 0);
   EXPECT_FALSE(asked);
 }
@@ -162,6 +168,16 @@ TEST_F(HttpProxyTest, WhatIsNoProxysAnswerIsAnError) {
   EXPECT_EQ(behind(answer("200 OK", "<html>Welcome</html>")), insecure);
   EXPECT_EQ(behind(""), lost);
   EXPECT_EQ(behind("HTTP/1.1 200 Conn"), lost);
+}
+
+TEST_F(HttpProxyTest, AProxyThatCutsTheTunnelIsALostConnection) {
+  EXPECT_THAT(behind(established), testing::AnyOf(lost, insecure));
+}
+
+TEST_F(HttpProxyTest, AProxyThatHangsIsGivenUp) {
+  const RawServer proxy([](const RawConnection& connection) { connection.waitForClose(); });
+  useProxy(proxy.url());
+  EXPECT_EQ(outcome(authorised(0.3)), "The request timed out.");
 }
 
 TEST_F(HttpProxyTest, AnEndlessAnswerOfAProxyIsCut) {
