@@ -48,7 +48,11 @@ def compared(rounds, measure, reference):
 
 def matcher():
     """Microseconds of processor time to match 300 characters against 200 participants, plain or accented."""
-    arguments = ["--benchmark_filter=/200$|^Reference$", "--benchmark_repetitions=15", "--benchmark_format=json"]
+    arguments = [
+        "--benchmark_filter=/200$|^Reference$",
+        "--benchmark_repetitions=15",
+        "--benchmark_format=json",
+    ]
     arguments += ["--benchmark_min_time=0.02", "--benchmark_enable_random_interleaving=true"]
     times = {}
     for result in json.loads(run(os.environ["CORE_BENCH"], *arguments))["benchmarks"]:
@@ -106,7 +110,9 @@ class TrayHost:
         self._bus = dbus.SessionBus(mainloop=DBusGMainLoop(), private=True)
         self._loop = GLib.MainLoop()
         self._registered = {}
-        self._bus.add_signal_receiver(self._add, "StatusNotifierItemRegistered", "org.kde.StatusNotifierWatcher")
+        self._bus.add_signal_receiver(
+            self._add, "StatusNotifierItemRegistered", "org.kde.StatusNotifierWatcher"
+        )
 
     def _add(self, item):
         now = time.monotonic()
@@ -136,7 +142,17 @@ def start_desktop_programs():
     """Starts of programs that ask the X server and the session bus, one after the other."""
     for _ in range(3):
         run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
-        run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/", "-m", "org.freedesktop.DBus.GetId")
+        run(
+            "gdbus",
+            "call",
+            "--session",
+            "-d",
+            "org.freedesktop.DBus",
+            "-o",
+            "/",
+            "-m",
+            "org.freedesktop.DBus.GetId",
+        )
 
 
 def start():
@@ -178,7 +194,9 @@ def memory():
         program.wait_for_entry("Watching · 12 participants")
         desk.wait_until(lambda: is_at_rest(program), 60, "rest")
         rollup = Path(f"/proc/{program.pid}/smaps_rollup").read_text()
-        sizes.append(next(int(line.split()[1]) for line in rollup.splitlines() if line.startswith("Pss:")) / 1024)
+        sizes.append(
+            next(int(line.split()[1]) for line in rollup.splitlines() if line.startswith("Pss:")) / 1024
+        )
         program.quit()
     desk.close_all()
     return statistics.median(sizes), statistics.median(sizes) / MEMORY_AIM
@@ -201,7 +219,10 @@ def keeps(name):
     unit = aim.split()[1]
     for _ in range(TRIES):
         value, multiple = measure()
-        print(f"{what}: {value:.3g} {unit} (aim: {aim}), {multiple:.2f} times {reference} (at most {limit})", flush=True)
+        print(
+            f"{what}: {value:.3g} {unit} (aim: {aim}), {multiple:.2f} times {reference} (at most {limit})",
+            flush=True,
+        )
         if multiple <= limit:
             return True
     print(f"{what}: above the limit {TRIES} times")

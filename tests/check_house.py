@@ -55,11 +55,44 @@ MORE_RULES = {
 # System headers that portable code may include: containers, algorithms, text and numbers. No
 # threads, clocks, streams of files or system calls among them.
 PORTABLE_HEADERS = {
-    "algorithm", "array", "bit", "cctype", "charconv", "chrono", "cmath", "compare", "concepts",
-    "cstddef", "cstdint", "cstring", "deque", "functional", "iterator", "limits", "map", "memory", "numeric",
-    "optional", "ostream", "queue", "ranges", "set", "span", "sstream", "string", "string_view",
-    "tuple", "type_traits", "unordered_map", "unordered_set", "utility", "variant", "vector",
-    "nlohmann/json.hpp", "tl/expected.hpp", "utf8proc.h",
+    "algorithm",
+    "array",
+    "bit",
+    "cctype",
+    "charconv",
+    "chrono",
+    "cmath",
+    "compare",
+    "concepts",
+    "cstddef",
+    "cstdint",
+    "cstring",
+    "deque",
+    "functional",
+    "iterator",
+    "limits",
+    "map",
+    "memory",
+    "numeric",
+    "optional",
+    "ostream",
+    "queue",
+    "ranges",
+    "set",
+    "span",
+    "sstream",
+    "string",
+    "string_view",
+    "tuple",
+    "type_traits",
+    "unordered_map",
+    "unordered_set",
+    "utility",
+    "variant",
+    "vector",
+    "nlohmann/json.hpp",
+    "tl/expected.hpp",
+    "utf8proc.h",
 }
 # ... and where a file may include one more, with the reason.
 MORE_HEADERS = {
@@ -68,7 +101,8 @@ MORE_HEADERS = {
 }
 
 # Names of toolkits, of the operating system, and of clocks.
-FOREIGN = re.compile(r"""
+FOREIGN = re.compile(
+    r"""
       \bQ[A-Z]\w*                                       # Qt
     | \b(?:xcb|wl|zwlr|g|gtk|secret|dbus|atspi)_[a-z]\w*
     | \b(?:NS|AX|CF|UI|CG|Sec)[A-Z][a-z]\w+             # the frameworks of macOS
@@ -80,7 +114,9 @@ FOREIGN = re.compile(r"""
         |ifstream|ofstream|fstream|jthread)\b
     | \bstd::(?:filesystem|thread|mutex|async|future|atomic|condition_variable)\b
     | \b(?:__APPLE__|__linux__|__unix__|_WIN32|__MACH__)\b
-    """, re.VERBOSE)
+    """,
+    re.VERBOSE,
+)
 
 # Core bodies without a test file of their own, with the reason.
 UNTESTED = {
@@ -135,8 +171,9 @@ def knows(path, header):
         return path.split("/")[-1].startswith("delegate_") and path.endswith(".cpp")
     if header.startswith("platform/") and header.count("/") > 1:
         return False
-    return any(header == entry or (entry.endswith("/") and header.startswith(entry))
-               for entry in LAYERS[folder])
+    return any(
+        header == entry or (entry.endswith("/") and header.startswith(entry)) for entry in LAYERS[folder]
+    )
 
 
 def layers(path, text):
@@ -150,7 +187,7 @@ def layers(path, text):
 def front_end_and_room(path):
     """("platform/linux", "tray") of platform/linux/tray/a.cpp; the room is "" above the rooms."""
     front_end = next((each for each in ROOMS if path.startswith(each + "/")), None)
-    below = path[len(front_end) + 1:] if front_end else ""
+    below = path[len(front_end) + 1 :] if front_end else ""
     return front_end, below.rpartition("/")[0]
 
 
@@ -165,7 +202,8 @@ def may_know_in_front_end(path, header):
         return room == ""
     other_front_end, other_room = front_end_and_room(header)
     return other_front_end == front_end and (
-        room in ("", other_room) or other_room in ROOMS[front_end].get(room, []))
+        room in ("", other_room) or other_room in ROOMS[front_end].get(room, [])
+    )
 
 
 def rooms(path, text):
@@ -189,8 +227,11 @@ def arrows(root):
     for path, text in sources(root, PORTABLE + ("platform",), {".h", ".cpp", ".mm"}):
         if path.startswith("app/constants."):
             continue
-        headers = [header for kind, header in INCLUDE.findall(text)
-                   if kind == '"' and "/" in header and header != "app/constants.h"]
+        headers = [
+            header
+            for kind, header in INCLUDE.findall(text)
+            if kind == '"' and "/" in header and header != "app/constants.h"
+        ]
         room = "app" if "/delegate_" in path else path.rpartition("/")[0]
         known.setdefault(room, set()).update(header.rpartition("/")[0] for header in headers)
     return {room: others - {room} for room, others in known.items()}
@@ -199,7 +240,7 @@ def arrows(root):
 def floor(room, known, above=()):
     """1 for a room that knows no other, else one more than the highest of those it knows."""
     if room in above:
-        raise ValueError(" knows ".join([*above[above.index(room):], room]))
+        raise ValueError(" knows ".join([*above[above.index(room) :], room]))
     return 1 + max((floor(other, known, (*above, room)) for other in known.get(room, ())), default=0)
 
 
@@ -218,8 +259,7 @@ def table_of_rooms(root):
 
 
 def crowded_folders(root):
-    for kinds, most in ((PORTABLE + ("platform",), MOST_FILES_OF_PRODUCT),
-                        (("tests",), MOST_FILES_OF_TESTS)):
+    for kinds, most in ((PORTABLE + ("platform",), MOST_FILES_OF_PRODUCT), (("tests",), MOST_FILES_OF_TESTS)):
         files = [path for path, _ in sources(root, kinds, SOURCES | {".txt"})]
         for folder, count in Counter(path.rpartition("/")[0] for path in files).items():
             if count > most:
@@ -248,8 +288,11 @@ def missing_tests(root):
 
 def tests_without_build(root):
     """Every test stands in a description of the build."""
-    builds = [path for path in (root / "tests").rglob("*")
-              if path.name == "CMakeLists.txt" or path.suffix == ".cmake"]
+    builds = [
+        path
+        for path in (root / "tests").rglob("*")
+        if path.name == "CMakeLists.txt" or path.suffix == ".cmake"
+    ]
     named = set(re.findall(r"\w+", "\n".join(path.read_text(encoding="utf-8") for path in builds)))
     for path, _ in sources(root, ["tests"], {".cpp", ".mm", ".py"}):
         name = pathlib.Path(path).stem
@@ -297,8 +340,10 @@ def drawing(root):
         yield f"{floor(room, known)}  {room}: {', '.join(sorted(known[room])) or 'none'}"
     count = sum(len(others) for others in known.values())
     to_ports = sum("platform" in others for others in known.values())
-    yield (f"{len(known)} rooms, {count} arrows ({to_ports} of them to the ports), "
-           f"{max(floor(room, known) for room in known)} floors")
+    yield (
+        f"{len(known)} rooms, {count} arrows ({to_ports} of them to the ports), "
+        f"{max(floor(room, known) for room in known)} floors"
+    )
 
 
 def main():

@@ -59,11 +59,22 @@ class HouseTest(unittest.TestCase):
                 self.put(f"{folder}/some.h", "")
 
     def test_toolkits_systems_and_clocks_are_refused(self):
-        for code in ["QString text;", "xcb_connection_t* c;", "NSString* s;", "GVariant* v;",
-                     "auto t = std::chrono::system_clock::now();", "auto t = time(nullptr);",
-                     "auto t = std::time(nullptr);", 'auto h = std::getenv("HOME");', "sleep(1);",
-                     "std::this_thread::sleep_for(s);", "std::ifstream file;", "std::thread t;",
-                     "#ifdef __APPLE__\n#endif", "AXIsProcessTrusted();"]:
+        for code in [
+            "QString text;",
+            "xcb_connection_t* c;",
+            "NSString* s;",
+            "GVariant* v;",
+            "auto t = std::chrono::system_clock::now();",
+            "auto t = time(nullptr);",
+            "auto t = std::time(nullptr);",
+            'auto h = std::getenv("HOME");',
+            "sleep(1);",
+            "std::this_thread::sleep_for(s);",
+            "std::ifstream file;",
+            "std::thread t;",
+            "#ifdef __APPLE__\n#endif",
+            "AXIsProcessTrusted();",
+        ]:
             with self.subTest(code):
                 self.assert_refused("model/a.cpp", code + "\n")
 
@@ -78,20 +89,31 @@ class HouseTest(unittest.TestCase):
         self.assert_fine("detect/a.cpp", "#include <vector>\n#include <nlohmann/json.hpp>\n")
 
     def test_knowledge_goes_one_way(self):
-        for path, header in [("model/a.cpp", "detect/b.h"), ("model/a.cpp", "platform/clock.h"),
-                             ("model/a.h", "client/b.h"), ("detect/a.cpp", "client/b.h"),
-                             ("client/a.cpp", "detect/b.h"), ("client/a.cpp", "ui/b.h"),
-                             ("outbox/a.cpp", "ui/b.h"), ("ui/a.cpp", "app/entry.h"),
-                             ("ui/a.cpp", "platform/linux/views.h"), ("ui/a.cpp", "b.h"),
-                             ("model/a.cpp", "tests/support/world.h")]:
+        for path, header in [
+            ("model/a.cpp", "detect/b.h"),
+            ("model/a.cpp", "platform/clock.h"),
+            ("model/a.h", "client/b.h"),
+            ("detect/a.cpp", "client/b.h"),
+            ("client/a.cpp", "detect/b.h"),
+            ("client/a.cpp", "ui/b.h"),
+            ("outbox/a.cpp", "ui/b.h"),
+            ("ui/a.cpp", "app/entry.h"),
+            ("ui/a.cpp", "platform/linux/views.h"),
+            ("ui/a.cpp", "b.h"),
+            ("model/a.cpp", "tests/support/world.h"),
+        ]:
             with self.subTest(path + " " + header):
                 self.assert_refused(path, f'#include "{header}"\n')
                 (self.root / path).unlink()
 
     def test_allowed_knowledge_is_fine(self):
-        for path, header in [("model/a.cpp", "app/constants.h"), ("detect/a.cpp", "model/b.h"),
-                             ("client/a.cpp", "platform/clock.h"), ("ui/a.cpp", "client/b.h"),
-                             ("app/a.cpp", "ui/b.h")]:
+        for path, header in [
+            ("model/a.cpp", "app/constants.h"),
+            ("detect/a.cpp", "model/b.h"),
+            ("client/a.cpp", "platform/clock.h"),
+            ("ui/a.cpp", "client/b.h"),
+            ("app/a.cpp", "ui/b.h"),
+        ]:
             self.assert_fine(path, f'#include "{header}"\n')
 
     def test_the_delegate_is_known_to_its_own_bodies_only(self):
@@ -104,27 +126,35 @@ class HouseTest(unittest.TestCase):
         """Makes this table the rooms of the front end for Linux, with every allowed arrow in use."""
         self.enterContext(mock.patch.object(check_house, "ROOMS", {"platform/linux": rooms}))
         for room, others in rooms.items():
-            self.put(f"platform/linux/{room}/used.h", "".join(
-                f'#include "platform/linux/{other}/used.h"\n' for other in others))
+            self.put(
+                f"platform/linux/{room}/used.h",
+                "".join(f'#include "platform/linux/{other}/used.h"\n' for other in others),
+            )
 
     def test_knowledge_between_rooms_goes_one_way(self):
         self.furnish({"tray": ["looks"], "looks": []})
-        for path, header in [("looks/a.cpp", "platform/linux/tray/used.h"),
-                             ("tray/a.cpp", "platform/linux/views.h"),
-                             ("tray/a.h", "platform/posix/files.h"),
-                             ("tray/a.h", "platform/macos/tray/a.h"),
-                             ("tray/a.cpp", "model/record.h"), ("views.cpp", "ui/menu.h")]:
+        for path, header in [
+            ("looks/a.cpp", "platform/linux/tray/used.h"),
+            ("tray/a.cpp", "platform/linux/views.h"),
+            ("tray/a.h", "platform/posix/files.h"),
+            ("tray/a.h", "platform/macos/tray/a.h"),
+            ("tray/a.cpp", "model/record.h"),
+            ("views.cpp", "ui/menu.h"),
+        ]:
             with self.subTest(path + " " + header):
                 self.assert_refused("platform/linux/" + path, f'#include "{header}"\n')
                 (self.root / "platform/linux" / path).unlink()
 
     def test_allowed_knowledge_between_rooms_is_fine(self):
         self.furnish({"tray": ["looks"], "looks": []})
-        for path, header in [("tray/a.cpp", "platform/linux/looks/used.h"),
-                             ("tray/b.cpp", "platform/linux/tray/a.h"),
-                             ("looks/a.h", "platform/menu.h"), ("looks/a.cpp", "generated.h"),
-                             ("views.h", "platform/linux/tray/used.h"),
-                             ("files.h", "platform/posix/files.h")]:
+        for path, header in [
+            ("tray/a.cpp", "platform/linux/looks/used.h"),
+            ("tray/b.cpp", "platform/linux/tray/a.h"),
+            ("looks/a.h", "platform/menu.h"),
+            ("looks/a.cpp", "generated.h"),
+            ("views.h", "platform/linux/tray/used.h"),
+            ("files.h", "platform/posix/files.h"),
+        ]:
             self.assert_fine("platform/linux/" + path, f'#include "{header}"\n')
 
     def test_a_room_without_a_row_is_refused(self):
@@ -134,14 +164,19 @@ class HouseTest(unittest.TestCase):
     def test_an_arrow_that_nothing_needs_is_refused(self):
         self.furnish({"tray": ["looks"], "looks": []})
         self.put("platform/linux/tray/used.h", "")
-        self.assertEqual(list(check_house.offences(self.root)),
-                         ["platform/linux/tray: may know looks, and does not"])
+        self.assertEqual(
+            list(check_house.offences(self.root)), ["platform/linux/tray: may know looks, and does not"]
+        )
 
     def test_rooms_that_know_each_other_in_a_circle_are_refused(self):
         self.furnish({"tray": ["looks"], "looks": ["tray"]})
-        self.assertEqual(list(check_house.offences(self.root)), [
-            "platform/linux: the rooms go round in a circle: tray knows looks knows tray",
-            "platform/linux: the rooms go round in a circle: looks knows tray knows looks"])
+        self.assertEqual(
+            list(check_house.offences(self.root)),
+            [
+                "platform/linux: the rooms go round in a circle: tray knows looks knows tray",
+                "platform/linux: the rooms go round in a circle: looks knows tray knows looks",
+            ],
+        )
 
     def test_the_drawing_counts_rooms_arrows_and_floors(self):
         self.furnish({"tray": ["looks"], "looks": []})
@@ -160,8 +195,9 @@ class HouseTest(unittest.TestCase):
                     self.put(f"{folder}/{i}.h", "")
                 self.assert_fine("app/other.h", "")
                 self.put(f"{folder}/one_too_many.h", "")
-                self.assertEqual(list(check_house.offences(self.root)),
-                                 [f"{folder}: {most + 1} files, more than {most}"])
+                self.assertEqual(
+                    list(check_house.offences(self.root)), [f"{folder}: {most + 1} files, more than {most}"]
+                )
                 (self.root / folder / "one_too_many.h").unlink()
 
     def test_ports_know_plain_types_only(self):
@@ -171,8 +207,9 @@ class HouseTest(unittest.TestCase):
 
     def test_a_body_without_test_is_refused(self):
         self.put("model/a.cpp", "")
-        self.assertEqual(list(check_house.offences(self.root)),
-                         ["model/a.cpp: has no tests/model/a_test.cpp"])
+        self.assertEqual(
+            list(check_house.offences(self.root)), ["model/a.cpp: has no tests/model/a_test.cpp"]
+        )
 
     def test_an_exception_without_file_is_refused(self):
         (self.root / "app/main.cpp").rename(self.root / "app/other.cpp")
@@ -205,9 +242,7 @@ class BehaviourTest(unittest.TestCase):
         self.assertEqual(self.faults("| does this | `A` |", "| and that | `A` `b_test.py` |"), [])
 
     def test_a_suite_that_does_not_exist_is_reported(self):
-        self.assertEqual(
-            self.faults("| does this | `A` `X` `b_test.py` |"), ["line 3: there is no suite X"]
-        )
+        self.assertEqual(self.faults("| does this | `A` `X` `b_test.py` |"), ["line 3: there is no suite X"])
 
     def test_a_suite_that_no_line_names_is_reported(self):
         self.assertEqual(self.faults("| does this | `A` |"), ["no line names the suite b_test.py"])

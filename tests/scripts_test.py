@@ -36,8 +36,9 @@ class ScriptTest(unittest.TestCase):
 
     def run_script(self, *arguments):
         environment = {**os.environ, "PATH": f"{self.commands}:{os.environ['PATH']}"}
-        return subprocess.run([self.root / self.script, *arguments], env=environment, timeout=60,
-                              capture_output=True, text=True)
+        return subprocess.run(
+            [self.root / self.script, *arguments], env=environment, timeout=60, capture_output=True, text=True
+        )
 
     def assert_refuses(self, message, *arguments):
         ended = self.run_script(*arguments)

@@ -107,7 +107,9 @@ class Day:
         settings.write_text("[org/xfce/mousepad/preferences/window]\npath-in-title=false\n")
         plan = self.folder / f"{OTHER} plan review.txt"
         plan.write_text(PLAN)
-        editor = desk.start("mousepad", "--disable-server", plan, environment={"GSETTINGS_BACKEND": "keyfile"})
+        editor = desk.start(
+            "mousepad", "--disable-server", plan, environment={"GSETTINGS_BACKEND": "keyfile"}
+        )
         return editor, "A document is opened in an editor"
 
     @staticmethod
@@ -127,7 +129,8 @@ class Day:
         self.bring_to_front(program, told)
         seen = f'matches=["{name}"]'
         desk.wait_until(
-            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= ENOUGH, what=f"sightings of {name}"
+            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= ENOUGH,
+            what=f"sightings of {name}",
         )
         self.say("It is put away.")
         program.close()
@@ -201,7 +204,9 @@ class Day:
         question = ["sqlite3", "-readonly", "-json", database, f"SELECT {columns} FROM notes"]
         answer = subprocess.run(question, capture_output=True, text=True, check=True).stdout.strip() or "[]"
         self.say(f"The database holds: {answer}")
-        return {"person": PERSON, "minutes": MINUTES, "session_date": self.day, "input": NOTE} in json.loads(answer)
+        return {"person": PERSON, "minutes": MINUTES, "session_date": self.day, "input": NOTE} in json.loads(
+            answer
+        )
 
     def picture(self, name, of=None):
         """Of the whole screen, or of a window or a place on it."""

@@ -51,7 +51,9 @@ class ABareDesktop(Story):
             host = tray.start_host()
             desk.wait_until(lambda: tray.shows(program), what="the icon in the tray")
             host.close()
-            desk.wait_until(lambda: not tray.has_host() and not tray.shows(program), what="the end of the tray")
+            desk.wait_until(
+                lambda: not tray.has_host() and not tray.shows(program), what="the end of the tray"
+            )
         self.assertEqual(program.output, "")
 
 

@@ -43,7 +43,9 @@ class ADrain(Story):
         with BusTraffic() as traffic:
             self.service.signal(signal.SIGCONT)
             desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the end of the outbox")
-            desk.wait_until(lambda: str(program.tray.read("ToolTip")[2]).startswith("VELK —"), what="no count")
+            desk.wait_until(
+                lambda: str(program.tray.read("ToolTip")[2]).startswith("VELK —"), what="no count"
+            )
         counted = traffic.count_of(program)
         print(f"{counted.total() / NOTES:.1f} messages a note")
         self.assertEqual(len(self.service.inputs()), NOTES)

@@ -25,12 +25,16 @@ class FourSightings(Story):
 
     def sightings(self, name):
         """The indices of the lines of the log that tell of this name."""
-        return [i for i, line in enumerate(self.home.watch_log()) if f'"{name}"' in line.partition("matches=")[2]]
+        return [
+            i for i, line in enumerate(self.home.watch_log()) if f'"{name}"' in line.partition("matches=")[2]
+        ]
 
     def show(self, window, title):
         """Gives the window this title; returns when a sample has seen it."""
         window.retitle(title)
-        desk.wait_until(lambda: f'titles=["{title}"]' in self.home.watch_log()[-1], what=f"a sample of {title!r}")
+        desk.wait_until(
+            lambda: f'titles=["{title}"]' in self.home.watch_log()[-1], what=f"a sample of {title!r}"
+        )
 
     def work_on(self, window, names):
         """Has these names in the window's title for four samples.
@@ -38,7 +42,9 @@ class FourSightings(Story):
         False where the machine was too busy for four in a row: one was lost or late, or the title stayed for a fifth.
         """
         self.show(window, "Case conference: " + ", ".join(names))
-        desk.wait_until(lambda: len(self.sightings(names[0])) >= ENOUGH_SIGHTINGS, what=f"four sightings of {names}")
+        desk.wait_until(
+            lambda: len(self.sightings(names[0])) >= ENOUGH_SIGHTINGS, what=f"four sightings of {names}"
+        )
         self.show(window, "Lunch")
         seen = self.sightings(names[0])
         with_the_one_before = self.home.watch_log()[seen[0] - 1 : seen[-1] + 1]
@@ -61,7 +67,9 @@ class FourSightings(Story):
         self.assertEqual(len(seen_four_times), WANTED)
 
         def not_caught():
-            return set(seen_four_times) - {pending["participant"] for pending in self.home.list("pending.json")}
+            return set(seen_four_times) - {
+                pending["participant"] for pending in self.home.list("pending.json")
+            }
 
         desk.wait_until(lambda: not not_caught(), SESSION_ENDS, "the end of all work")
         entries = [label for label in program.menu() if label.startswith("Log: ")]

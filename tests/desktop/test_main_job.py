@@ -64,8 +64,12 @@ class FromATitleToACaseNote(Chapters):
     def test_with_the_keyboard_alone(self):
         widget = self.program.widget
         widget.window.focus()
-        screen.press("Tab", "Tab", "Tab", "Return")  # from the note over the minutes and "Send" to the first "Log"
-        desk.wait_until(lambda: widget.participant.name == NAMES[0] and widget.note.focused, what="the filled form")
+        screen.press(
+            "Tab", "Tab", "Tab", "Return"
+        )  # from the note over the minutes and "Send" to the first "Log"
+        desk.wait_until(
+            lambda: widget.participant.name == NAMES[0] and widget.note.focused, what="the filled form"
+        )
         screen.type_text("Visited at home")
         screen.press("Tab", "Right", "Right", "space", "ctrl+Return")
         self.service.wait_for_notes("Visited at home")

@@ -18,7 +18,9 @@ class AnOutage(Story):
         self.service.stop()
         self.addCleanup(self.service.start)
         program.widget.write_note(NOTE)
-        desk.wait_until(lambda: "onnect" in self.home.list("outbox.json")[0]["lastError"], what="the failed try")
+        desk.wait_until(
+            lambda: "onnect" in self.home.list("outbox.json")[0]["lastError"], what="the failed try"
+        )
         self.assertEqual(program.quit(), 0)
 
         again = self.start()

@@ -88,7 +88,9 @@ class CommonBehaviour:
         cls.logs = Path(folder.name, "logs")
         Path(folder.name, "copied.txt").write_text("only root reads this\n")
         options = [option.format(folder=folder.name) for option in cls.options]
-        cls.run_ = Run(cls.program, "--keep", cls.logs, *options, script=WHOLE, environment=OUTER_DESKTOP).finish()
+        cls.run_ = Run(
+            cls.program, "--keep", cls.logs, *options, script=WHOLE, environment=OUTER_DESKTOP
+        ).finish()
 
     def assert_nothing_is_left(self, run):
         self.assertTrue(run.mark)
@@ -132,7 +134,9 @@ class CommonBehaviour:
         self.assertIn("no fonts here", run.errors)
 
     def test_refuses_a_wrong_option(self):
-        run = subprocess.run([FOLDER / self.program, "--tray", "other", "true"], capture_output=True, check=False)
+        run = subprocess.run(
+            [FOLDER / self.program, "--tray", "other", "true"], capture_output=True, check=False
+        )
         self.assertEqual(run.returncode, 96)
         self.assertIn(b"usage", run.stderr)
 

@@ -57,7 +57,9 @@ class OnWayland(Chapters):
 
     def test_titles_of_native_windows_are_watched(self):
         seen = 'matches=["Tobias Hargreave"]'
-        desk.wait_until(lambda: seen in self.home.text("watch.log"), FIRST_SAMPLES, "a native window being seen")
+        desk.wait_until(
+            lambda: seen in self.home.text("watch.log"), FIRST_SAMPLES, "a native window being seen"
+        )
 
 
 if __name__ == "__main__":

@@ -50,8 +50,12 @@ def unused_in(text: str, used: set[str], declarations: list[str]) -> tuple[int, 
 def main() -> int:
     project = pathlib.Path(sys.argv[1])
     folders = [project / "platform/macos", project / "tests/macos"]
-    sources = [source for folder in folders for source in folder.rglob("*.[hm]*")
-               if not {"declarations", "faults"} & set(source.parts)]
+    sources = [
+        source
+        for folder in folders
+        for source in folder.rglob("*.[hm]*")
+        if not {"declarations", "faults"} & set(source.parts)
+    ]
     used = {word for source in sources for word in words(source.read_text())}
     headers = sorted((project / "tests/macos/declarations").rglob("*.h"))
     texts = [FORWARD.sub("", COMMENT.sub("", header.read_text())) for header in headers]

@@ -26,7 +26,9 @@ def _connections(pid):
         except dbus.DBusException:  # it has just left
             return False
 
-    return {str(name) for name in bus.ListNames(dbus_interface=_BUS) if name.startswith(":") and belongs(name)}
+    return {
+        str(name) for name in bus.ListNames(dbus_interface=_BUS) if name.startswith(":") and belongs(name)
+    }
 
 
 class BusTraffic:
@@ -70,4 +72,6 @@ class BusTraffic:
         names = _connections(program.pid)
         test = dbus.SessionBus().get_unique_name()
         ends = ((message, {message.sender, message.destination}) for message in self._messages)
-        return Counter(m.member or "an answer" for m, between in ends if names & between and test not in between)
+        return Counter(
+            m.member or "an answer" for m, between in ends if names & between and test not in between
+        )

@@ -69,7 +69,9 @@ class Control:
     def labels(self):
         """Names of the labels that belong to it."""
         relations = self._call("Accessible", "GetRelationSet")
-        return [Control(*target).name for kind, targets in relations if kind == _LABELLED_BY for target in targets]
+        return [
+            Control(*target).name for kind, targets in relations if kind == _LABELLED_BY for target in targets
+        ]
 
     @property
     def text(self):

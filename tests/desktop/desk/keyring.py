@@ -23,7 +23,9 @@ def _object(path):
 
 def _tool(command, attributes):
     words = [word for pair in attributes.items() for word in pair]
-    return subprocess.run(["secret-tool", command, *words], capture_output=True, text=True, timeout=LIMIT, check=False)
+    return subprocess.run(
+        ["secret-tool", command, *words], capture_output=True, text=True, timeout=LIMIT, check=False
+    )
 
 
 def lookup(**attributes):

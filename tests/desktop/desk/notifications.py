@@ -52,7 +52,9 @@ def count_displayed():
 
 def place():
     """Where dunst shows them on the screen: one window holds all."""
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "Dunst"], capture_output=True, text=True)
+    found = subprocess.run(
+        ["xdotool", "search", "--onlyvisible", "--class", "Dunst"], capture_output=True, text=True
+    )
     return Window(found.stdout.split()[0]).geometry
 
 

@@ -27,7 +27,10 @@ def wait_until_still():
 
     def same_as_before():
         nonlocal last
-        before, last = last, subprocess.run(["import", "-window", "root", "rgb:-"], capture_output=True).stdout
+        before, last = (
+            last,
+            subprocess.run(["import", "-window", "root", "rgb:-"], capture_output=True).stdout,
+        )
         return last == before
 
     wait_until(same_as_before, what="the end of all drawing")

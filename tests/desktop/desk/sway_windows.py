@@ -10,7 +10,9 @@ Geometry = namedtuple("Geometry", "x y width height")
 
 
 def _nodes():
-    done = subprocess.run(["swaymsg", "-t", "get_tree"], capture_output=True, text=True, timeout=10, check=True)
+    done = subprocess.run(
+        ["swaymsg", "-t", "get_tree"], capture_output=True, text=True, timeout=10, check=True
+    )
     waiting = [json.loads(done.stdout)]
     while waiting:
         node = waiting.pop(0)
@@ -38,7 +40,9 @@ class Window:
         return next((n for n in _nodes() if n["id"] == self.number), {})
 
     def _command(self, command):
-        subprocess.run(["swaymsg", f"[con_id={self.number}] {command}"], check=False, capture_output=True, timeout=10)
+        subprocess.run(
+            ["swaymsg", f"[con_id={self.number}] {command}"], check=False, capture_output=True, timeout=10
+        )
 
     @property
     def title(self):

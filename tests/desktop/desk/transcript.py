@@ -11,7 +11,9 @@ class Transcript:
 
     def __init__(self, clock, home):
         now = ["date", "+%s.%N"]
-        morning = subprocess.run(now, env={**os.environ, **clock.environment}, capture_output=True, check=True).stdout
+        morning = subprocess.run(
+            now, env={**os.environ, **clock.environment}, capture_output=True, check=True
+        ).stdout
         self._morning = datetime.fromtimestamp(float(morning))
         self._started = time.monotonic()
         self._factor = clock.factor

@@ -35,7 +35,11 @@ class Entry:
         self.children = [Entry(*child) for child in children]
 
     def __repr__(self):
-        return "<separator>" if self.separator else f"<entry {self.label!r}{'' if self.enabled else ' disabled'}>"
+        return (
+            "<separator>"
+            if self.separator
+            else f"<entry {self.label!r}{'' if self.enabled else ' disabled'}>"
+        )
 
 
 def _spoken(label):
@@ -89,7 +93,9 @@ class Item:
 
     def click(self, entry):
         """Clicks an entry of the menu as it was when it was read."""
-        self._menu().Event(entry.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5)
+        self._menu().Event(
+            entry.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5
+        )
 
 
 def has_host():

@@ -18,7 +18,10 @@ STATES = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 def frame_of(window):
     """left, top, right and bottom of the window with its title bar and borders."""
     printed = subprocess.run(
-        ["xprop", "-notype", "-id", window.number, "_NET_FRAME_EXTENTS"], capture_output=True, text=True, check=True
+        ["xprop", "-notype", "-id", window.number, "_NET_FRAME_EXTENTS"],
+        capture_output=True,
+        text=True,
+        check=True,
     ).stdout
     left, right, top, bottom = (int(n) for n in re.findall(r"\d+", printed.partition("=")[2]))
     inner = window.geometry

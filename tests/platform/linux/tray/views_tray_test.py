@@ -40,7 +40,8 @@ class TheStatusItem(unittest.TestCase):
 
     def item_at_the_host(self):
         return wait_until(
-            lambda: next((i for i in tray.everything() if i.pid == self.views.pid), None), what="the status item"
+            lambda: next((i for i in tray.everything() if i.pid == self.views.pid), None),
+            what="the status item",
         )
 
     def tool_tip(self):
@@ -51,7 +52,13 @@ class TheStatusItem(unittest.TestCase):
         entries = [entry for entry in self.item.menu() if not entry.separator]
         self.assertEqual([e.label for e in entries if not e.enabled], [MENU[0], MENU[1], MENU[6]])
         shortcuts = {e.label.split()[0]: e.shortcut for e in entries if e.shortcut}
-        keys = {"Log": "Control+L", "Hide": "Control+W", "Open": "Control+O", "Pause": "Control+P", "Quit": "Control+Q"}
+        keys = {
+            "Log": "Control+L",
+            "Hide": "Control+W",
+            "Open": "Control+O",
+            "Pause": "Control+P",
+            "Quit": "Control+Q",
+        }
         self.assertEqual(shortcuts, keys)
 
     def test_tells_of_an_item_chosen_from_a_menu_that_was_replaced_while_open(self):

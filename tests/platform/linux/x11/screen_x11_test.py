@@ -25,7 +25,9 @@ def set_long_title(window, title):
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XInternAtom.restype = ctypes.c_ulong
     display = ctypes.c_void_p(x11.XOpenDisplay(None))
-    name, kind = (ctypes.c_ulong(x11.XInternAtom(display, atom, 0)) for atom in (b"_NET_WM_NAME", b"UTF8_STRING"))
+    name, kind = (
+        ctypes.c_ulong(x11.XInternAtom(display, atom, 0)) for atom in (b"_NET_WM_NAME", b"UTF8_STRING")
+    )
     number = ctypes.c_ulong(int(window.number, 16))
     text = title.encode()
     x11.XChangeProperty(display, number, name, kind, 8, 0, text, len(text))
@@ -44,7 +46,9 @@ def text_file(name):
 
 
 def window_manager_is_there():
-    done = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, text=True, check=False)
+    done = subprocess.run(
+        ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True, text=True, check=False
+    )
     return "window id" in done.stdout
 
 
@@ -185,7 +189,9 @@ class ServerAndWindowManager(unittest.TestCase):
 
     def test_nothing_is_frontmost_without_a_window_manager(self):
         program = desk.start("xterm", "-T", "unmanaged", "-e", "sleep", "infinity")
-        desk.wait_until(lambda: subprocess.run(["xwininfo", "-name", "unmanaged"], capture_output=True).returncode == 0)
+        desk.wait_until(
+            lambda: subprocess.run(["xwininfo", "-name", "unmanaged"], capture_output=True).returncode == 0
+        )
         self.assertTrue(program.is_running)
         sample = self.reader.sample()
         self.assertTrue(sample.nothing_is_frontmost)
