@@ -55,7 +55,8 @@ class FormatTest(ScriptTest):
 
     def setUp(self):
         super().setUp()
-        shutil.copy(TESTS.parent / ".clang-format", self.root)
+        for name in (".clang-format", "pyproject.toml"):
+            shutil.copy(TESTS.parent / name, self.root)
         subprocess.run(["git", "init", "--quiet", self.root], check=True)
 
     def track(self, path, text):
@@ -70,6 +71,15 @@ class FormatTest(ScriptTest):
         self.track("model/a.cpp", "int a = 1;\n")
         self.track("platform/macos/b.mm", "int  b=1;\n")
         self.assert_refuses("b.mm")
+
+    def test_python_out_of_form_is_refused_also_without_a_suffix(self):
+        self.track("model/a.cpp", "int a = 1;\n")
+        for path in ("tests/b.py", "tools/count-lines"):
+            self.track(path, "b = 1\n")
+            self.assert_accepts()
+            self.track(path, "b=1\n")
+            self.assert_refuses("would reformat " + str(self.root / path))
+            self.track(path, "b = 1\n")
 
     def test_a_project_without_sources_is_refused(self):
         self.assert_refuses("There is no source to check.")
