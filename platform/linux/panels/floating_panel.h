@@ -84,8 +84,8 @@ class PanelWindow : public QWidget {
   void applyPlacement();
   void windowMoved();  ///< The window system reports a move, whoever made it.
   void userPlaced(const QRect& frame);
-  void
-  requestMenu();  ///< Opens the context menu, as the Menu key does; Qt handles that key itself.
+  /// Opens the context menu, as the Menu key does; Qt handles that key itself.
+  void requestMenu();
 
   QPushButton* defaultButton_ = nullptr;
   Placer placer_ = Placer::windowManager;
