@@ -194,12 +194,12 @@ class FoldedCodePoint {
 /// makes a text of them four times as fast.
 FoldedCodePoint foldedCodePoint(utf8proc_int32_t codePoint) {
   constexpr utf8proc_int32_t FIRST_UNCOMMON = 0x0530;
-  static const auto COMMON = [] {
-    std::vector<FoldedCodePoint> common;
-    for (utf8proc_int32_t each = 0; each < FIRST_UNCOMMON; ++each) common.emplace_back(each);
-    return common;
+  static const auto common = [] {
+    std::vector<FoldedCodePoint> all;
+    for (utf8proc_int32_t each = 0; each < FIRST_UNCOMMON; ++each) all.emplace_back(each);
+    return all;
   }();
-  if (codePoint < FIRST_UNCOMMON) return COMMON[static_cast<std::size_t>(codePoint)];
+  if (codePoint < FIRST_UNCOMMON) return common[static_cast<std::size_t>(codePoint)];
   return FoldedCodePoint(codePoint);
 }
 
