@@ -114,8 +114,9 @@ class Decomposition {
  public:
   explicit Decomposition(utf8proc_int32_t codePoint) {
     int boundaryClass = 0;
-    count_ = utf8proc_decompose_char(codePoint, parts_.data(), parts_.size(), UTF8PROC_DECOMPOSE,
-                                     &boundaryClass);
+    count_ = utf8proc_decompose_char(codePoint, parts_.data(),
+                                     static_cast<utf8proc_ssize_t>(parts_.size()),
+                                     UTF8PROC_DECOMPOSE, &boundaryClass);
   }
   [[nodiscard]] auto begin() const { return parts_.begin(); }
   [[nodiscard]] auto end() const { return parts_.begin() + count_; }
