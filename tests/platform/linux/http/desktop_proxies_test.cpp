@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QThread>
+#include <QThreadPool>
 #include <atomic>
 #include <semaphore>
 
@@ -18,6 +19,8 @@ using testing::SizeIs;
 
 class DesktopProxiesTest : public testing::Test {
  protected:
+  ~DesktopProxiesTest() override { QThreadPool::globalInstance()->waitForDone(); }
+
   /// The desktop, which answers with the origin it was asked for.
   QList<QNetworkProxy> answer(const QNetworkProxyQuery& query) {
     answeredElsewhere_ = QThread::currentThread() != main_;
@@ -78,6 +81,7 @@ TEST_F(DesktopProxiesTest, AnAnswerThatComesTooLateIsDropped) {
   EXPECT_TRUE(waitUntil([this] { return asked_ == 1; }));
   proxies_.reset();
   goOn_.release();
+  QThreadPool::globalInstance()->waitForDone();
   catchUp();
   EXPECT_THAT(told_, ElementsAre());
 }

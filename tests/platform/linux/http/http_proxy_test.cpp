@@ -1,4 +1,5 @@
 // The way through a proxy. The service has a name that only the proxy can find.
+#include <QThreadPool>
 #include <semaphore>
 
 #include "tests/support/certificate_authority.h"
@@ -136,6 +137,7 @@ TEST_F(HttpProxyTest, ADesktopThatDoesNotTellItsProxiesCountsAsInactivity) {
   });
   EXPECT_EQ(outcome(authorised(0.2)), "The request timed out.");
   end.release();
+  QThreadPool::globalInstance()->waitForDone();
   catchUp();
   EXPECT_EQ(service_.answered(), 0);
 }
