@@ -11,9 +11,10 @@ namespace {
 constexpr std::size_t MOST_WINDOWS = 8;
 
 void addTitle(std::vector<std::string>& titles, const std::optional<std::string>& read) {
-  if (!read || read->empty()) return;
-  std::string title = validUtf8(*read);
-  if (std::ranges::find(titles, title) == titles.end()) titles.push_back(std::move(title));
+  if (!read) return;
+  std::string title = validUtf8(std::string_view(*read).substr(0, read->find('\0')));
+  if (title.empty() || std::ranges::find(titles, title) != titles.end()) return;
+  titles.push_back(std::move(title));
 }
 
 }  // namespace

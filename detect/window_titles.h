@@ -13,8 +13,8 @@ struct FrontmostTitles {
 };
 
 /// The titles of the frontmost application's focused window and of the first eight of its windows,
-/// in that order, as valid UTF-8. A read that failed is skipped. Absent only when no application is
-/// frontmost. Main thread.
+/// in that order, as valid UTF-8 and up to the first NUL. A read that failed is skipped. Absent
+/// only when no application is frontmost. Main thread.
 [[nodiscard]] std::optional<FrontmostTitles> frontmostWindowTitles();
 
 }  // namespace notewick

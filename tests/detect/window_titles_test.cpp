@@ -67,6 +67,11 @@ TEST_F(WindowTitlesTest, TitlesAreNeitherTrimmedNorCut) {
   EXPECT_THAT(titles(), ElementsAre(strange, " "));
 }
 
+TEST_F(WindowTitlesTest, TitlesEndAtTheFirstNul) {
+  screen.show({"Mail", std::string("Plan\0hidden", 11), {std::string("\0hidden", 7)}});
+  EXPECT_THAT(titles(), ElementsAre("Plan"));
+}
+
 TEST_F(WindowTitlesTest, TextThatIsNoUtf8IsRepairedBeforeItIsCompared) {
   screen.show({"Ed\xff", "Plan \xff", {"Plan \xfe", "Plan \uFFFD"}});
   EXPECT_EQ(frontmostWindowTitles().value().app, "Ed\uFFFD");

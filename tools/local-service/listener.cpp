@@ -86,7 +86,7 @@ Listener::Listener(int port, const std::optional<CertificateFiles>& tls,
   const auto unknown =
       wrap(catching([](const Request&, Response&) { throw Refusal(404, "Not found"); }));
   server_->set_error_handler([unknown](const Request& request, Response& response) {
-    if (response.status == 404 && response.body.empty()) unknown(request, response);
+    if (response.status == 404 && request.matches.empty()) unknown(request, response);
   });
   thread_ = std::thread([this] { server_->listen_after_bind(); });
   while (!server_->is_running()) std::this_thread::yield();

@@ -53,12 +53,15 @@ TEST(ListenerAnswerTest, AnswersWhatHandlersThrowAndReturn) {
       0, std::nullopt,
       {{{"GET", "/refusal", throwing([] { throw Refusal(418, "No \"tea\""); })},
         {"GET", "/json", throwing([] { std::ignore = nlohmann::json::parse("{"); })},
+        {"GET", "/gone", [](const Request&, Response& response) { response.status = 404; }},
         {"GET", "/other", throwing([] { throw std::runtime_error("secret"); })},
         {"GET", "/good", answeringJson([](const auto&) { return nlohmann::json("\xff"); })}}});
   auto client = clientOf(listener.port());
   EXPECT_EQ(statusOf(client.Get("/refusal")), 418);
   EXPECT_EQ(jsonOf(client.Get("/refusal")), nlohmann::json({{"error", "No \"tea\""}}));
   EXPECT_EQ(statusOf(client.Get("/json")), 400);
+  EXPECT_EQ(statusOf(client.Get("/gone")), 404);
+  EXPECT_EQ(client.Get("/gone")->body, "");
   EXPECT_EQ(statusOf(client.Get("/other")), 500);
   EXPECT_EQ(client.Get("/other")->body.find("secret"), std::string::npos);
   const auto good = client.Get("/good");
