@@ -221,6 +221,8 @@ TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
   EXPECT_THAT(answers, ElementsAre(false, true));
   EXPECT_EQ(keychain->keychainLoad(), "T");
   EXPECT_TRUE(keychain->holdsToken());
+  store.othersLock();
+  EXPECT_TRUE(keychain->isLocked()) << "the refusal was of the time before";
 }
 
 TEST_F(LockedKeychainTest, TheQuestionStillOnScreenThenIsAnsweredToNobody) {
@@ -274,14 +276,19 @@ TEST_F(LockedKeychainTest, OpenedByOthersItTakesWhatWaits) {
   EXPECT_FALSE(keychain->wantsUnlock());
 }
 
-TEST_F(LockedKeychainTest, ARefusalAfterOthersOpenedAStoreThatReportsNothingIsNone) {
-  store.reportsChanges = false;
-  startAgain();
-  keychain->requestUnlock();
-  store.locked = false;
-  store.userAnswers(false);
-  EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_EQ(keychain->keychainLoad(), "T");
+TEST_F(LockedKeychainTest, ARefusalAfterOthersOpenedTheStoreIsNone) {
+  for (const bool reports : {true, false}) {
+    store.locked = true;
+    store.reportsChanges = reports;
+    startAgain();
+    answers.clear();
+    EXPECT_TRUE(keychain->isLocked());
+    keychain->requestUnlock();
+    store.locked = false;  // a report, if any, is still on its way
+    store.userAnswers(false);
+    EXPECT_THAT(answers, ElementsAre(true));
+    EXPECT_EQ(keychain->keychainLoad(), "T");
+  }
 }
 
 TEST_F(LockedKeychainTest, AnAnswerAfterTheEndReachesNobody) {

@@ -26,6 +26,8 @@ TEST(ValidUtf8, ReplacesEachMaximalIllFormedPartOnce) {
       {"\xE0\xA0x", "\uFFFDx"},
       {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
       {"\xED\x9Fx", "\uFFFDx"},
+      {"\xC1\x80", "\uFFFD\uFFFD"},
+      {"\xF5\x80\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
       {"\xF0\x8F\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
       {"\xF0\x90x", "\uFFFDx"},
       {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
