@@ -90,7 +90,7 @@ void AppDelegate::extendSessions(const FrontmostTitles& seen,
     const std::string name = participants[match].name();
     const auto [entry, isNew] = sessions.try_emplace(name, name, now);
     if (!isNew) entry->second.addSighting(now);
-    entry->second.addEvidence(evidence.of(match));
+    addEvidence(evidence.of(match), entry->second.evidence);
   }
 }
 

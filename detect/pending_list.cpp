@@ -8,16 +8,10 @@
 namespace notewick {
 namespace {
 
-constexpr std::size_t MOST_EVIDENCE = 3;
-
 void merge(const WorkSession& session, Pending& pending) {
   pending.lastSeen = session.lastSeen;
   pending.observedMinutes = saturatingSum(pending.observedMinutes, session.activeMinutes());
-  for (const std::string& title : session.evidence) {
-    auto& evidence = pending.evidence;
-    const bool known = std::find(evidence.begin(), evidence.end(), title) != evidence.end();
-    if (!known && evidence.size() < MOST_EVIDENCE) evidence.push_back(title);
-  }
+  for (const std::string& title : session.evidence) addEvidence(title, pending.evidence);
 }
 
 }  // namespace

@@ -14,17 +14,17 @@ constexpr std::size_t MOST_EVIDENCE = 3;
 
 }  // namespace
 
+void addEvidence(const std::string& title, std::vector<std::string>& evidence) {
+  const bool known = std::find(evidence.begin(), evidence.end(), title) != evidence.end();
+  if (!title.empty() && !known && evidence.size() < MOST_EVIDENCE) evidence.push_back(title);
+}
+
 WorkSession::WorkSession(std::string name, Date at)
     : participant(std::move(name)), firstSeen(at), lastSeen(at) {}
 
 void WorkSession::addSighting(Date at) {
   lastSeen = at;
   sightings = checkedSum<std::int64_t>(sightings, 1);
-}
-
-void WorkSession::addEvidence(const std::string& title) {
-  const bool known = std::find(evidence.begin(), evidence.end(), title) != evidence.end();
-  if (!title.empty() && !known && evidence.size() < MOST_EVIDENCE) evidence.push_back(title);
 }
 
 std::int64_t WorkSession::activeMinutes() const {

@@ -8,6 +8,9 @@
 
 namespace notewick {
 
+/// Keeps a window title as evidence, unless it is empty or already kept, or 3 are kept.
+void addEvidence(const std::string& title, std::vector<std::string>& evidence);
+
 /// The work on one participant while it goes on; kept in memory only.
 class WorkSession {
  public:
@@ -22,9 +25,6 @@ class WorkSession {
 
   /// Counts one more sample that saw the participant.
   void addSighting(Date at);
-
-  /// Keeps a window title as evidence, unless it is empty or already kept, or 3 are kept.
-  void addEvidence(const std::string& title);
 
   /// Minutes on screen: `SAMPLE_INTERVAL` for each sighting, rounded up, at least 1.
   [[nodiscard]] std::int64_t activeMinutes() const;

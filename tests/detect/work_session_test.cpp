@@ -45,7 +45,8 @@ TEST(WorkSession, MinutesAreSightingsRoundedUpAtLeastOneWhateverTheSpan) {
 
 TEST(WorkSession, KeepsThreeDistinctTitlesInOrder) {
   auto session = seenAt({0});
-  for (const auto* const title : {"b", "a", "b", "", "c", "d", "a"}) session.addEvidence(title);
+  for (const auto* const title : {"b", "a", "b", "", "c", "d", "a"})
+    addEvidence(title, session.evidence);
   EXPECT_THAT(session.evidence, ElementsAre("b", "a", "c"));
 }
 
