@@ -28,8 +28,7 @@ notewick_test(client_ui_tests
     ui/quick_widget_sending_test.cpp
     ui/start_at_login_test.cpp
     ui/status_menu_test.cpp
-  LINK notewick_test_support
-  LARGE_HEADERS <nlohmann/json.hpp>)
+  LINK notewick_test_support)
 
 # The whole program through one day of a caseworker.
 notewick_test(simulated_day

@@ -10,7 +10,7 @@ namespace {
 
 std::shared_ptr<LoginController> shownController;
 
-SignInTexts texts() {
+SignInTexts signInTexts() {
   return {
       .title = "Sign in to VELK",
       .heading = "Sign in with your VELK account",
@@ -34,7 +34,7 @@ std::string explanationOf(const VELKError& error) {
 
 std::shared_ptr<LoginController> LoginController::create(std::function<void()> onSignedIn) {
   const std::shared_ptr<LoginController> controller(new LoginController(std::move(onSignedIn)));
-  controller->panel_ = ports().views.makeSignInPanel(texts(), controller);
+  controller->panel_ = ports().views.makeSignInPanel(signInTexts(), controller);
   return controller;
 }
 

@@ -16,7 +16,7 @@ constexpr double CORNER_INSET = 24.0;
 constexpr double STATUS_SECONDS = 4.0;
 constexpr const char* IDLE_HINT = "Minutes — you set this.";
 
-QuickNoteTexts texts() {
+QuickNoteTexts quickNoteTexts() {
   std::vector<std::string> minutes;
   for (const auto choice : MINUTES) minutes.push_back(std::to_string(choice));
   return {
@@ -74,7 +74,7 @@ std::shared_ptr<QuickWidgetController> QuickWidgetController::create(
     std::weak_ptr<QuickWidgetOwner> owner) {
   const std::shared_ptr<QuickWidgetController> controller(
       new QuickWidgetController(std::move(owner)));
-  controller->panel_ = ports().views.makeQuickNotePanel(texts(), controller);
+  controller->panel_ = ports().views.makeQuickNotePanel(quickNoteTexts(), controller);
   controller->panel_->setHint(IDLE_HINT);
   return controller;
 }

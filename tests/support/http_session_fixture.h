@@ -14,6 +14,11 @@ namespace notewick {
 
 using Result = tl::expected<HttpResponse, TransportError>;
 
+// What the user reads of a failed request.
+inline constexpr const char* LOST = "The connection was lost.";
+inline constexpr const char* INSECURE = "A secure connection could not be made.";
+inline constexpr const char* NOT_UNDERSTOOD = "The server's answer could not be understood.";
+
 /// How an outcome reads in a test: "200 body", "204", or the description of the error.
 inline std::string told(const Result& result) {
   if (!result) return result.error().description;

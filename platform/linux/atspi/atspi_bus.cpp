@@ -14,7 +14,6 @@ const QString LAUNCHER = QStringLiteral("org.a11y.Bus");
 const QString LAUNCHER_PATH = QStringLiteral("/org/a11y/bus");
 const QString STATUS_INTERFACE = QStringLiteral("org.a11y.Status");
 const QString IS_ENABLED = QStringLiteral("IsEnabled");
-const QString PROPERTIES = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString REGISTRY = QStringLiteral("org.a11y.atspi.Registry");
 const QString REGISTRY_PATH = QStringLiteral("/org/a11y/atspi/registry");
 const QString WINDOW_EVENTS = QStringLiteral("org.a11y.atspi.Event.Window");
@@ -28,16 +27,16 @@ QDBusMessage launcherCall(const QString& interface, const char* method, QVariant
   return message;
 }
 
+}  // namespace
+
 bool ranOver(const QDBusMessage& reply) {
   const auto type = QDBusError(reply).type();
   return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
 }
 
-}  // namespace
-
 AtspiBus::AtspiBus() : session_(QDBusConnection::sessionBus()), startLimit_(SAMPLE_LIMIT) {
-  session_.connect(LAUNCHER, LAUNCHER_PATH, PROPERTIES, QStringLiteral("PropertiesChanged"), this,
-                   SLOT(onPropertiesChanged(QString, QVariantMap)));
+  session_.connect(LAUNCHER, LAUNCHER_PATH, DBUS_PROPERTIES, QStringLiteral("PropertiesChanged"),
+                   this, SLOT(onPropertiesChanged(QString, QVariantMap)));
   sessionWatcher_.setConnection(session_);
   sessionWatcher_.addWatchedService(LAUNCHER);
   connect(&sessionWatcher_, &QDBusServiceWatcher::serviceRegistered, this, &AtspiBus::readSetting);
@@ -67,16 +66,17 @@ void AtspiBus::ask(const QDBusMessage& question, Answer answer) {
 }
 
 void AtspiBus::readSetting() {
-  ask(launcherCall(PROPERTIES, "Get", {STATUS_INTERFACE, IS_ENABLED}), [this](const auto& reply) {
-    const auto value = reply.arguments().value(0).template value<QDBusVariant>().variant();
-    if (reply.type() != QDBusMessage::ReplyMessage) return apply(Setting::missing);
-    apply(value.toBool() ? Setting::on : Setting::off);
-  });
+  ask(launcherCall(DBUS_PROPERTIES, "Get", {STATUS_INTERFACE, IS_ENABLED}),
+      [this](const auto& reply) {
+        const auto value = reply.arguments().value(0).template value<QDBusVariant>().variant();
+        if (reply.type() != QDBusMessage::ReplyMessage) return apply(Setting::missing);
+        apply(value.toBool() ? Setting::on : Setting::off);
+      });
 }
 
 void AtspiBus::turnOn() {
   const auto on = QVariant::fromValue(QDBusVariant(true));
-  ask(launcherCall(PROPERTIES, "Set", {STATUS_INTERFACE, IS_ENABLED, on}),
+  ask(launcherCall(DBUS_PROPERTIES, "Set", {STATUS_INTERFACE, IS_ENABLED, on}),
       [this](const auto&) { readSetting(); });
 }
 

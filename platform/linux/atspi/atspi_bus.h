@@ -12,6 +12,12 @@
 
 namespace notewick {
 
+/// The interface through which D-Bus objects tell their properties.
+inline const QString DBUS_PROPERTIES = QStringLiteral("org.freedesktop.DBus.Properties");
+
+/// Whether this stands for an answer that did not come in time.
+[[nodiscard]] bool ranOver(const QDBusMessage& reply);
+
 /// The AT-SPI bus, on which programs describe their windows to assistive programs, and the
 /// desktop's setting that makes programs join it. Main thread.
 class AtspiBus final : public QObject {

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <QDBusArgument>
-#include <QDBusError>
 #include <QDBusMetaType>
 #include <QDBusPendingCall>
 #include <QDBusVariant>
@@ -11,6 +10,8 @@
 #include <algorithm>
 #include <limits>
 #include <utility>
+
+#include "platform/linux/atspi/atspi_bus.h"
 
 namespace notewick {
 
@@ -33,7 +34,6 @@ namespace {
 using std::chrono::milliseconds;
 
 const QString ACCESSIBLE = QStringLiteral("org.a11y.atspi.Accessible");
-const QString PROPERTIES = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString BUS_SERVICE = QStringLiteral("org.freedesktop.DBus");
 
 /// Far more than a program has windows; a bound on what a broken one can cost.
@@ -61,7 +61,8 @@ QDBusMessage stateOf(const AtspiReference& object) {
 }
 
 QDBusMessage nameOf(const AtspiReference& object) {
-  return call(object, PROPERTIES, QStringLiteral("Get")) << ACCESSIBLE << QStringLiteral("Name");
+  return call(object, DBUS_PROPERTIES, QStringLiteral("Get"))
+         << ACCESSIBLE << QStringLiteral("Name");
 }
 
 QDBusMessage processOf(const AtspiReference& object) {
@@ -80,11 +81,6 @@ T valueOf(const QDBusMessage& reply, const char* signature) {
 
 QList<AtspiReference> references(const QDBusMessage& reply) {
   return valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, MAXIMUM_CHILDREN);
-}
-
-bool ranOver(const QDBusMessage& reply) {
-  const auto type = QDBusError(reply).type();
-  return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
 }
 
 /// An empty message where nothing was asked.

@@ -8,7 +8,7 @@
 namespace notewick {
 namespace {
 
-constexpr double RADIUS = 2.0;
+constexpr double FIELD_RADIUS = 2.0;
 
 }  // namespace
 
@@ -46,8 +46,8 @@ void drawFieldOutline(QWidget& field) {
                                        : outlineColour(field.palette()),
                       thickness));
   const double half = thickness / 2;
-  painter.drawRoundedRect(QRectF(field.rect()).adjusted(half, half, -half, -half), points(RADIUS),
-                          points(RADIUS));
+  painter.drawRoundedRect(QRectF(field.rect()).adjusted(half, half, -half, -half),
+                          points(FIELD_RADIUS), points(FIELD_RADIUS));
 }
 
 }  // namespace notewick

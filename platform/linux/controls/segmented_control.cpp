@@ -12,7 +12,7 @@
 namespace notewick {
 namespace {
 
-constexpr double RADIUS = 4.0;
+constexpr double SEGMENTS_RADIUS = 4.0;
 constexpr double HEIGHT = 26.0;
 
 class Segment : public QAbstractButton {
@@ -68,7 +68,7 @@ class Segment : public QAbstractButton {
     if (inset < 1.0 && place_ != Place::last) box.setRight(width() + 0.5);
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
-    const double radius = points(RADIUS);
+    const double radius = points(SEGMENTS_RADIUS);
     path.addRoundedRect(box, radius, radius);
     if (place_ != Place::first) path.addRect(box.adjusted(0, 0, -box.width() / 2, 0));
     if (place_ != Place::last) path.addRect(box.adjusted(box.width() / 2, 0, 0, 0));

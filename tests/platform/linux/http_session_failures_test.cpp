@@ -32,8 +32,8 @@ TEST_P(Cuts, AreALostConnectionAndANoteIsNotSentAgain) {
     connection.write(cut.bytes);
     if (cut.reset) connection.resetOnClose();
   });
-  EXPECT_EQ(outcome(post(server.url(), R"({"note":1})")), "The connection was lost.");
-  EXPECT_EQ(outcome(get(server.url())), "The connection was lost.");
+  EXPECT_EQ(outcome(post(server.url(), R"({"note":1})")), LOST);
+  EXPECT_EQ(outcome(get(server.url())), LOST);
   ASSERT_EQ(log.entries().size(), 2U);
   EXPECT_TRUE(log.entries().back().starts_with("GET")) << "and no second POST before";
 }

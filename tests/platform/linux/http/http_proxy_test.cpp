@@ -17,8 +17,6 @@ using testing::Not;
 
 constexpr const char* established = "HTTP/1.1 200 Connection established\r\n\r\n";
 constexpr const char* refused = "The proxy refused the connection.";
-constexpr const char* lost = "The connection was lost.";
-constexpr const char* insecure = "A secure connection could not be made.";
 
 class HttpProxyTest : public CurlHttpSessionTest {
  protected:
@@ -164,16 +162,15 @@ TEST_F(HttpProxyTest, AProxyThatWantsAPasswordIsNotAskedTwice) {
 }
 
 TEST_F(HttpProxyTest, WhatIsNoProxysAnswerIsAnError) {
-  const char* notUnderstood = "The server's answer could not be understood.";
-  EXPECT_EQ(behind("<html>Welcome to our network</html>\r\n"), notUnderstood);
-  EXPECT_EQ(behind("HTTP/1.1 101 Switching Protocols\r\n\r\n"), notUnderstood);
-  EXPECT_EQ(behind(answer("200 OK", "<html>Welcome</html>")), insecure);
-  EXPECT_EQ(behind(""), lost);
-  EXPECT_EQ(behind("HTTP/1.1 200 Conn"), lost);
+  EXPECT_EQ(behind("<html>Welcome to our network</html>\r\n"), NOT_UNDERSTOOD);
+  EXPECT_EQ(behind("HTTP/1.1 101 Switching Protocols\r\n\r\n"), NOT_UNDERSTOOD);
+  EXPECT_EQ(behind(answer("200 OK", "<html>Welcome</html>")), INSECURE);
+  EXPECT_EQ(behind(""), LOST);
+  EXPECT_EQ(behind("HTTP/1.1 200 Conn"), LOST);
 }
 
 TEST_F(HttpProxyTest, AProxyThatCutsTheTunnelIsALostConnection) {
-  EXPECT_THAT(behind(established), testing::AnyOf(lost, insecure));
+  EXPECT_THAT(behind(established), testing::AnyOf(LOST, INSECURE));
 }
 
 TEST_F(HttpProxyTest, AProxyThatHangsIsGivenUp) {

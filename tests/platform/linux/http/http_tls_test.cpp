@@ -9,7 +9,6 @@
 namespace notewick {
 namespace {
 
-constexpr const char* insecure = "A secure connection could not be made.";
 constexpr const char* names = "DNS:localhost,IP:127.0.0.1";
 
 class HttpTlsTest : public CurlHttpSessionTest {
@@ -39,7 +38,7 @@ TEST_F(HttpTlsTest, TheAuthorityThatTheUserNamesIsTrusted) {
 
 TEST_F(HttpTlsTest, AnUnknownAuthorityIsRefused) {
   const TlsServer server(authority_.issue(names));
-  EXPECT_EQ(answerAt(server.url()), insecure);
+  EXPECT_EQ(answerAt(server.url()), INSECURE);
   EXPECT_EQ(server.answered(), 0);
 }
 
@@ -49,23 +48,23 @@ TEST_F(HttpTlsTest, AnotherAuthorityIsRefused) {
   const TlsServer server(other.issue(names));
   const TlsServer pretender(sameName.issue(names));
   userTrusts(file_);
-  EXPECT_EQ(answerAt(server.url()), insecure);
-  EXPECT_EQ(answerAt(pretender.url()), insecure);
+  EXPECT_EQ(answerAt(server.url()), INSECURE);
+  EXPECT_EQ(answerAt(pretender.url()), INSECURE);
 }
 
 TEST_F(HttpTlsTest, ACertificateForAnotherHostIsRefused) {
   const TlsServer server(authority_.issue("DNS:velk.example,IP:127.0.0.2"));
   userTrusts(file_);
-  EXPECT_EQ(answerAt(server.url()), insecure);
-  EXPECT_EQ(answerAt(server.url("localhost")), insecure);
+  EXPECT_EQ(answerAt(server.url()), INSECURE);
+  EXPECT_EQ(answerAt(server.url("localhost")), INSECURE);
 }
 
 TEST_F(HttpTlsTest, ACertificateOutOfItsTimeIsRefused) {
   const TlsServer expired(authority_.issue(names, {-3, -1}));
   const TlsServer early(authority_.issue(names, {1, 3}));
   userTrusts(file_);
-  EXPECT_EQ(answerAt(expired.url()), insecure);
-  EXPECT_EQ(answerAt(early.url()), insecure);
+  EXPECT_EQ(answerAt(expired.url()), INSECURE);
+  EXPECT_EQ(answerAt(early.url()), INSECURE);
 }
 
 TEST_F(HttpTlsTest, OldVersionsAreRefusedAtOnce) {
@@ -76,7 +75,7 @@ TEST_F(HttpTlsTest, OldVersionsAreRefusedAtOnce) {
       SSL_CTX_set_min_proto_version(&context, version);
       SSL_CTX_set_max_proto_version(&context, version);
     });
-    EXPECT_EQ(answerAt(server.url()), insecure) << version;
+    EXPECT_EQ(answerAt(server.url()), INSECURE) << version;
   }
 }
 
@@ -93,7 +92,7 @@ TEST_F(HttpTlsTest, AServerWithoutTlsIsRefused) {
     connection.write("HTTP/1.1 400 Bad Request\r\n\r\n");
     connection.waitForClose();
   });
-  EXPECT_EQ(answerAt("https" + server.url().substr(4)), insecure);
+  EXPECT_EQ(answerAt("https" + server.url().substr(4)), INSECURE);
 }
 
 TEST_F(HttpTlsTest, AFileWithoutCertificatesTrustsNobodyMore) {
@@ -101,9 +100,9 @@ TEST_F(HttpTlsTest, AFileWithoutCertificatesTrustsNobodyMore) {
   const std::string file = LinuxSession::current().home() + "/no-certificates";
   std::ofstream(file) << "hello";
   userTrusts(file);
-  EXPECT_EQ(answerAt(server.url()), insecure);
+  EXPECT_EQ(answerAt(server.url()), INSECURE);
   userTrusts(file + ".missing");
-  EXPECT_EQ(answerAt(server.url()), insecure);
+  EXPECT_EQ(answerAt(server.url()), INSECURE);
 }
 
 }  // namespace

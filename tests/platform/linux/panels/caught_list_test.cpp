@@ -7,7 +7,7 @@
 namespace notewick {
 namespace {
 
-const std::string LONG_NAME = "Maximiliane Featherstonehaugh-Cholmondeley · ~12m · 2024-05-02";
+const std::string LONG_ROW = "Maximiliane Featherstonehaugh-Cholmondeley · ~12m · 2024-05-02";
 
 CaughtRow row(const std::string& name) {
   return {name, "Log " + name, "Skip " + name};
@@ -46,12 +46,12 @@ TEST_F(CaughtListTest, TellsWhichRowWasPressed) {
 }
 
 TEST_F(CaughtListTest, CutsALongTextAndShowsItWholeAsToolTip) {
-  set({row(LONG_NAME)});
-  QLabel& label = control<QLabel>(list_, LONG_NAME);
+  set({row(LONG_ROW)});
+  QLabel& label = control<QLabel>(list_, LONG_ROW);
   EXPECT_TRUE(label.text().endsWith(QStringLiteral("…")));
   activate(list_);
-  EXPECT_LE(label.geometry().right(), button("Log " + LONG_NAME).x());
-  EXPECT_EQ(button("Skip " + LONG_NAME).geometry().right(), list_.rect().right());
+  EXPECT_LE(label.geometry().right(), button("Log " + LONG_ROW).x());
+  EXPECT_EQ(button("Skip " + LONG_ROW).geometry().right(), list_.rect().right());
   EXPECT_TRUE(label.toolTip().contains(QStringLiteral("Cholmondeley")));
 }
 
