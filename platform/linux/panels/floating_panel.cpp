@@ -110,16 +110,19 @@ std::optional<QPoint> PanelWindow::wantedPlace() const {
 void PanelWindow::applyPlacement() {
   const auto place = wantedPlace();
   if (!place) return;
-  if (isVisible() && pos() != *place) witness_.asked(*place);
-  move(*place);
+  if (!isVisible()) return move(*place);
+  if (frame().topLeft() == *place) return;
+  witness_.asked(*place);
+  windowHandle()->setFramePosition(*place);  // also right while QWidget knows an old frame only
 }
 
 void PanelWindow::windowMoved() {
   const QRect moved = windowHandle()->frameGeometry();
   const Mover mover = witness_.reported(moved.topLeft());
   if (mover == Mover::user) return userPlaced(moved);
-  // The window manager has put its frame around the window, whose size is known only now.
-  if (mover == Mover::windowManager && witness_.isDrawn()) applyPlacement();
+  // The window manager has put a frame around the window, whose size is known only now.
+  const bool isFramed = std::exchange(frameIsNew_, false) || mover == Mover::windowManager;
+  if (isFramed && witness_.isDrawn()) applyPlacement();
 }
 
 void PanelWindow::userPlaced(const QRect& frame) {
@@ -172,6 +175,14 @@ void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
   windowHandle()->startSystemMove();
 }
 
+bool PanelWindow::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
+  if (tellsOfFrame(type, message)) {
+    frameIsNew_ = true;
+    if (witness_.isDrawn()) QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
+  }
+  return QWidget::nativeEvent(type, message, result);
+}
+
 void PanelWindow::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
   if (witness_.isDrawn()) return;
@@ -183,7 +194,7 @@ void PanelWindow::paintEvent(QPaintEvent* event) {
 void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   keyboardReturns_.stop();
-  witness_.mapped();
+  witness_.mapped(pos());
   setFloatingHints(*windowHandle());
   if (declinesKeyboard_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {  // when the window is mapped

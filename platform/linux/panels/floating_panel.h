@@ -28,8 +28,9 @@ namespace notewick {
 /// Its coming up: a window manager reads a window's hints at certain moments only. So the hints are
 /// set before the window is mapped, and requested once more in the next turn, when it is
 /// (`showEvent`). The size of its frame, and with it the place, is known when it is first drawn
-/// (`paintEvent`). Shortly after that a Wayland compositor gives the keyboard to a new window; a
-/// window that is shown without the keyboard declines it until then.
+/// (`paintEvent`); with a slow window manager later (`nativeEvent`). Shortly after that a Wayland
+/// compositor gives the keyboard to a new window; a window that is shown without the keyboard
+/// declines it until then.
 class PanelWindow : public QWidget {
  public:
   /// Gives the top left corner of a frame of this size.
@@ -71,6 +72,7 @@ class PanelWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
   void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -92,6 +94,7 @@ class PanelWindow : public QWidget {
   Placement programPlacement_;  ///< counts while the program is the placer
   QRect userFrame_;             ///< counts while the user is
   MoveWitness witness_;
+  bool frameIsNew_ = false;        ///< since the last report of a move
   std::optional<QPoint> grip_;     ///< where the user has pressed the background
   bool declinesKeyboard_ = false;  ///< the window manager has been told to give it none
   QTimer keyboardReturns_;  ///< runs from the first drawing to the end of `declinesKeyboard_`

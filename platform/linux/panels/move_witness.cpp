@@ -5,10 +5,10 @@
 
 namespace notewick {
 
-void MoveWitness::mapped() {
+void MoveWitness::mapped(QPoint place) {
   isDrawn_ = false;
   isPlaced_ = isPlaced_ && placing_ == Placing::once;
-  asked_.clear();
+  asked_ = {place};
   owed_ = 0;
 }
 

@@ -23,7 +23,7 @@ enum class Placing {
 ///
 /// - The first report of a window that is mapped tells where the window manager has placed it. It
 ///   may come before or after the window is first drawn. Before that the user cannot take hold of
-///   the window.
+///   the window. A report of the place that the window wanted may follow, as its frame is put on.
 /// - Each request for a place is answered by a report (ICCCM 4.1.5): of that place, or of one that
 ///   the window manager prefers. Requests and the user's input reach it in one queue, so that what
 ///   the user does after a request is reported after its answer. Of several answers that wait,
@@ -39,8 +39,8 @@ class MoveWitness {
  public:
   explicit MoveWitness(Placing placing) : placing_(placing) {}
 
-  /// The window is about to be mapped.
-  void mapped();
+  /// The window is about to be mapped, and wants to stand there.
+  void mapped(QPoint place);
 
   /// The window has been drawn for the first time since it was mapped.
   void drawn() { isDrawn_ = true; }

@@ -17,6 +17,7 @@ constexpr std::uint32_t ALL_DESKTOPS = 0xFFFFFFFF;
 constexpr std::uint32_t ADD_STATE = 1;
 constexpr std::uint32_t FROM_APPLICATION = 1;
 constexpr std::uint32_t FROM_PAGER = 2;
+constexpr std::uint8_t SENT_BY_A_CLIENT = 0x80;
 
 std::array<xcb_atom_t, 4> floatingStates(xcb_connection_t* to) {
   return {x11Atom(*to, "_NET_WM_STATE_ABOVE"), x11Atom(*to, "_NET_WM_STATE_STICKY"),
@@ -113,6 +114,14 @@ void requestActivation(const QWindow& window) {
   xcb_connection_t* const to = x11Display();
   if (to == nullptr) return;
   tellRoot(to, window, "_NET_ACTIVE_WINDOW", {FROM_PAGER, XCB_CURRENT_TIME, 0, 0, 0});
+}
+
+bool tellsOfFrame(const QByteArray& eventType, const void* event) {
+  if (eventType != "xcb_generic_event_t") return false;
+  const auto& any = *static_cast<const xcb_generic_event_t*>(event);
+  if ((any.response_type & ~SENT_BY_A_CLIENT) != XCB_PROPERTY_NOTIFY) return false;
+  static const xcb_atom_t FRAME = x11Atom(*x11Display(), "_NET_FRAME_EXTENTS");
+  return static_cast<const xcb_property_notify_event_t*>(event)->atom == FRAME;
 }
 
 }  // namespace notewick

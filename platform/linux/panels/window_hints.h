@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+
 class QWindow;
 
 namespace notewick {
@@ -28,5 +30,10 @@ void setTakesKeyboard(const QWindow& window, bool takes);
 /// Asks that the window gets the keyboard. Speaks as a pager does, because the user's click went to
 /// the tray, and window managers refuse applications whose own windows saw no recent input.
 void requestActivation(const QWindow& window);
+
+/// Whether a native event of a window, as Qt hands it over, says that the window manager has given
+/// the window another frame (_NET_FRAME_EXTENTS). Qt reads the new frame from then on, but tells
+/// nobody.
+[[nodiscard]] bool tellsOfFrame(const QByteArray& eventType, const void* event);
 
 }  // namespace notewick

@@ -5,6 +5,7 @@
 namespace notewick {
 namespace {
 
+constexpr QPoint WANTED(800, 450);
 constexpr QPoint CORNER(900, 500);
 constexpr QPoint ABOVE(900, 400);  ///< where the window stands in its corner when it is taller
 constexpr QPoint HERE(200, 100);
@@ -14,7 +15,7 @@ constexpr QPoint THERE(300, 150);
 class MoveWitnessTest : public testing::Test {
  protected:
   MoveWitnessTest() {
-    witness_.mapped();
+    witness_.mapped(WANTED);
     EXPECT_EQ(witness_.reported(HERE), Mover::windowManager);
     witness_.drawn();
   }
@@ -27,15 +28,20 @@ TEST_F(MoveWitnessTest, AMoveRightAfterTheWindowAppearedIsTheUsers) {
 }
 
 TEST_F(MoveWitnessTest, NothingBeforeTheWindowIsDrawnIsTheUsers) {
-  witness_.mapped();
+  witness_.mapped(WANTED);
   EXPECT_EQ(witness_.reported(HERE), Mover::windowManager);
   EXPECT_EQ(witness_.reported(THERE), Mover::windowManager);
 }
 
 TEST_F(MoveWitnessTest, AWindowThatIsMappedAgainComesBackWithoutAReport) {
   witness_.asked(CORNER);
-  witness_.mapped();
+  witness_.mapped(WANTED);
   witness_.drawn();
+  EXPECT_EQ(witness_.reported(THERE), Mover::user);
+}
+
+TEST_F(MoveWitnessTest, TheFrameMayBePutOnAfterTheWindowIsDrawn) {
+  EXPECT_EQ(witness_.reported(WANTED), Mover::program);
   EXPECT_EQ(witness_.reported(THERE), Mover::user);
 }
 
@@ -88,7 +94,7 @@ TEST_F(MoveWitnessTest, AWindowThatTheUserHoldsIsMovedByTheUser) {
 
 TEST(AWindowThatIsDrawnFirst, IsPlacedByTheWindowManagerAllTheSame) {
   MoveWitness witness(Placing::once);
-  witness.mapped();
+  witness.mapped(WANTED);
   witness.drawn();
   EXPECT_EQ(witness.reported(HERE), Mover::windowManager);
   EXPECT_EQ(witness.reported(THERE), Mover::user);
@@ -96,7 +102,7 @@ TEST(AWindowThatIsDrawnFirst, IsPlacedByTheWindowManagerAllTheSame) {
 
 TEST(AWindowThatIsDrawnFirst, MayBeGrabbedBeforeItsPlaceIsReported) {
   MoveWitness witness(Placing::once);
-  witness.mapped();
+  witness.mapped(WANTED);
   witness.drawn();
   witness.grabbed();
   EXPECT_EQ(witness.reported(THERE), Mover::user);
@@ -105,7 +111,7 @@ TEST(AWindowThatIsDrawnFirst, MayBeGrabbedBeforeItsPlaceIsReported) {
 TEST(AWindowOfXWayland, IsPlacedEachTimeItIsMapped) {
   MoveWitness witness(Placing::always);
   for (int mapping = 0; mapping < 2; ++mapping) {
-    witness.mapped();
+    witness.mapped(WANTED);
     witness.drawn();
     EXPECT_EQ(witness.reported(HERE), Mover::windowManager);
     EXPECT_EQ(witness.reported(THERE), Mover::user);

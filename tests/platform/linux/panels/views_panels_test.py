@@ -10,7 +10,6 @@ from desk import screen, wait_until
 from shown_views import QUICK_NOTE, ShownViews
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1280, 800
-TITLE_BAR = 24
 START_OF_A_DRAG = 16  # pixels that the mouse moves before a window follows
 STATES = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 
@@ -143,9 +142,7 @@ class TheQuickNotePanel(unittest.TestCase):
             views = self.show("--quick")
             views.do("status waits for the window manager")
         window = views.window()
-        # Qt may learn of the title bar after the last placing; then the panel stands higher by as much.
-        wait_until(lambda: 1018 <= frame_of(window)[2] <= 1020, what="the right side")
-        wait_until(lambda: 658 - TITLE_BAR <= frame_of(window)[3] <= 658, what="the bottom")
+        self.wait_for_corner(window, 1020, 658)
 
     def test_is_pulled_back_onto_the_screen(self):
         views = self.show("--quick")
