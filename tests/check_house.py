@@ -295,16 +295,18 @@ def missing_tests(root):
 
 
 def tests_without_build(root):
-    """Every test stands in a description of the build."""
-    builds = [
-        path
-        for path in (root / "tests").rglob("*")
-        if path.name == "CMakeLists.txt" or path.suffix == ".cmake"
-    ]
-    named = set(re.findall(r"\w+", "\n".join(path.read_text(encoding="utf-8") for path in builds)))
+    """Every test stands in the description of the build of its folder, or in one above."""
+    descriptions = [path for path in (root / "tests").rglob("*") if path.suffix == ".cmake"]
+    descriptions += (root / "tests").rglob("CMakeLists.txt")
+    texts = [(path.parent, path.read_text(encoding="utf-8")) for path in descriptions]
     for path, _ in sources(root, ["tests"], {".cpp", ".mm", ".py"}):
-        name = pathlib.Path(path).stem
-        if re.match(r"test_|.*_test$", name) and name not in named:
+        file = root / path
+        if not re.match(r"test_|.*_test$", file.stem):
+            continue
+        above = [(folder, text) for folder, text in texts if file.is_relative_to(folder)]
+        if not any(
+            re.search(rf"\b{file.relative_to(folder).with_suffix('')}\b", text) for folder, text in above
+        ):
             yield f"{path}: stands in no description of the build"
 
 
