@@ -104,7 +104,7 @@ bool ForeignToplevels::start(const Deadline& deadline) {
 }
 
 bool ForeignToplevels::update() {
-  if (!isFinished_ && !connection_->dispatch(std::chrono::milliseconds::zero())) {
+  if (!isFinished_ && !connection_->dispatch(Deadline(SAMPLE_LIMIT))) {
     isFinished_ = true;
   }
   if (isFinished_) notifier_.setEnabled(false);

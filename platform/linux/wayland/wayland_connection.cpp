@@ -19,9 +19,8 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open() {
 
 WaylandConnection::WaylandConnection(Display display) : display_(std::move(display)) {}
 
-bool WaylandConnection::dispatch(std::chrono::milliseconds longestWait) {
-  const Deadline deadline(longestWait + SAMPLE_LIMIT);
-  auto reading = readOnce(longestWait);
+bool WaylandConnection::dispatch(const Deadline& deadline) {
+  auto reading = Reading::something;
   while (reading == Reading::something && !deadline.isOver()) {
     reading = readOnce(std::chrono::milliseconds::zero());
   }
@@ -51,7 +50,7 @@ bool WaylandConnection::roundTrip(const Deadline& deadline) {
                                                                       wl_callback_destroy);
   wl_callback_add_listener(callback.get(), &LISTENER, &isDone);
   while (!isDone && !deadline.isOver()) {
-    if (!dispatch(deadline.remaining())) return false;
+    if (readOnce(deadline.remaining()) == Reading::broken) return false;
   }
   return isDone;
 }

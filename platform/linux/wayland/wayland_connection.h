@@ -17,9 +17,8 @@ class WaylandConnection {
   /// there.
   [[nodiscard]] static std::unique_ptr<WaylandConnection> open();
 
-  /// Waits until some events arrive and handles all that have. False when the connection is broken,
-  /// which it stays.
-  [[nodiscard]] bool dispatch(std::chrono::milliseconds longestWait);
+  /// Handles the events that have arrived. False when the connection is broken, which it stays.
+  [[nodiscard]] bool dispatch(const Deadline& deadline);
 
   /// Waits until the compositor has answered everything asked so far; false when it did not in
   /// time.
