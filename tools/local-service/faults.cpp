@@ -26,8 +26,10 @@ Fault faultOf(const json& form) {
       throw Refusal(400, "\"" + field + "\" cannot be " + value.dump());
     }
   }
-  if (fault.times == 0) throw Refusal(400, "\"times\" cannot be 0");
-  return fault;
+  const bool isStatus = fault.status == 0 || (fault.status >= 100 && fault.status <= 999);
+  const bool isPart = fault.rate >= 0 && fault.rate <= 1;
+  if (isStatus && isPart && fault.delay >= 0 && fault.times > 0) return fault;
+  throw Refusal(400, form.dump() + " has a value out of its range");
 }
 
 void answerAs(const Fault& fault, httplib::Response& response) {
@@ -54,9 +56,8 @@ void cutOff(httplib::Response& response, std::size_t sent) {
 
 void Faults::add(const json& form) {
   std::vector<Fault> added;
-  for (const auto& fault : form.is_array() ? form : json::array({form})) {
-    added.push_back(faultOf(fault));
-  }
+  const auto forms = form.is_array() ? form : json::array({form});
+  std::ranges::transform(forms, std::back_inserter(added), faultOf);
   const std::lock_guard lock(mutex_);
   std::ranges::move(added, std::back_inserter(faults_));
 }

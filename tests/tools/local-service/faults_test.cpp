@@ -37,7 +37,8 @@ class FaultsTest : public testing::Test {
 TEST_F(FaultsTest, RefuseUnknownFieldsAndWrongValuesAndThenAddNone) {
   for (const auto& form : json::parse(R"([
          7, {"paths": "/"}, {"path": 1}, {"times": 0}, {"times": -1}, {"times": "1"}, {"times": 1.5},
-         {"rate": "often"}, {"status": null}, {"cut": "late"}, {"headers": "x"},
+         {"rate": "often"}, {"rate": -0.1}, {"rate": 1.1}, {"delay": -1}, {"status": null}, {"status": 99},
+         {"status": 1000}, {"cut": "late"}, {"headers": "x"},
          {"headers": {"a": 1}}])")) {
     EXPECT_ANY_THROW(faults.add({{{"status", 503}}, form})) << form;
   }
