@@ -3,6 +3,7 @@
 debian_package_test.py CPACK_CONFIGURATION
 """
 
+import gzip
 import subprocess
 import sys
 import tempfile
@@ -11,10 +12,18 @@ from pathlib import Path
 
 CONFIGURATION = sys.argv.pop(1)
 NAME = "tools.velk.notewick"
+PROGRAMS = ["notewick"]
+ICONS = "usr/share/icons/hicolor"
+SIZES = [16, 22, 24, 32, 48, 64, 128, 256, 512]
+DOCUMENTS = "usr/share/doc/notewick"
 
 
 def output_of(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True, timeout=60).stdout
+    """What it says on both streams; fails when it does."""
+    ended = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=60)
+    if ended.returncode != 0:
+        raise AssertionError(f"{command[0]} fails: {ended.stdout}")
+    return ended.stdout
 
 
 class DebianPackage(unittest.TestCase):
@@ -30,21 +39,64 @@ class DebianPackage(unittest.TestCase):
     def field(self, name):
         return output_of("dpkg-deb", "--field", self.package, name)
 
-    def test_holds_the_program_its_desktop_entry_and_its_icon_and_nothing_else(self):
+    def unpacked(self, path):
+        return gzip.decompress((self.root / path).read_bytes()).decode("utf-8")
+
+    def test_holds_what_a_desktop_asks_for_and_nothing_else(self):
         files = {str(path.relative_to(self.root)) for path in self.root.rglob("*") if path.is_file()}
         self.assertEqual(
             files,
-            {
-                "usr/bin/notewick",
+            {f"usr/bin/{program}" for program in PROGRAMS}
+            | {f"usr/share/man/man1/{program}.1.gz" for program in PROGRAMS}
+            | {f"{ICONS}/{size}x{size}/apps/{NAME}.png" for size in SIZES}
+            | {
+                f"{ICONS}/scalable/apps/{NAME}.svg",
+                f"{ICONS}/symbolic/apps/{NAME}-symbolic.svg",
                 f"usr/share/applications/{NAME}.desktop",
-                f"usr/share/icons/hicolor/scalable/apps/{NAME}.svg",
+                f"usr/share/metainfo/{NAME}.metainfo.xml",
+                f"{DOCUMENTS}/changelog.gz",
+                f"{DOCUMENTS}/copyright",
             },
         )
+
+    def test_debians_own_checker_finds_nothing_to_warn_of(self):
+        self.assertNotIn("notewick:", output_of("lintian", "--fail-on", "error,warning", self.package))
 
     def test_its_desktop_entry_is_valid_and_starts_the_program(self):
         entry = self.root / f"usr/share/applications/{NAME}.desktop"
         self.assertEqual(output_of("desktop-file-validate", entry), "")
         self.assertIn("\nExec=notewick\n", entry.read_text(encoding="utf-8"))
+
+    def test_software_centres_can_read_what_it_says_of_itself(self):
+        about = self.root / f"usr/share/metainfo/{NAME}.metainfo.xml"
+        self.assertIn("successful", output_of("appstreamcli", "validate", "--no-net", about))
+        self.assertIn(
+            f'<release version="{self.field("Version").strip()}"', about.read_text(encoding="utf-8")
+        )
+
+    def test_its_changelog_begins_with_its_version(self):
+        self.assertTrue(
+            self.unpacked(f"{DOCUMENTS}/changelog.gz").startswith(
+                f"notewick ({self.field('Version').strip()}) "
+            )
+        )
+
+    def test_its_manual_pages_can_be_shown_without_a_warning(self):
+        for program in PROGRAMS:
+            page = self.root / f"usr/share/man/man1/{program}.1.gz"
+            shown = output_of("man", "--warnings", "--encoding=ascii", "--local-file", page)
+            self.assertIn("SYNOPSIS", shown)
+            self.assertNotIn("warning", shown)
+
+    def test_its_icons_have_the_sizes_of_their_folders(self):
+        for size in SIZES:
+            header = (self.root / f"{ICONS}/{size}x{size}/apps/{NAME}.png").read_bytes()[16:24]
+            self.assertEqual(header, size.to_bytes(4, "big") * 2)
+
+    def test_carries_the_notices_of_what_is_compiled_into_it(self):
+        notices = (self.root / f"{DOCUMENTS}/copyright").read_text(encoding="utf-8")
+        for holder in ("The Notewick authors", "Niels Lohmann", "Simon Brand", "Ilia Bozhinov"):
+            self.assertIn(holder, notices)
 
     def test_asks_for_the_libraries_it_uses(self):
         needed = self.field("Depends")
