@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -133,6 +134,15 @@ class InstallTest(ScriptTest):
 
     def test_a_purpose_that_has_no_packages_is_refused(self):
         self.assert_refuses("There are no packages for: tset", "tset")
+
+
+class WorkflowTest(unittest.TestCase):
+    def test_every_script_that_a_workflow_runs_is_there(self):
+        workflows = list(TESTS.parent.glob(".github/workflows/*.yml"))
+        text = "\n".join(path.read_text(encoding="utf-8") for path in workflows)
+        scripts = set(re.findall(r"(?<![\w/-])(?:packaging|tests|tools)/[\w/-]+(?![\w.])", text))
+        self.assertIn("tools/package", scripts)
+        self.assertEqual({each for each in scripts if not os.access(TESTS.parent / each, os.X_OK)}, set())
 
 
 if __name__ == "__main__":

@@ -6,6 +6,7 @@ bundle_test.py PROJECT
 import json
 import pathlib
 import plistlib
+import re
 import struct
 import sys
 import unittest
@@ -45,6 +46,16 @@ class InfoTest(unittest.TestCase):
     def test_says_why_it_asks(self):
         for key in ("NSAccessibility", "NSAppleEvents", "NSLocalNetwork"):
             self.assertTrue(self.info[key + "UsageDescription"])
+
+
+class NoticesTest(unittest.TestCase):
+    def test_name_every_library_that_is_compiled_in(self):
+        notices = (PACKAGING / "Notices.txt").read_text(encoding="utf-8")
+        declared = (PROJECT / "cmake/macos-dependencies.cmake").read_text(encoding="utf-8")
+        libraries = re.findall(r"https://(github.com/[^/]+/\w+)", declared.partition("if(BUILD_TESTING)")[0])
+        self.assertEqual(len(libraries), 3)
+        for library in libraries:
+            self.assertIn(f"({library})", notices)
 
 
 class EntitlementsTest(unittest.TestCase):
