@@ -23,7 +23,7 @@ from desk.transcript import Transcript
 PERSON, OTHER = "Lena O'Keefe", "Amara Osei"
 NOTE = "Went through next week's support hours; she prefers Tuesdays."
 MINUTES = 30
-ENOUGH = 5  # samples of a piece of work that is worth a note
+SAMPLES = {PERSON: 25, OTHER: 45}  # of each piece of work: about six and eleven minutes
 
 MAIL = f"""\
 From:    {PERSON}
@@ -46,8 +46,10 @@ Plan review, second quarter
 
 # An xterm that shows a text under a title.
 SHOW_IN_TERMINAL = 'printf "\\033]2;%s\\007\\033[?25l\\n%s" "$0" "$1"; exec sleep infinity'
+SCALE = int(os.environ.get("GDK_SCALE", 1))
 TERMINAL_LOOK = [
-    *("-fa", "DejaVu Sans Mono", "-fs", "11", "-b", "12", "-geometry", "60x14+40+60"),
+    *("-fa", "DejaVu Sans Mono", "-fs", "11", "-b", f"{12 * SCALE}"),
+    *("-geometry", f"60x14+{40 * SCALE}+{60 * SCALE}"),
     *("-bg", "#fdfdfb", "-fg", "#23272b"),
 ]
 
@@ -129,7 +131,7 @@ class Day:
         self.bring_to_front(program, told)
         seen = f'matches=["{name}"]'
         desk.wait_until(
-            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= ENOUGH,
+            lambda: sum(line.endswith(seen) for line in self.home.watch_log()) >= SAMPLES[name],
             what=f"sightings of {name}",
         )
         self.say("It is put away.")

@@ -156,6 +156,12 @@ class XSession(CommonBehaviour, unittest.TestCase):
         self.assertEqual(run.errors.count("ServiceUnknown"), 1, run.errors)
         self.assertIn("org.freedesktop.secrets was not provided", run.errors)
 
+    def test_a_finer_screen_is_one_for_every_program(self):
+        options = ("--scale", "2", "--notify", "none", "--keyring", "none", "--tray", "none")
+        run = Run(self.program, *options, script="xrdb -query; echo GTK $GDK_SCALE").finish()
+        self.assertIn("Xft.dpi:\t192\n", run.output)
+        self.assertIn("GTK 2\n", run.output)
+
 
 class SwaySession(CommonBehaviour, unittest.TestCase):
     program = "sway-session"
