@@ -7,6 +7,7 @@
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QList>
+#include <QRegularExpression>
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -79,8 +80,19 @@ T valueOf(const QDBusMessage& reply, const char* signature) {
   return fits ? qdbus_cast<T>(reply.arguments().value(0)) : T();
 }
 
+/// Whether the bus can have given a connection this name. libdbus ends a process that addresses a
+/// call to what is no bus name at all, and Qt lets some such texts pass.
+bool isConnection(const QString& name) {
+  static const QRegularExpression form(QStringLiteral(R"(\A:[\w-]+(\.[\w-]+)+\z)"));
+  constexpr qsizetype LONGEST_NAME = 255;
+  return name.size() <= LONGEST_NAME && form.match(name).hasMatch();
+}
+
+/// Programs write the names in their answers as they like.
 QList<AtspiReference> references(const QDBusMessage& reply) {
-  return valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, MAXIMUM_CHILDREN);
+  auto found = valueOf<QList<AtspiReference>>(reply, "a(so)").mid(0, MAXIMUM_CHILDREN);
+  found.removeIf([](const auto& reference) { return !isConnection(reference.application); });
+  return found;
 }
 
 /// An empty message where nothing was asked.

@@ -31,6 +31,8 @@ class AtspiReader final : public QObject {
   // Each round of questions but the last takes half of the time that is left, so that programs that
   // do not answer leave some for those that do.
 
+  // What stands for an object in an answer but names no connection to the bus is left out.
+
   /// The programs that have joined the bus, without this one, which cannot answer itself while it
   /// waits; empty when that cannot be read.
   [[nodiscard]] std::vector<AtspiReference> applications(const QDBusConnection& bus,

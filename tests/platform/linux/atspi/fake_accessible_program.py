@@ -23,11 +23,13 @@ ACTIVE = 1 << 1
 
 
 class Node(dbus.service.Object):
-    def __init__(self, bus, path, name, children=()):
+    def __init__(self, bus, path, name, children=(), strangers=()):
         super().__init__(bus, path)
         self.name = name
         self.state = 0
-        self._children = [(bus.get_unique_name(), dbus.ObjectPath(child)) for child in children]
+        programs = [*strangers, *[bus.get_unique_name()] * len(children)]
+        places = [*["/"] * len(strangers), *children]
+        self._children = [(name, dbus.ObjectPath(place)) for name, place in zip(programs, places)]
 
     @dbus.service.method(ACCESSIBLE, out_signature="a(so)")
     def GetChildren(self):
@@ -61,6 +63,7 @@ def options():
     parser.add_argument("--active", type=int, default=0, help="index of the active window")
     parser.add_argument("--unreadable", type=int, help="index of a window whose title cannot be read")
     parser.add_argument("--later", default="")
+    parser.add_argument("--strangers", nargs="*", default=[], help="bus names of windows that are not there")
     return parser.parse_args()
 
 
@@ -68,7 +71,7 @@ def main(chosen):
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     bus = join_bus()
     paths = [WINDOW + str(index) for index in range(len(chosen.titles))]
-    root = Node(bus, ROOT, chosen.name, children=paths)
+    root = Node(bus, ROOT, chosen.name, paths, chosen.strangers)
     windows = [Node(bus, path, title) for path, title in zip(paths, chosen.titles)]
     if chosen.unreadable is not None:
         windows[chosen.unreadable].name = None

@@ -79,6 +79,10 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         program.signal(signal.SIGCONT)
         self.reader.wait_for_focus("after")
 
+    def test_windows_of_programs_that_cannot_be_are_left_out(self):
+        desk.start(FAKE_PROGRAM, "Tobias Hargreave", "--strangers", "", "nobody", ":", ":1.", "a b.c")
+        self.assertEqual(self.reader.wait_for_focus("Tobias Hargreave").windows, ["Tobias Hargreave"])
+
     def test_a_program_without_a_name_has_none(self):
         desk.start(FAKE_PROGRAM, "Tobias Hargreave", "--name", "")
         self.assertIsNone(self.reader.wait_for_focus("Tobias Hargreave").app)
