@@ -15,6 +15,15 @@ using namespace secret_service;
 
 constexpr std::chrono::seconds PAUSE{1};
 
+/// What qdbus_cast reads, where the value has that type on the bus; of another type it would read a
+/// list without end.
+template <class T>
+T valueOf(const QVariant& value) {
+  const auto signature = QDBusMetaType::typeToSignature(QMetaType::fromType<T>());
+  const bool fits = value.value<QDBusArgument>().currentSignature() == QLatin1String(signature);
+  return fits ? qdbus_cast<T>(value) : T();
+}
+
 }  // namespace
 
 QVariant secret_service::attributesOf(const SecretKey& key) {
@@ -50,6 +59,15 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, SecretOnBus& secr
   argument >> secret.session >> secret.parameters >> secret.value >> secret.contentType;
   argument.endStructure();
   return argument;
+}
+
+SecretItems itemsIn(const QVariantList& answer) {
+  using Paths = QList<QDBusObjectPath>;
+  return {valueOf<Paths>(answer.value(0)), valueOf<Paths>(answer.value(1))};
+}
+
+SecretOnBus secretIn(const QVariantList& answer) {
+  return valueOf<SecretOnBus>(answer.value(0));
 }
 
 void registerSecretTypes() {

@@ -4,8 +4,10 @@
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusObjectPath>
+#include <QList>
 #include <QMap>
 #include <QString>
+#include <QVariantList>
 #include <functional>
 #include <tl/expected.hpp>
 
@@ -52,6 +54,20 @@ using SecretAttributes = QMap<QString, QString>;
 
 QDBusArgument& operator<<(QDBusArgument& argument, const SecretOnBus& secret);
 const QDBusArgument& operator>>(const QDBusArgument& argument, SecretOnBus& secret);
+
+/// The items with the attributes of one key.
+struct SecretItems {
+  QList<QDBusObjectPath> unlocked;
+  QList<QDBusObjectPath> locked;
+};
+
+// What an answer of the service holds. Any program can call itself the service and answer with
+// values of any type: what is not as the API says counts as empty.
+
+/// Of SearchItems.
+[[nodiscard]] SecretItems itemsIn(const QVariantList& answer);
+/// Of GetSecret.
+[[nodiscard]] SecretOnBus secretIn(const QVariantList& answer);
 
 /// Makes the types above known to Qt's bus library. Calling it again does nothing.
 void registerSecretTypes();

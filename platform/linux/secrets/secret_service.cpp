@@ -65,10 +65,7 @@ SecretServiceAnswer<void> SecretServiceConversation::appearance() const {
 }
 
 SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretKey& key) const {
-  return send(searchMessage(key)).map([](const QVariantList& answer) {
-    return SecretItems{qdbus_cast<QList<QDBusObjectPath>>(answer.value(0)),
-                       qdbus_cast<QList<QDBusObjectPath>>(answer.value(1))};
-  });
+  return send(searchMessage(key)).map(itemsIn);
 }
 
 SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
@@ -77,9 +74,7 @@ SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
                        [](const QDBusObjectPath& session) {
                          return QVariantList{QVariant::fromValue(session)};
                        })
-      .map([](const QVariantList& answer) {
-        return qdbus_cast<SecretOnBus>(answer.value(0)).value;
-      });
+      .map([](const QVariantList& answer) { return secretIn(answer).value; });
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(const QDBusObjectPath& item,

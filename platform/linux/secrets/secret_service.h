@@ -14,12 +14,6 @@
 
 namespace notewick {
 
-/// The items with the attributes of one key.
-struct SecretItems {
-  QList<QDBusObjectPath> unlocked;
-  QList<QDBusObjectPath> locked;
-};
-
 /// The longest that one conversation may keep the main thread waiting.
 inline constexpr std::chrono::milliseconds SECRET_SERVICE_PATIENCE{1000};
 

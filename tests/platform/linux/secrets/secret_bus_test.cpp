@@ -49,5 +49,17 @@ TEST(SecretServiceFailureTest, EveryOtherErrorIsANo) {
   }
 }
 
+// Read as a list of paths, a list of numbers has no end.
+TEST(SecretAnswers, OfOtherTypesCountAsEmpty) {
+  QDBusArgument numbers;
+  numbers << QList<int>{1, 2};
+  for (const auto& answer : {QVariantList(), QVariantList{"text", 7u},
+                             QVariantList{QVariant::fromValue(numbers), QStringList("text")}}) {
+    const auto items = itemsIn(answer);
+    EXPECT_TRUE(items.unlocked.isEmpty() && items.locked.isEmpty());
+    EXPECT_TRUE(secretIn(answer).value.isEmpty());
+  }
+}
+
 }  // namespace
 }  // namespace notewick
