@@ -5,7 +5,6 @@
 #include <xcb/xcbext.h>
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -45,19 +44,6 @@ void waitForData(xcb_connection_t* connection, const Deadline& deadline) {
 }
 
 }  // namespace
-
-std::vector<std::uint32_t> X11Property::numbers() const {
-  if (bitsPerUnit != 32 || bytes.empty()) return {};
-  std::vector<std::uint32_t> values(bytes.size() / sizeof(std::uint32_t));
-  std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::uint32_t));
-  return values;
-}
-
-std::optional<std::uint32_t> X11Property::firstNumber() const {
-  const auto values = numbers();
-  if (values.empty()) return std::nullopt;
-  return values.front();
-}
 
 std::unique_ptr<X11Connection> X11Connection::open() {
   int screenNumber = 0;

@@ -5,46 +5,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/linux/titles/deadline.h"
+#include "platform/linux/x11/x11_property.h"
 
 struct xcb_connection_t;
 
 namespace notewick {
-
-/// The properties and property types that the reader of titles knows.
-enum class X11Atom {
-  netActiveWindow,
-  netClientListStacking,
-  netClientList,
-  netSupportingWmCheck,
-  netWmName,
-  netWmPid,
-  utf8String,
-  compoundText,
-  wmClientLeader,
-  wmClientMachine,
-  wmClass,
-  wmName,
-  string,
-};
-
-/// The value of a window's property as it came from the server.
-struct X11Property {
-  std::optional<X11Atom> type;  ///< absent for a type unknown here
-  int bitsPerUnit = 0;          ///< 8, 16 or 32; 0 when the window has no such property
-  std::string bytes;            ///< in the machine's own byte order
-  std::size_t bytesLeft = 0;    ///< how many more the server holds behind these
-
-  [[nodiscard]] bool exists() const { return bitsPerUnit != 0; }
-
-  /// The value as 32-bit numbers; empty when it is something else.
-  [[nodiscard]] std::vector<std::uint32_t> numbers() const;
-
-  [[nodiscard]] std::optional<std::uint32_t> firstNumber() const;
-};
 
 struct X11PropertyQuery {
   std::uint32_t window = 0;

@@ -1,7 +1,6 @@
 #include "platform/linux/x11/x11_screen.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
 #include <utility>
 
@@ -10,14 +9,8 @@
 namespace notewick {
 namespace {
 
-using Properties = std::span<const std::optional<X11Property>>;
-
 /// No desktop has more; what lies deeper in the stack is left out.
 constexpr std::size_t MAXIMUM_STACK = 512;
-
-constexpr std::array IDENTITY_PROPERTIES = {X11Atom::netWmPid, X11Atom::wmClientMachine,
-                                            X11Atom::wmClass, X11Atom::wmClientLeader};
-constexpr std::array TITLE_PROPERTIES = {X11Atom::netWmName, X11Atom::wmName};
 
 std::vector<X11PropertyQuery> queriesFor(const std::vector<std::uint32_t>& windows,
                                          std::span<const X11Atom> properties) {
@@ -26,31 +19,6 @@ std::vector<X11PropertyQuery> queriesFor(const std::vector<std::uint32_t>& windo
     for (const auto property : properties) queries.push_back({window, property});
   }
   return queries;
-}
-
-bool isGone(Properties properties) {
-  return std::any_of(properties.begin(), properties.end(),
-                     [](const auto& property) { return !property; });
-}
-
-std::optional<X11WindowIdentity> identityFrom(std::uint32_t client, Properties properties) {
-  if (isGone(properties)) return std::nullopt;
-  return X11WindowIdentity{client, properties[0]->firstNumber(), properties[1]->bytes,
-                           properties[2]->bytes, properties[3]->firstNumber()};
-}
-
-TextEncoding encodingOf(const X11Property& text) {
-  if (text.type == X11Atom::string) return TextEncoding::latin1;
-  if (text.type == X11Atom::compoundText) return TextEncoding::compoundText;
-  return TextEncoding::utf8;
-}
-
-std::optional<std::string> titleFrom(Properties properties) {
-  if (isGone(properties)) return std::nullopt;
-  for (const auto& property : properties) {
-    if (property->bitsPerUnit == 8) return decodedText(property->bytes, encodingOf(*property));
-  }
-  return "";
 }
 
 }  // namespace
@@ -103,8 +71,8 @@ std::optional<X11Screen::Application> X11Screen::readApplication(const Desktop& 
   const auto properties = connection_->read(queries, deadline);
   const auto identityOf = [&](std::size_t index) {
     constexpr auto COUNT = IDENTITY_PROPERTIES.size();
-    return identityFrom(connection_->clientOf(windows[index]),
-                        Properties(properties).subspan(index * COUNT, COUNT));
+    return identityIn(connection_->clientOf(windows[index]),
+                      X11Properties(properties).subspan(index * COUNT, COUNT));
   };
 
   const auto active = identityOf(0);
@@ -125,7 +93,7 @@ std::vector<std::optional<std::string>> X11Screen::readTitles(const std::vector<
   std::vector<std::optional<std::string>> titles;
   for (std::size_t i = 0; i < windows.size(); ++i) {
     constexpr auto COUNT = TITLE_PROPERTIES.size();
-    titles.push_back(titleFrom(Properties(properties).subspan(i * COUNT, COUNT)));
+    titles.push_back(titleIn(X11Properties(properties).subspan(i * COUNT, COUNT)));
   }
   return titles;
 }
