@@ -42,6 +42,15 @@ std::string quotedForExec(const std::string& argument) {
       case '%':
         quoted += "%%";
         break;
+      case '\n':
+        quoted += "\\n";
+        break;
+      case '\r':
+        quoted += "\\r";
+        break;
+      case '\t':
+        quoted += "\\t";
+        break;
       default:
         quoted += character;
     }

@@ -35,6 +35,9 @@ TEST(StartAtLogin, PathsAreEscapedAsTheFormatWants) {
   EXPECT_THAT(launchAgentText("/A & B/<x>.app"), HasSubstr("<string>/A &amp; B/&lt;x&gt;.app/"));
   EXPECT_THAT(autostartEntryText("/a b/100%/\"$`\\x"),
               HasSubstr(R"(Exec="/a b/100%%/\\"\\$\\`\\\\x")"));
+  EXPECT_THAT(autostartEntryText("/a\nHidden=true\r\tb"),
+              HasSubstr(R"(Exec="/a\nHidden=true\r\tb")"))
+      << "one line";
 }
 
 TEST(StartAtLogin, OnlyTheAutostartFolderIsMade) {
