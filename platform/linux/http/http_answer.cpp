@@ -1,7 +1,6 @@
 #include "platform/linux/http/http_answer.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/linux/http/http_errors.h"
 
@@ -22,7 +21,8 @@ std::optional<int> statusOf(std::string_view line) {
   if (!line.starts_with(VERSION) || line.size() <= END) return std::nullopt;
   const std::string_view code = line.substr(END - 3, 3);
   const bool isWhole = isDigit(line[VERSION.size()]) && line[VERSION.size() + 1] == ' ' &&
-                       std::ranges::all_of(code, isDigit) && std::strchr(" \r\n", line[END]);
+                       std::ranges::all_of(code, isDigit) &&
+                       std::string_view(" \r\n").find(line[END]) != std::string_view::npos;
   if (!isWhole || code < "100") return std::nullopt;
   return (code[0] - '0') * 100 + (code[1] - '0') * 10 + (code[2] - '0');
 }

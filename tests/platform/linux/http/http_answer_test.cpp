@@ -5,6 +5,8 @@
 namespace notewick {
 namespace {
 
+using std::string_literals::operator""s;
+
 class HttpAnswerTest : public testing::Test {
  protected:
   static bool take(HttpAnswer& answer, std::initializer_list<const char*> lines) {
@@ -28,6 +30,13 @@ class HttpAnswerTest : public testing::Test {
 TEST_F(HttpAnswerTest, AHeadThatEndsWithoutABodyIsAnAnswer) {
   EXPECT_TRUE(take(fromService_, {"HTTP/1.1 200 OK\r\n", "A: b\r\n", "\r\n"}));
   EXPECT_EQ(told(fromService_), "200");
+}
+
+TEST_F(HttpAnswerTest, AStatusEndsWithABlankOrTheLine) {
+  for (const auto& line : {"HTTP/1.1 200\r\n"s, "HTTP/1.1 200 \r\n"s, "HTTP/1.1 200\n"s})
+    EXPECT_TRUE(HttpAnswer(FirstHead::service).takeLine(line)) << line;
+  for (const auto& line : {"HTTP/1.1 200K\r\n"s, "HTTP/1.1 200\0OK\r\n"s, "HTTP/1.1 200"s})
+    EXPECT_FALSE(HttpAnswer(FirstHead::service).takeLine(line)) << line;
 }
 
 TEST_F(HttpAnswerTest, PiecesMakeUpTheBody) {
