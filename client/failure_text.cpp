@@ -20,4 +20,15 @@ bool blamesCredentials(const AnswerBody& body) {
          lowerCased(*body.error).find("invalid email or password") != std::string::npos;
 }
 
+Result<AnswerBody> resultOf(int statusCode, AnswerBody body) {
+  if (statusCode == 200) return body;
+  if (statusCode == 401) {
+    return tl::unexpected(VELKError::network("Authorisation expired — will retry"));
+  }
+  if (statusCode == 429 || (statusCode >= 500 && statusCode <= 599)) {
+    return tl::unexpected(VELKError::network(failureText(body, "Server busy", statusCode)));
+  }
+  return tl::unexpected(VELKError::api(failureText(body, "Request failed", statusCode)));
+}
+
 }  // namespace notewick

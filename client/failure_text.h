@@ -3,6 +3,7 @@
 #include <string>
 
 #include "client/answer_body.h"
+#include "client/velk_error.h"
 
 namespace notewick {
 
@@ -16,5 +17,9 @@ namespace notewick {
 
 /// Whether the service's words, all of them, blame e-mail or password: in any letter case.
 [[nodiscard]] bool blamesCredentials(const AnswerBody& body);
+
+/// What the answer to an authorised call means: the body where the service took it; `network` where
+/// another try may help, which is 401, 429 and 500 to 599; else `api`, the service refused.
+[[nodiscard]] Result<AnswerBody> resultOf(int statusCode, AnswerBody body);
 
 }  // namespace notewick

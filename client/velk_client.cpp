@@ -19,17 +19,6 @@ constexpr const char* NOT_SECURE = "The address is not secure.";
 
 std::unique_ptr<VELKClient> sharedClient;
 
-Result<AnswerBody> resultOf(int code, AnswerBody body) {
-  if (code == 200) return body;
-  if (code == 401) {
-    return tl::unexpected(VELKError::network("Authorisation expired — will retry"));
-  }
-  if (code == 429 || (code >= 500 && code <= 599)) {
-    return tl::unexpected(VELKError::network(failureText(body, "Server busy", code)));
-  }
-  return tl::unexpected(VELKError::api(failureText(body, "Request failed", code)));
-}
-
 Result<std::vector<Participant>> participantsIn(AnswerBody body) {
   if (!body.participants) return tl::unexpected(VELKError::api("Malformed participants response"));
   return std::move(*body.participants);
