@@ -30,9 +30,11 @@ notewick_test(client_ui_tests
     ui/status_menu_test.cpp
   LINK notewick_test_support)
 
-# The whole program through one day of a caseworker.
+# The whole program through one day of a caseworker, a month, and changes of the clock.
 notewick_test(simulated_day
   SOURCES
+    app/clock_changes_test.cpp
+    app/month_test.cpp
     app/simulated_day.cpp
     app/simulated_day_afternoon.cpp
     app/simulated_day_test.cpp

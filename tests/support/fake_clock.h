@@ -6,23 +6,30 @@
 namespace notewick {
 
 /// The logical time of a test. It moves only when a test moves it, through `FakeMainLoop`, or sets
-/// it here, which runs no timer: as when the user corrects the clock.
+/// it here: then no timer becomes due by it, as when the user corrects the clock or the machine is
+/// suspended, during which a Linux machine's timers stand still.
 class FakeClock : public Clock {
  public:
-  [[nodiscard]] Date now() const override { return now_; }
+  [[nodiscard]] Date now() const override { return uptime_ + start_; }
   [[nodiscard]] CivilTime localTime(Date time) const override;
 
-  void set(Date now) { now_ = now; }
+  void set(Date now) { start_ = now - uptime_; }
   /// Sets the time to what the wall clock shows in the zone of this moment.
-  void setLocal(const CivilTime& time) { now_ = dateOf(time); }
+  void setLocal(const CivilTime& time) { set(dateOf(time)); }
   /// The user travels: from now on wall clocks are so many hours ahead of UTC.
   void setZone(double hoursAheadOfUtc) { offset_ = Date(hoursAheadOfUtc * 3600); }
 
   /// The point in time at which the wall clock shows `local` in the zone of this moment.
   [[nodiscard]] Date dateOf(const CivilTime& local) const;
 
+  /// What timers count by: it never goes back, and never jumps.
+  [[nodiscard]] Date uptime() const { return uptime_; }
+  void runTo(Date uptime) { uptime_ = uptime; }
+
  private:
-  Date now_{0};
+  /// As large as dates are, so that it has their grid: 19 and 1 ms make up 20 ms.
+  Date uptime_{736'000'000};
+  Date start_{0};  ///< what the clock would have shown at the uptime 0
   Date offset_{0};
 };
 

@@ -29,7 +29,7 @@ std::unique_ptr<Timer> FakeMainLoop::startRepeating(double seconds, std::functio
 std::unique_ptr<Timer> FakeMainLoop::start(double seconds, bool repeating,
                                            std::function<void()> action) {
   schedules_.push_back(std::make_shared<Schedule>(
-      Schedule{seconds, repeating, clock_.now() + Date(seconds), std::move(action)}));
+      Schedule{seconds, repeating, clock_.uptime() + Date(seconds), std::move(action)}));
   return std::make_unique<Handle>(schedules_.back());
 }
 
@@ -42,20 +42,20 @@ void FakeMainLoop::runPosted() {
 }
 
 void FakeMainLoop::advance(double seconds) {
-  const Date end = clock_.now() + Date(seconds);
+  const Date end = clock_.uptime() + Date(seconds);
   runPosted();
   while (const auto schedule = nextDue(end)) {
-    clock_.set(std::max(clock_.now(), schedule->due + Date(lateness_(random_))));
+    clock_.runTo(std::max(clock_.uptime(), schedule->due + Date(lateness_(random_))));
     fire(*schedule);
     runPosted();
   }
-  clock_.set(std::max(clock_.now(), end));
+  clock_.runTo(std::max(clock_.uptime(), end));
 }
 
 void FakeMainLoop::sleepMachine(double seconds) {
-  clock_.set(clock_.now() + Date(seconds));
-  while (const auto schedule = nextDue(clock_.now())) {
-    const double missed = std::floor((clock_.now() - schedule->due) / Date(schedule->seconds));
+  clock_.runTo(clock_.uptime() + Date(seconds));
+  while (const auto schedule = nextDue(clock_.uptime())) {
+    const double missed = std::floor((clock_.uptime() - schedule->due) / Date(schedule->seconds));
     schedule->due += missed * Date(schedule->seconds);
     fire(*schedule);
     runPosted();

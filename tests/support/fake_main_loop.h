@@ -35,8 +35,8 @@ class FakeMainLoop : public MainLoop {
   /// what was posted. Where timers fire late the time may end up later than asked for by as much.
   void advance(double seconds);
 
-  /// The machine sleeps: the time moves, and on waking each overdue timer fires once and goes on in
-  /// its phase.
+  /// The machine sleeps, and its timers count the time: on waking each overdue timer fires once and
+  /// goes on in its phase.
   void sleepMachine(double seconds);
 
   /// The seconds of the timers that are running, in the order in which they were started.
@@ -49,7 +49,7 @@ class FakeMainLoop : public MainLoop {
   struct Schedule {
     double seconds;
     bool repeating;
-    Date due;
+    Date due;  ///< by the uptime
     std::function<void()> action;
     bool cancelled = false;
   };
