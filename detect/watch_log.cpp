@@ -13,6 +13,7 @@ constexpr std::uint64_t LARGEST_LOG = 500'000;
 
 void ensureDirs() {
   ports().files.createFolders(SUPPORT_DIR);
+  ports().files.keepPrivate(SUPPORT_DIR);
 }
 
 void appendLine(const std::string& line, const std::string& path) {

@@ -7,7 +7,7 @@ namespace notewick {
 /// Text files that grow line by line. Failures are swallowed: a line that cannot be written is
 /// lost. Main thread.
 
-/// Creates the support folder.
+/// Creates the support folder. One that exists is left to its owner, with the files in it.
 void ensureDirs();
 
 /// Appends `line` and a line feed to the file at `path`, which is created if it is missing. Its

@@ -26,7 +26,8 @@ void loadJSON(Files& files, const std::string& path, std::vector<Record>& list) 
 template <class Record>
 void saveJSON(Files& files, const std::string& path, const std::vector<Record>& list) {
   const auto text = encodeRecords(list);
-  if (text) files.replaceInPlace(path, *text);
+  if (!text || files.replaceInPlace(path, *text) || files.isFolder(SUPPORT_DIR)) return;
+  if (files.createFolders(SUPPORT_DIR)) files.replaceInPlace(path, *text);
 }
 
 template void loadJSON(Files&, const std::string&, std::vector<Participant>&);

@@ -12,7 +12,8 @@ class Files;
 /// The three lists live in memory and are mirrored, each to one JSON file in the support folder.
 /// Every change rewrites the whole file in place; files are read at launch only. No failure is
 /// reported: what cannot be read counts as empty, what cannot be written is tried again with the
-/// next change. Main thread.
+/// next change. Only where the support folder has gone it is made, and the list saved, at once.
+/// Main thread.
 
 [[nodiscard]] std::string pendingFile();
 [[nodiscard]] std::string outboxFile();

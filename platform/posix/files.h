@@ -9,15 +9,17 @@ namespace notewick {
 /// Only regular files are read and written: a device, a socket or a pipe under the name of a file
 /// is a failure, and never waited for; it is there, though, with a size: a log that the user linked
 /// to /dev/null stays off. A symbolic link that the user put there is followed, except by
-/// `replaceAtomically`, which puts the file in the link's place. A file of more than 1 GiB is not
-/// read: it is none of ours, and a file system may claim any size.
+/// `replaceAtomically`, which puts the file in the link's place.
 ///
 /// What is promised of `replaceInPlace`:
-/// - Space is reserved by writing blanks behind the old text, which any file system understands and
-///   any JSON reader skips; when they do not fit they are cut off again and nothing has changed.
-/// - A process killed on the way leaves the old or the new text, possibly followed by blanks, as
-///   long as both lie within one page of memory: a system takes over a write page by page, and may
-///   stop between two pages when it ends the process. Then new pages stand before old ones.
+/// - Space is reserved by writing blanks behind the old text, up to a whole page, which any file
+///   system understands and any JSON reader skips; when they do not fit they are cut off again and
+///   nothing has changed.
+/// - A process killed on the way leaves the old or the new text, possibly followed by blanks, where
+///   whole pages can be handed to the disk past the system's cache (`OpenFile::writePages`).
+///   Elsewhere that holds as long as both texts lie within one page: a system takes a write into
+///   its cache page by page, and may stop between two pages when it ends the process. Then new
+///   pages stand before old ones.
 /// - The new text is on the disk before the file is cut, because a file system that wrote the two
 ///   down in the other order would show a cut old text after a power failure. After success it
 ///   survives one.
@@ -32,6 +34,8 @@ class PosixFiles : public Files {
   [[nodiscard]] std::string homeFolder() const override;
 
   bool createFolders(const std::string& path) override;
+  [[nodiscard]] bool isFolder(const std::string& path) override;
+  void keepPrivate(const std::string& folder) override;
   [[nodiscard]] std::optional<std::string> read(const std::string& path) override;
   [[nodiscard]] std::optional<std::uint64_t> size(const std::string& path) override;
   bool replaceInPlace(const std::string& path, std::string_view text) override;

@@ -7,12 +7,15 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <memory>
 #include <utility>
 
 namespace notewick {
 namespace {
 
 constexpr mode_t OWNER_ONLY = 0600;
+constexpr std::size_t PAGE = 4096;
 
 template <typename Call>
 auto uninterrupted(const Call& call) {
@@ -79,6 +82,39 @@ bool OpenFile::write(std::string_view text, std::uint64_t offset) const {
     offset += static_cast<std::uint64_t>(count);
   }
   return true;
+}
+
+bool OpenFile::writePages(std::string_view contents) const {
+  return writePastCache(contents) || write(contents, 0);
+}
+
+#ifdef O_DIRECT
+bool OpenFile::writePastCache(std::string_view pages) const {
+  if (pages.empty() || pages.size() % PAGE != 0) return false;
+  const std::unique_ptr<void, decltype(&std::free)> memory(std::aligned_alloc(PAGE, pages.size()),
+                                                           &std::free);
+  const int flags = fcntl(descriptor_, F_GETFL);
+  if (!memory || flags < 0 || fcntl(descriptor_, F_SETFL, flags | O_DIRECT) != 0) return false;
+  std::memcpy(memory.get(), pages.data(), pages.size());
+  const ssize_t count =
+      uninterrupted([&] { return pwrite(descriptor_, memory.get(), pages.size(), 0); });
+  fcntl(descriptor_, F_SETFL, flags);
+  return std::cmp_equal(count, pages.size());
+}
+#else
+bool OpenFile::writePastCache(std::string_view /*pages*/) const {
+  return false;
+}
+#endif
+
+std::uint64_t OpenFile::wholePages(std::uint64_t size) {
+  return (size + PAGE - 1) / PAGE * PAGE;
+}
+
+void OpenFile::takeRightsOfOthers() const {
+  struct stat status {};
+  if (fstat(descriptor_, &status) != 0 || (status.st_mode & (S_IRWXG | S_IRWXO)) == 0) return;
+  fchmod(descriptor_, status.st_mode & S_IRWXU);
 }
 
 bool OpenFile::truncate(std::uint64_t size) const {

@@ -31,12 +31,23 @@ class OpenFile {
   [[nodiscard]] std::optional<std::string> readAll() const;
   /// Writes all of `text` from `offset` on, in one call unless the system takes only a part of it.
   [[nodiscard]] bool write(std::string_view text, std::uint64_t offset) const;
+  /// Writes all of `contents` from the start of the file on, whose size is at least that. Whole
+  /// pages go to the disk in one call and past the system's cache, where the file system lets them:
+  /// such a call is not broken off when the process is killed. What refuses that (tmpfs, some
+  /// network file systems, systems without O_DIRECT, such as macOS), and a size that is no whole
+  /// number of pages, gets a plain write.
+  [[nodiscard]] bool writePages(std::string_view contents) const;
+  /// `size` rounded up to whole pages, as disks and file systems count them.
+  [[nodiscard]] static std::uint64_t wholePages(std::uint64_t size);
+  /// Leaves the file to its owner, as far as the system lets us.
+  void takeRightsOfOthers() const;
   [[nodiscard]] bool truncate(std::uint64_t size) const;
   /// Waits until what was written is on the disk.
   [[nodiscard]] bool flush() const;
 
  private:
   OpenFile(int descriptor, std::string name);
+  [[nodiscard]] bool writePastCache(std::string_view pages) const;
 
   int descriptor_;
   std::string name_;

@@ -34,10 +34,11 @@ class LaunchTest : public WorldTest {
 TEST_F(LaunchTest, SignedOutItTakesTheseStepsAndWritesNothing) {
   accessibility.trusted = false;
   launch();
-  EXPECT_THAT(takeTrace(),
-              ElementsAre("create folders " + SUPPORT_DIR, "read pending.json", "read outbox.json",
-                          "read participants.json", "status item", "menu", "ask for trust",
-                          "every 15 s", "every 60 s", "sign-in panel"));
+  EXPECT_THAT(
+      takeTrace(),
+      ElementsAre("create folders " + SUPPORT_DIR, "keep private " + SUPPORT_DIR,
+                  "read pending.json", "read outbox.json", "read participants.json", "status item",
+                  "menu", "ask for trust", "every 15 s", "every 60 s", "sign-in panel"));
   EXPECT_TRUE(signInPanel().visible);
   EXPECT_EQ(accessibility.prompts, 1);
   EXPECT_EQ(app().lastAxState, std::nullopt) << "the first sample looks";

@@ -13,8 +13,9 @@ using testing::IsEmpty;
 
 using WatchLogTest = WorldTest;
 
-TEST_F(WatchLogTest, TheSupportFolderIsMadeWithTheFoldersAboveIt) {
+TEST_F(WatchLogTest, TheSupportFolderIsMadeWithTheFoldersAboveItAndKeptPrivate) {
   ensureDirs();
+  EXPECT_THAT(trace, ElementsAre("create folders " + SUPPORT_DIR, "keep private " + SUPPORT_DIR));
   EXPECT_TRUE(files.folderExists(SUPPORT_DIR));
 }
 

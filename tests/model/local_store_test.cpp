@@ -69,7 +69,20 @@ TEST_F(LocalStoreTest, WhatWasSavedInPlaceInOneCallIsLoaded) {
 TEST_F(LocalStoreTest, AFailedWriteIsDropped) {
   files.failWrites = true;
   saveJSON(files, participantsCache(), kept);
+  EXPECT_THAT(trace, ElementsAre("replace " + participantsCache())) << "tried once";
   EXPECT_EQ(files.contents(participantsCache()), std::nullopt);
+}
+
+TEST_F(LocalStoreTest, ASaveThatFindsTheFolderGoneMakesItAndTriesOnceMore) {
+  files.removeFolder(SUPPORT_DIR);
+  saveJSON(files, participantsCache(), kept);
+  EXPECT_EQ(loaded(), kept);
+  files.removeFolder(SUPPORT_DIR);
+  files.failWrites = true;
+  trace.clear();
+  saveJSON(files, participantsCache(), kept);
+  EXPECT_THAT(trace,
+              ElementsAre("replace " + participantsCache(), "create folders " + SUPPORT_DIR));
 }
 
 TEST_F(LocalStoreTest, AListThatCannotBeEncodedLeavesTheFile) {

@@ -20,6 +20,10 @@ class FakeFiles : public Files {
 
   [[nodiscard]] std::string homeFolder() const override { return home_; }
   bool createFolders(const std::string& path) override;
+  [[nodiscard]] bool isFolder(const std::string& path) override { return folderExists(path); }
+  void keepPrivate(const std::string& folder) override {
+    trace_.push_back("keep private " + folder);
+  }
   [[nodiscard]] std::optional<std::string> read(const std::string& path) override;
   [[nodiscard]] std::optional<std::uint64_t> size(const std::string& path) override;
   bool replaceInPlace(const std::string& path, std::string_view text) override;

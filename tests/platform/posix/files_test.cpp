@@ -1,5 +1,6 @@
 #include "platform/posix/files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -112,6 +113,40 @@ TEST_F(PosixFilesTest, AnExistingFolderIsFineAndKeepsItsMode) {
   EXPECT_EQ(mode(path("there")), 0750U);
 }
 
+TEST_F(PosixFilesTest, KeepingAFolderPrivateTakesTheRightsOfOthersFromItAndItsFiles) {
+  chmod(folder_.c_str(), 0755);
+  chmod(contains("list", "x").c_str(), 0664);
+  chmod(contains("read only", "x").c_str(), 0444);
+  fs::create_directory(path("below"));
+  chmod(path("below").c_str(), 0755);
+  const std::string elsewhere = testing::TempDir() + "notewick-elsewhere";
+  std::ofstream(elsewhere) << "x";
+  chmod(elsewhere.c_str(), 0644);
+  fs::create_symlink(elsewhere, path("link"));
+  files_.keepPrivate(folder_);
+  EXPECT_EQ(mode(folder_), 0700U);
+  EXPECT_EQ(mode(path("list")), 0600U);
+  EXPECT_EQ(mode(path("read only")), 0400U);
+  EXPECT_EQ(mode(path("below")), 0755U);
+  EXPECT_EQ(mode(elsewhere), 0644U);
+  fs::remove(elsewhere);
+  files_.keepPrivate(path("missing"));
+}
+
+TEST_F(PosixFilesTest, EveryWriteTakesTheRightsOfOthersFromFileAndFolder) {
+  const auto widened = [this](const std::string& name) {
+    chmod(folder_.c_str(), 0755);
+    chmod(contains(name, "x").c_str(), 0644);
+    return path(name);
+  };
+  files_.replaceInPlace(widened("list"), "[]");
+  EXPECT_EQ(mode(path("list")), 0600U);
+  EXPECT_EQ(mode(folder_), 0700U);
+  files_.append(widened("log"), "y");
+  EXPECT_EQ(mode(path("log")), 0600U);
+  EXPECT_EQ(mode(folder_), 0700U);
+}
+
 TEST_F(PosixFilesTest, AFileInTheWayOfAFolderIsAFailure) {
   contains("taken", "x");
   EXPECT_FALSE(files_.createFolders(path("taken")));
@@ -154,10 +189,25 @@ TEST_F(PosixFilesTest, ADeviceUnderTheNameOfAFileIsThereAndTakesNothing) {
   EXPECT_TRUE(fs::is_symlink(path("log")));
 }
 
-TEST_F(PosixFilesTest, AFileOfAnySizeIsNotReadAndIsReplaced) {
+/// Bytes that this process has read so far.
+std::uint64_t bytesRead() {
+  std::string name;
+  std::uint64_t count = 0;
+  std::ifstream("/proc/self/io") >> name >> count;
+  return count;
+}
+
+TEST_F(PosixFilesTest, AFileOfMoreThan64MegabytesIsNotReadAndIsReplaced) {
+  constexpr std::uintmax_t LARGEST = 64 * 1024 * 1024;
   const std::string file = contains("list", "[]");
-  fs::resize_file(file, std::uintmax_t{1} << 40U);
-  EXPECT_EQ(files_.read(file), std::nullopt);
+  fs::resize_file(file, LARGEST);
+  EXPECT_EQ(files_.read(file)->size(), LARGEST);
+  for (const std::uintmax_t size : {LARGEST + 1, std::uintmax_t{1} << 40U}) {
+    fs::resize_file(file, size);
+    const std::uint64_t before = bytesRead();
+    EXPECT_EQ(files_.read(file), std::nullopt);
+    EXPECT_LT(bytesRead() - before, 4096U);
+  }
   EXPECT_TRUE(files_.replaceInPlace(file, "[1]"));
   EXPECT_EQ(contents(file), "[1]");
 }
@@ -263,9 +313,13 @@ TEST_F(PosixFilesTest, RemovesAFileButNoFolder) {
   return text;
 }
 
-TEST_F(PosixFilesTest, AProcessKilledWhileSavingWithinOnePageLeavesTheOldOrTheNewText) {
+TEST_F(PosixFilesTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewText) {
+  contains("probe", "");
+  const int probe = open(path("probe").c_str(), O_RDONLY | O_DIRECT);
+  const std::size_t pages = probe < 0 ? 1 : 6;  // elsewhere no more than one is promised
+  close(probe);
   const std::string shorter = "[" + std::string(300, 'a') + "]";
-  const std::string longer = "[" + std::string(4'000, 'b') + "]";
+  const std::string longer = "[" + std::string(pages * 4'000, 'b') + "]";
   std::minstd_rand random(20'240'611);  // NOLINT: the same instants in every run
   std::uniform_int_distribution<useconds_t> instant(0, 3'000);
   contains("list", shorter);
