@@ -2,6 +2,7 @@
 
 #include "client/base_url.h"
 #include "client/velk_client.h"
+#include "model/drawn_text.h"
 #include "model/unicode.h"
 #include "platform/ports.h"
 
@@ -83,7 +84,7 @@ void LoginController::setSigningIn(bool signingIn) {
 
 void LoginController::signInAnswered(const Result<void>& result) {
   setSigningIn(false);
-  if (!result) return panel_->setError(explanationOf(result.error()));
+  if (!result) return panel_->setError(drawnText(explanationOf(result.error())));
   close();
   onSignedIn_();
 }

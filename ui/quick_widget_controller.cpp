@@ -4,6 +4,7 @@
 #include <array>
 
 #include "detect/stamps.h"
+#include "model/drawn_text.h"
 #include "model/unicode.h"
 #include "platform/ports.h"
 
@@ -34,19 +35,21 @@ QuickNoteTexts quickNoteTexts() {
 }
 
 CaughtRow rowFor(const Pending& pending) {
-  const std::string text =
-      pending.participant + " · ~" + std::to_string(pending.observedMinutes) + "m · " + pending.day;
+  const std::string text = drawnText(pending.participant) + " · ~" +
+                           std::to_string(pending.observedMinutes) + "m · " +
+                           drawnText(pending.day);
   return {.text = text, .logLabel = "Log " + text, .skipLabel = "Skip " + text};
 }
 
 /// Adding a title that is there already moves it to the end.
-std::vector<std::string> distinctNames(const std::vector<Participant>& participants) {
-  std::vector<std::string> names;
+std::vector<std::string> distinctTitles(const std::vector<Participant>& participants) {
+  std::vector<std::string> titles;
   for (const Participant& participant : participants) {
-    std::erase(names, participant.name());
-    names.push_back(participant.name());
+    const std::string title = drawnText(participant.name());
+    std::erase(titles, title);
+    titles.push_back(title);
   }
-  return names;
+  return titles;
 }
 
 std::optional<std::size_t> placeOf(const std::string& title,
@@ -96,7 +99,7 @@ void QuickWidgetController::refresh(const std::vector<Participant>& participants
 
 void QuickWidgetController::showParticipants() {
   const auto remembered = panel_->selectedParticipant();
-  titles_ = distinctNames(participants_);
+  titles_ = distinctTitles(participants_);
   auto selected = remembered ? placeOf(*remembered, titles_) : std::nullopt;
   if (!selected && !titles_.empty()) selected = 0;
   panel_->setParticipants(titles_, selected);
@@ -133,7 +136,7 @@ void QuickWidgetController::present(const std::optional<Pending>& pending) {
 }
 
 void QuickWidgetController::fill(const Pending& pending) {
-  if (const auto place = placeOf(pending.participant, titles_)) {
+  if (const auto place = placeOf(drawnText(pending.participant), titles_)) {
     panel_->setParticipants(titles_, place);
   }
   confirmingPendingId_ = pending.id;
@@ -173,9 +176,12 @@ void QuickWidgetController::refuse(const std::string& reason) {
 const Participant* QuickWidgetController::chosenParticipant() const {
   const auto title = panel_->selectedParticipant();
   if (!title) return nullptr;
-  const auto found =
-      std::find_if(participants_.begin(), participants_.end(),
-                   [&](const Participant& participant) { return participant.name() == *title; });
+  auto found = std::ranges::find(participants_, *title, &Participant::name);
+  if (found == participants_.end()) {
+    found = std::ranges::find(participants_, *title, [](const Participant& participant) {
+      return drawnText(participant.name());
+    });
+  }
   return found == participants_.end() ? nullptr : &*found;
 }
 

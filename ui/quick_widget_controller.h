@@ -68,7 +68,7 @@ class QuickWidgetController : public QuickNotePanelDelegate,
   std::unique_ptr<QuickNotePanel> panel_;
   std::weak_ptr<QuickWidgetOwner> owner_;
   std::vector<Participant> participants_;  ///< sorted by name, as the chooser lists them
-  std::vector<std::string> titles_;        ///< the chooser's items, each name once
+  std::vector<std::string> titles_;        ///< the chooser's items: each name once, as drawn
   std::vector<Pending> displayedPendings_;
   std::optional<std::string> confirmingPendingId_;
   std::unique_ptr<Timer> statusResetTimer_;

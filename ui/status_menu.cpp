@@ -1,5 +1,6 @@
 #include "ui/status_menu.h"
 
+#include "model/drawn_text.h"
 #include "platform/fatal_error.h"
 
 namespace notewick {
@@ -31,17 +32,18 @@ void addAccount(const MenuState& state, Menu& menu) {
     menu.push_back(command("Sign in to VELK…", MenuAction::menuSignIn));
     return;
   }
-  menu.push_back(disabled("Signed in as " + state.userEmail.value_or("your VELK account")));
+  menu.push_back(
+      disabled("Signed in as " + drawnText(state.userEmail.value_or("your VELK account"))));
   menu.push_back(watchingItem(state));
 }
 
 void addPendings(const MenuState& state, Menu& menu) {
   if (state.pendings.empty()) menu.push_back(disabled("No unlogged work spotted"));
   for (const Pending& pending : state.pendings) {
-    MenuItem item =
-        command("Log: " + pending.participant + " (~" + std::to_string(pending.observedMinutes) +
-                    " min, " + pending.day + ")",
-                MenuAction::openPending);
+    MenuItem item = command("Log: " + drawnText(pending.participant) + " (~" +
+                                std::to_string(pending.observedMinutes) + " min, " +
+                                drawnText(pending.day) + ")",
+                            MenuAction::openPending);
     item.representedObject = pending.id;
     menu.push_back(std::move(item));
   }

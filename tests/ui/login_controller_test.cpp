@@ -117,6 +117,7 @@ TEST_F(LoginPanelTest, WrongCredentialsAreExplainedAndOtherReasonsShownAsTheySta
             "Invalid email or password. If you sign in to VELK with Google, set a password first "
             "via “Forgot password” at https://velk.example/login.");
   EXPECT_EQ(errorAfter(403, {{"error", "Account suspended"}}), "Account suspended");
+  EXPECT_EQ(errorAfter(403, {{"error", "Call\n\u202E555"}}), "Call 555") << "on one line";
 }
 
 TEST_F(LoginPanelTest, AFailureInsideTheCallLeavesThePanelIdle) {

@@ -59,6 +59,25 @@ TEST_F(WidgetTest, AChoiceIsKeptWhileItIsThereElseTheFirstIsChosen) {
   EXPECT_EQ(widget().selectedParticipant(), "Zoe Abel");
 }
 
+TEST_F(WidgetTest, ANameThatIsHostileToTheDrawingIsDrawnHarmlessAndSentAsItIs) {
+  const std::vector<Participant> participants = {{"1", "Lena\u202E", "O'Keefe\n"},
+                                                 {"2", "Zoe", "Abel"}};
+  controller->refresh(participants, {pendingOf("P", "Lena\u202E O'Keefe\n")}, 0);
+  EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe ", "Zoe Abel"));
+  EXPECT_EQ(widget().rows.front().text, "Lena O'Keefe  · ~12m · 2024-05-02");
+  widget().chooseParticipant("Zoe Abel");
+  widget().clickLog(0);
+  sends("Phoned");
+  EXPECT_THAT(owner->calls, testing::Contains("note for 1: Phoned, 30 min, 2024-05-02"));
+}
+
+TEST_F(WidgetTest, ANameThatLooksLikeAnotherTakesNoneOfItsNotes) {
+  controller->refresh({{"1", "Lena\u202A", "O'Keefe"}, {"2", "Lena", "O'Keefe"}}, {}, 0);
+  EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe"));
+  sends("Phoned");
+  EXPECT_THAT(owner->calls, ElementsAre("note for 2: Phoned, 30 min, 2024-05-02"));
+}
+
 // --- Caught work ---------------------------------------------------------------------------------
 
 TEST_F(WidgetTest, ACaughtItemIsARowForWhichThePanelIsFitted) {

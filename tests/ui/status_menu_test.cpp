@@ -132,6 +132,17 @@ TEST(StatusMenu, APendingItemCarriesItsId) {
 
 // --- Account and watching ------------------------------------------------------------------------
 
+TEST(StatusMenu, NamesThatAreHostileToTheDrawingStayWithinTheirLine) {
+  MenuState state = signedInState();
+  state.userEmail = "ada@velk.example\nSigned out";
+  state.pendings = {pendingOf("P", "Lena\u202E\tO'Keefe", 1), pendingOf("Q", "דנה", 2)};
+  state.pendings[1].day = "2024\r05";
+  const auto lines = linesOf(state);
+  EXPECT_EQ(lines[0], "(Signed in as ada@velk.example Signed out)");
+  EXPECT_EQ(lines[3], "Log: Lena O'Keefe (~1 min, 2024-05-02)");
+  EXPECT_EQ(lines[4], "Log: \u2068דנה\u2069 (~2 min, 2024 05)");
+}
+
 TEST(StatusMenu, WithoutAnEmailItIsYourAccount) {
   auto state = signedInState();
   state.userEmail.reset();
