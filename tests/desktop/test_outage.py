@@ -30,7 +30,7 @@ class AnOutage(Story):
         again.choose("Retry now")
         again.wait_for_menu(menu(WATCHING, NO_WORK))
         self.assertEqual(self.service.inputs(), [NOTE])
-        self.assertEqual(self.home.list("outbox.json"), [])
+        desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the saved list")
 
     def test_leaves_menu_and_widget_usable_while_nothing_answers(self):
         """A request that nobody answers takes longer than all the waiting here together may."""
