@@ -2,31 +2,29 @@
 
     figures.py matcher|self-test|sample|start|memory...
 
-Run by `figures`, inside a private desktop; the programs are named by the variables CORE_BENCH,
-SAMPLE_BENCH, NOTEWICK and LOCAL_SERVICE.
+Run by `figures`, inside a private desktop; the programs are named by the variables BUILD (their folder),
+NOTEWICK and LOCAL_SERVICE.
 
 A slow or busy machine must not decide. So each time is compared with that of a reference that has
 nothing to do with the program and is measured in the same moments, turn and turn about; the multiple
 has to keep within the limit. The time itself is printed beside its aim for an idle machine of today.
 """
 
+import functools
 import json
-import os
 import statistics
 import subprocess
 import sys
-import tempfile
 import time
-from pathlib import Path
-
-import dbus
-from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
 
 import desk
-from desk.local_service import LocalService
-from desk.notewick import Home, Notewick
+from benchmarks import processes
+from benchmarks.programs import BUILD
+from benchmarks.tray_host import TrayHost
+from benchmarks.user import SignedIn
+from desk.notewick import PROGRAM
 
+CORE_BENCH, SAMPLE_BENCH = BUILD / "bench" / "core_bench", BUILD / "bench" / "sample_bench"
 TRIES = 3  # the medians of few rounds stray
 
 
@@ -55,7 +53,7 @@ def matcher():
     ]
     arguments += ["--benchmark_min_time=0.02", "--benchmark_enable_random_interleaving=true"]
     times = {}
-    for result in json.loads(run(os.environ["CORE_BENCH"], *arguments))["benchmarks"]:
+    for result in json.loads(run(CORE_BENCH, *arguments))["benchmarks"]:
         if result["run_type"] == "iteration":
             times.setdefault(result["run_name"], []).append(result["cpu_time"] / 1000)
     reference = min(times.pop("Reference"))
@@ -65,13 +63,19 @@ def matcher():
     return slowest, slowest / reference
 
 
+@functools.cache
+def user():
+    """Signed in once for all figures."""
+    return SignedIn()
+
+
 def start_python():
     run(sys.executable, "-I", "-c", "pass")
 
 
 def self_test():
     """Milliseconds from starting the self-test to its end."""
-    return compared(21, lambda: milliseconds(lambda: run(os.environ["NOTEWICK"], "--selftest")), start_python)
+    return compared(21, lambda: milliseconds(lambda: run(PROGRAM, "--selftest")), start_python)
 
 
 def sample():
@@ -80,62 +84,11 @@ def sample():
         desk.xterm(title)
     desk.zenity("Chat")
     desk.xterm("RE: support hours — Tobias Hargreave").window().focus()
-    own, multiple = map(float, run(os.environ["SAMPLE_BENCH"]).split())
+    rounds = [tuple(map(float, line.split()[:2])) for line in run(SAMPLE_BENCH, "31").splitlines()]
     desk.close_all()
-    return own, multiple
-
-
-class SignedIn:
-    """A home folder, a service and a stored token: what a user has from the second start on."""
-
-    def __init__(self):
-        folder = Path(tempfile.mkdtemp())
-        self.service = LocalService(folder)
-        self.home = Home(folder / "home")
-        self.home.point_at(self.service.origin)
-        program = self.start()
-        program.sign_in()
-        program.quit()
-
-    def start(self):
-        return Notewick(environment={**self.home.environment, "SSL_CERT_FILE": self.service.authority})
-
-
-class TrayHost:
-    """Tells when a program's item is registered at the tray's host."""
-
-    PATIENCE = 10  # seconds
-
-    def __init__(self):
-        self._bus = dbus.SessionBus(mainloop=DBusGMainLoop(), private=True)
-        self._loop = GLib.MainLoop()
-        self._registered = {}
-        self._bus.add_signal_receiver(
-            self._add, "StatusNotifierItemRegistered", "org.kde.StatusNotifierWatcher"
-        )
-
-    def _add(self, item):
-        now = time.monotonic()
-        try:
-            self._registered[self._pid_of(item.partition("/")[0])] = now
-        except dbus.DBusException:
-            return  # the second word from a program that has ended meanwhile
-        self._loop.quit()
-
-    def _pid_of(self, owner):
-        daemon = self._bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
-        return int(daemon.GetConnectionUnixProcessID(owner, dbus_interface="org.freedesktop.DBus"))
-
-    def registration(self, program):
-        """When the item of this program was registered, as soon as it is."""
-        give_up = GLib.timeout_add_seconds(self.PATIENCE, self._loop.quit)
-        deadline = time.monotonic() + self.PATIENCE
-        while program.pid not in self._registered and time.monotonic() < deadline:
-            self._loop.run()
-        if program.pid not in self._registered:
-            raise AssertionError("the tray item did not come")
-        GLib.source_remove(give_up)
-        return self._registered.pop(program.pid)
+    return statistics.median(own for own, _ in rounds), statistics.median(
+        own / other for own, other in rounds
+    )
 
 
 def start_desktop_programs():
@@ -157,48 +110,30 @@ def start_desktop_programs():
 
 def start():
     """Milliseconds from the start of the signed-in program until its item is registered at the tray's host."""
-    user, host = SignedIn(), TrayHost()
+    host = TrayHost()
+    user()
 
     def lasted():
         started = time.monotonic()
-        program = user.start()
+        program = user().start()
         registered = host.registration(program)
         program.wait_for_entry("Watching · 12 participants")
         program.quit()
         return 1000 * (registered - started)
 
-    times = compared(15, lasted, start_desktop_programs)
-    desk.close_all()
-    return times
-
-
-def is_at_rest(program):
-    """Whether the program has slept for two seconds, instead of waiting for a processor."""
-
-    def activity():
-        stat = Path(f"/proc/{program.pid}/stat").read_text().rpartition(")")[2].split()
-        return stat[0], Path(f"/proc/{program.pid}/schedstat").read_text()
-
-    before = activity()
-    time.sleep(2)
-    return before[0] == "S" and activity() == before
+    return compared(15, lasted, start_desktop_programs)
 
 
 def memory():
     """Megabytes (proportional set size) at rest: signed in, the widget shown, after requests."""
-    user = SignedIn()
     sizes = []
     for _ in range(3):
-        program = user.start()
+        program = user().start()
         program.widget.window
         program.wait_for_entry("Watching · 12 participants")
-        desk.wait_until(lambda: is_at_rest(program), 60, "rest")
-        rollup = Path(f"/proc/{program.pid}/smaps_rollup").read_text()
-        sizes.append(
-            next(int(line.split()[1]) for line in rollup.splitlines() if line.startswith("Pss:")) / 1024
-        )
+        processes.wait_for_rest(program.pid)
+        sizes.append(processes.memory(program.pid)[0])
         program.quit()
-    desk.close_all()
     return statistics.median(sizes), statistics.median(sizes) / MEMORY_AIM
 
 

@@ -75,3 +75,9 @@ class BusTraffic:
         return Counter(
             m.member or "an answer" for m, between in ends if names & between and test not in between
         )
+
+    def count_with(self, program, service):
+        """How many of them were with the owner of this bus name."""
+        names, partner = _connections(program.pid), {service, str(dbus.SessionBus().get_name_owner(service))}
+        ends = ({message.sender, message.destination} for message in self._messages)
+        return sum(bool(names & between and partner & between) for between in ends)

@@ -52,9 +52,9 @@ class Item:
         self.owner, _, path = registration.partition("/")
         self._object = _bus().get_object(self.owner, "/" + path, introspect=False)
 
-    def read(self, name):
+    def read(self, name, timeout=5):
         """For example Id, Title, Status, IconName, ToolTip, IconPixmap."""
-        return self._object.Get(_ITEM, name, dbus_interface=_PROPERTIES, timeout=5)
+        return self._object.Get(_ITEM, name, dbus_interface=_PROPERTIES, timeout=timeout)
 
     @property
     def pid(self):

@@ -1,0 +1,56 @@
+"""curl as a neighbour: the same notes, six at a time, a connection each."""
+
+import json
+import resource
+import ssl
+import subprocess
+import time
+import urllib.request
+
+from desk.local_service import CAPTURE, EMAIL, LOGIN, PASSWORD
+
+
+def _access_token(service):
+    trust = ssl.create_default_context(cafile=service.authority)
+    form = json.dumps({"email": EMAIL, "password": PASSWORD}).encode()
+    with urllib.request.urlopen(service.origin + LOGIN, form, context=trust, timeout=10) as answer:
+        return json.load(answer)["accessToken"]
+
+
+def _transfer(service, token, note):
+    """One transfer in the language of curl's configuration files."""
+    body = {
+        "participantId": note["participantId"],
+        "input": note["input"],
+        "durationMinutes": note["minutes"],
+        "sessionDate": note["sessionDate"],
+    }
+    options = {
+        "url": service.origin + CAPTURE,
+        "cacert": service.authority,
+        "header": f"Authorization: Bearer {token}",
+        "json": json.dumps(body),
+        "output": "/dev/null",
+    }
+    return "\n".join(f"{name} = {json.dumps(value)}" for name, value in options.items())
+
+
+def _processor_seconds():
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return used.ru_utime + used.ru_stime
+
+
+def send(user):
+    """Sends the notes of a user's outbox; the seconds, and those of processor time, that it takes."""
+    service, notes = user.service, user.home.list("outbox.json")
+    token = _access_token(service)
+    configuration = user.folder / "curl"
+    transfers = (_transfer(service, token, note) for note in notes)
+    configuration.write_text("\nnext\n".join(transfers))
+    command = ["curl", "--silent", "--fail", "--parallel", "--parallel-max", "6", "--config", configuration]
+    started, used = time.monotonic(), _processor_seconds()
+    subprocess.run(command, stderr=subprocess.DEVNULL, check=True)
+    taken = time.monotonic() - started, _processor_seconds() - used
+    if len(service.notes()) != len(notes):
+        raise AssertionError(f"curl left {len(service.notes())} of {len(notes)} notes")
+    return taken

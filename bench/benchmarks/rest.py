@@ -1,0 +1,147 @@
+"""What programs cost that have nothing to do: each runs alone, one after the other."""
+
+import contextlib
+import time
+
+import desk
+from benchmarks import processes
+from benchmarks.programs import BARE_QT
+from benchmarks.series import Reading
+from benchmarks.user import SignedIn
+from desk.fast_time import FastTime
+
+REST = 300  # seconds
+WATCHING = "Watching · 12 participants"
+
+
+@contextlib.contextmanager
+def _notewick(user, disk=None):
+    """The program, signed in, its widget shown."""
+    program = user.start(disk)
+    program.widget.window
+    program.wait_for_entry(WATCHING)
+    yield program
+    program.quit()
+
+
+@contextlib.contextmanager
+def _neighbour(*command):
+    with desk.start(*command) as program:
+        desk.wait_until(lambda: desk.tray.shows(program), what=f"the icon of {command[0]}")
+        yield program
+
+
+def _bare_tray():
+    return _neighbour(BARE_QT, "tray")
+
+
+def _copyq():
+    return _neighbour("copyq")
+
+
+def _parcellite():
+    return _neighbour("parcellite")
+
+
+def _memory(started):
+    with started as program:
+        processes.wait_for_rest(program.pid)
+        return processes.memory(program.pid)
+
+
+def memory(rounds):
+    """Keys are what is measured and the neighbour's name."""
+    user = SignedIn()
+    for _ in range(rounds):
+        user.service.start()
+        own = _memory(_notewick(user))
+        user.service.stop()
+        neighbours = {"tray": _memory(_bare_tray()), "copyq": _memory(_copyq())}
+        yield {
+            (kind, name): Reading(own[place], sizes[place])
+            for place, kind in enumerate(("pss", "private"))
+            for name, sizes in neighbours.items()
+        }
+    desk.close_all()
+
+
+def _rest(started, disk=None):
+    """The share of a processor in percent, wake-ups a second and confirmations of the disk while it rests."""
+    with started as program:
+        processes.wait_for_rest(program.pid)
+        before = _activity(program, disk)
+        time.sleep(REST)
+        used, woken, flushed = (now - then for now, then in zip(_activity(program, disk), before))
+        return {"processor": 100 * used / REST, "wake-ups": woken / REST, "flushes": flushed}
+
+
+def _activity(program, disk):
+    pid = program.pid
+    return processes.processor_time(pid), processes.wake_ups(pid), disk.so_far()[1] if disk else 0
+
+
+def rest(rounds):
+    """Keys are what is measured and the neighbour's name."""
+    user = SignedIn()
+    for _ in range(rounds):
+        disk = processes.DiskCount()
+        own = _rest(_notewick(user, disk), disk)
+        neighbours = {
+            "parcellite": _rest(_parcellite()),
+            "copyq": _rest(_copyq()),
+            "tray": _rest(_bare_tray()),
+        }
+        yield {
+            (kind, name): Reading(own[kind], figures[kind])
+            for name, figures in neighbours.items()
+            for kind in own
+        }
+    desk.close_all()
+
+
+class Week:
+    """A working week at sixty times its speed: another participant is worked on every half hour."""
+
+    HOURS = 40
+    FACTOR = 60
+    PIECE = 30  # minutes of work
+    PEOPLE = ("Tobias Hargreave", "Lena O'Keefe", "Amara Osei")
+
+    def __init__(self):
+        self._clock = FastTime(factor=self.FACTOR).environment
+        self._user = SignedIn(self._clock)
+
+    def run(self):
+        """Megabytes and descriptors at the first rest and at the last."""
+        with _notewick(self._user) as program:
+            window = desk.xterm("Lunch").window()
+            window.focus()
+            self._work(window, program, 4)  # what is made once is made
+            before = self._state(program)
+            self._work(window, program, 2 * self.HOURS)
+            return before, self._state(program)
+
+    def _work(self, window, program, pieces):
+        for number in range(pieces):
+            window.retitle(f"Notes on {self.PEOPLE[number % len(self.PEOPLE)]}")
+            time.sleep(self.PIECE * 60 / self.FACTOR / 2)
+            window.retitle("Lunch")
+            time.sleep(self.PIECE * 60 / self.FACTOR / 2)
+            self._log_what_was_caught(program)
+
+    def _log_what_was_caught(self, program):
+        for row in program.widget.caught():
+            program.widget.log(row)
+            program.widget.write_note("Called about the application", 30)
+
+    @staticmethod
+    def _state(program):
+        return processes.memory(program.pid)[1], processes.descriptors(program.pid)
+
+
+def week(rounds):
+    for _ in range(rounds):
+        before, after = Week().run()
+        megabytes, descriptors = (now - then for now, then in zip(after, before))
+        yield {"megabytes": Reading(megabytes), "descriptors": Reading(descriptors)}
+        desk.close_all()
