@@ -30,15 +30,17 @@ def chosen_rows(names, with_long):
     return [row for row in rows.values() if with_long or not row.is_long]
 
 
-def measure(row, page, measured, is_trial):
+def measure(row, measured, is_trial):
     """Whether it worked; a row that fails keeps the figures that it had."""
     print(f"{row.name} ...", flush=True)
     started = time.monotonic()
     try:
-        page.add(row, row.readings(1) if is_trial else row.readings(), measured, machine.description())
+        readings = row.readings(1) if is_trial else row.readings()
     except Exception:
         traceback.print_exc()
         return False
+    page = Page(PAGE)
+    page.add(row, readings, measured, machine.description())
     if not is_trial:
         page.write(GROUPS)
     print(f"{row.name}: {time.monotonic() - started:.0f} s\n{page.of(row)}", flush=True)
@@ -53,10 +55,9 @@ def main():
     )
     parser.add_argument("rows", nargs="*", metavar="ROW", help="only these, whatever their length")
     arguments = parser.parse_args()
-    page = Page(PAGE)
     measured = datetime.now().strftime("%Y-%m-%d %H:%M")
     rows = chosen_rows(arguments.rows, arguments.long)
-    done = [measure(row, page, measured, arguments.is_trial) for row in rows]
+    done = [measure(row, measured, arguments.is_trial) for row in rows]
     return 0 if all(done) else 1
 
 

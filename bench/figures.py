@@ -21,7 +21,7 @@ import desk
 from benchmarks import processes
 from benchmarks.programs import BUILD
 from benchmarks.tray_host import TrayHost
-from benchmarks.user import SignedIn
+from benchmarks.user import WATCHING, SignedIn
 from desk.notewick import PROGRAM
 
 CORE_BENCH, SAMPLE_BENCH = BUILD / "bench" / "core_bench", BUILD / "bench" / "sample_bench"
@@ -117,7 +117,7 @@ def start():
         started = time.monotonic()
         program = user().start()
         registered = host.registration(program)
-        program.wait_for_entry("Watching · 12 participants")
+        program.wait_for_entry(WATCHING)
         program.quit()
         return 1000 * (registered - started)
 
@@ -130,7 +130,7 @@ def memory():
     for _ in range(3):
         program = user().start()
         program.widget.window
-        program.wait_for_entry("Watching · 12 participants")
+        program.wait_for_entry(WATCHING)
         processes.wait_for_rest(program.pid)
         sizes.append(processes.memory(program.pid)[0])
         program.quit()

@@ -2,19 +2,10 @@
 
 import json
 import resource
-import ssl
 import subprocess
 import time
-import urllib.request
 
-from desk.local_service import CAPTURE, EMAIL, LOGIN, PASSWORD
-
-
-def _access_token(service):
-    trust = ssl.create_default_context(cafile=service.authority)
-    form = json.dumps({"email": EMAIL, "password": PASSWORD}).encode()
-    with urllib.request.urlopen(service.origin + LOGIN, form, context=trust, timeout=10) as answer:
-        return json.load(answer)["accessToken"]
+from desk.local_service import CAPTURE
 
 
 def _transfer(service, token, note):
@@ -43,7 +34,7 @@ def _processor_seconds():
 def send(user):
     """Sends the notes of a user's outbox; the seconds, and those of processor time, that it takes."""
     service, notes = user.service, user.home.list("outbox.json")
-    token = _access_token(service)
+    token = user.log_in()["accessToken"]
     configuration = user.folder / "curl"
     transfers = (_transfer(service, token, note) for note in notes)
     configuration.write_text("\nnext\n".join(transfers))

@@ -15,34 +15,42 @@ from desk.local_service import CAPTURE, REFRESH
 from desk.notewick import stored_token
 
 PATIENCE = 120  # seconds
+MINUTE = 60  # seconds: how often the program tries again
 SECRETS = "org.freedesktop.secrets"
 
 
-def is_empty(tool_tip):
-    """Whether nothing waits, as the tray's tool tip says it."""
-    return tool_tip.startswith("VELK —")
+def waits(item):
+    """Whether notes wait, as the tray item's tool tip says it."""
+    return not str(item.read("ToolTip", timeout=PATIENCE)[2]).startswith("VELK —")
 
 
-class Watch:
-    """What sending costs a program from now on; a bare tray icon is asked beside it."""
+class Cost:
+    """What a program uses from now on."""
 
-    def __init__(self, program, disk, neighbour):
-        self._program, self._disk_count = program, disk
-        self._own, self._beside = Pulse(program.tray), Pulse(tray.item(neighbour))
-        self._disk = disk.so_far()
-        self._processor = processor_seconds(program.pid)
+    def __init__(self, program, disk):
+        self._program, self._disk = program, disk
         self._started = time.monotonic()
+        self._before = self._used()
+
+    def _used(self):
+        return processor_seconds(self._program.pid), *self._disk.so_far()
+
+    def readings(self):
+        used = (now - before for now, before in zip(self._used(), self._before))
+        figures = dict(zip(("processor", "megabytes", "flushes"), map(Reading, used)))
+        return {"seconds": Reading(time.monotonic() - self._started), **figures}
+
+
+class Stall:
+    """The longest stall of the program of a tray item, and of a bare one that is asked beside it."""
+
+    def __init__(self, item, neighbour):
+        self._pulses = Pulse(item), Pulse(tray.item(neighbour))
 
     def until(self, condition):
-        """The readings when the condition holds for the program's tool tip."""
-        beat_until(condition, self._own, [self._beside])
-        figures = {
-            "seconds": Reading(time.monotonic() - self._started),
-            "stall": Reading(1000 * self._own.longest, 1000 * self._beside.longest),
-            "processor": Reading(processor_seconds(self._program.pid) - self._processor),
-        }
-        megabytes, flushes = (now - before for now, before in zip(self._disk_count.so_far(), self._disk))
-        return {**figures, "megabytes": Reading(megabytes), "flushes": Reading(flushes)}
+        beat_until(condition, self._pulses)
+        own, beside = (1000 * pulse.longest for pulse in self._pulses)
+        return {"stall": Reading(own, beside)}
 
 
 class Sender:
@@ -86,8 +94,14 @@ class Sender:
         program.quit()
 
 
-def _beside(readings, **others):
-    return {key: Reading(reading.own, others.get(key, reading.beside)) for key, reading in readings.items()}
+def _until_sent(sender, program, disk, begin):
+    """The readings from `begin` until nothing waits."""
+    item = program.tray
+    stall = Stall(item, sender.neighbour)
+    cost = Cost(program, disk)
+    begin()
+    figures = stall.until(lambda: not waits(item))
+    return figures | cost.readings()
 
 
 def drain(count, rounds):
@@ -98,11 +112,12 @@ def drain(count, rounds):
             seconds, processor = curl.send(sender.user)
             disk = DiskCount()
             program = sender.start_with_refused_notes(count, disk)
-            watch = Watch(program, disk, sender.neighbour)
-            program.choose("Retry now")
-            figures = watch.until(is_empty)
+            figures = _until_sent(sender, program, disk, lambda: program.choose("Retry now"))
             sender.check_sent(program, count)
-            yield _beside(figures, seconds=seconds, processor=processor)
+            yield figures | {
+                "seconds": Reading(figures["seconds"].own, seconds),
+                "processor": Reading(figures["processor"].own, processor),
+            }
 
 
 def backlog(count, rounds):
@@ -112,12 +127,11 @@ def backlog(count, rounds):
             sender.user.put_notes(count)
             disk = DiskCount()
             program = sender.start(disk)
-            watch = Watch(program, disk, sender.neighbour)
-            beat_until(lambda tool_tip: not is_empty(tool_tip), Pulse(program.tray))
-            figures = watch.until(is_empty)
+            begun = lambda: desk.wait_until(lambda: waits(program.tray), what="the waiting notes")
+            figures = _until_sent(sender, program, disk, begun)
             refreshes = len(sender.user.service.requests(REFRESH))
             sender.check_sent(program, count)
-            yield {**figures, "refreshes": Reading(refreshes)}
+            yield figures | {"refreshes": Reading(refreshes)}
 
 
 def bus(count, rounds):
@@ -127,36 +141,34 @@ def bus(count, rounds):
             program = sender.start_with_refused_notes(count)
             with BusTraffic() as traffic:
                 program.choose("Retry now")
-                beat_until(is_empty, Pulse(program.tray))
+                desk.wait_until(lambda: not waits(program.tray), PATIENCE, "the end of the outbox")
             counted, asked = traffic.count_of(program).total(), traffic.count_with(program, SECRETS)
             sender.check_sent(program, count)
             yield {"all": Reading(counted / count), "secrets": Reading(asked / count)}
 
 
 def outage(counts, rounds):
-    """A minute with so many notes waiting and nobody at the service's port; keys begin with the number."""
+    """With so many notes waiting and nobody at the service's port; keys begin with the number."""
     with Sender() as sender:
         for _ in range(rounds):
-            figures = {}
-            for count in counts:
-                for key, reading in _minute_without_service(sender, count).items():
-                    figures[count, key] = reading
-            yield figures
+            costs = [(count, _without_service(sender, count)) for count in counts]
+            yield {(count, key): reading for count, figures in costs for key, reading in figures.items()}
 
 
-def _minute_without_service(sender, count):
+def _without_service(sender, count):
+    """The stall in one minute, and the cost of another, in which nobody asks."""
     sender.user.service.start()
     sender.user.put_notes(count)
     sender.user.service.stop()
     disk = DiskCount()
     program = sender.start(disk)
-    program.wait_for_entry(f"{count} notes waiting to send to VELK")
-    first_tries = time.monotonic() + 20
-    beat_until(lambda _: time.monotonic() > first_tries, Pulse(program.tray))
-    watch = Watch(program, disk, sender.neighbour)
-    over = time.monotonic() + 60
-    figures = watch.until(lambda _: time.monotonic() > over)
-    if not all(note["attempts"] > 1 for note in sender.user.home.list("outbox.json")):
-        raise AssertionError("not every note was tried again within a minute")
+    desk.wait_until(sender.all_were_tried, PATIENCE, "the first tries")
+    over = time.monotonic() + MINUTE
+    figures = Stall(program.tray, sender.neighbour).until(lambda: time.monotonic() > over)
+    cost = Cost(program, disk)
+    time.sleep(MINUTE)
+    figures |= cost.readings()
+    if any(note["attempts"] < 3 for note in sender.user.home.list("outbox.json")):
+        raise AssertionError("not every note was tried again every minute")
     program.quit()
     return figures

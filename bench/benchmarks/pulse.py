@@ -4,12 +4,13 @@ import time
 
 from desk.waiting import TimedOut
 
-PERIOD = 0.004  # seconds between two questions
+PERIOD = 0.01  # seconds between two questions
+BEATS = 5  # between two looks at what is waited for, which costs the program more than a beat
 _PATIENCE = 600  # seconds
 
 
 class Pulse:
-    """Asks a program's tray item for its tool tip, again and again.
+    """Asks a program's tray item for its name, again and again.
 
     Qt's main loop answers, so the longest wait is the longest stall of menu and widget, together with the time
     for which the machine lets programs wait.
@@ -20,19 +21,18 @@ class Pulse:
         self._item = item
 
     def beat(self):
-        """The text of the tool tip."""
         asked = time.monotonic()
-        text = str(self._item.read("ToolTip", timeout=_PATIENCE)[2])
+        self._item.read("Id", timeout=_PATIENCE)
         self.longest = max(self.longest, time.monotonic() - asked)
-        return text
 
 
-def beat_until(condition, pulse, others=()):
-    """Beats until the condition holds for the tool tip of the first."""
+def beat_until(condition, pulses):
+    """Asks all of them, turn and turn about, until the condition holds."""
     deadline = time.monotonic() + _PATIENCE
-    while not condition(pulse.beat()):
-        for other in others:
-            other.beat()
+    while not condition():
+        for _ in range(BEATS):
+            for pulse in pulses:
+                pulse.beat()
+            time.sleep(PERIOD)
         if time.monotonic() > deadline:
-            raise TimedOut(f"the tool tip did not change within {_PATIENCE} s")
-        time.sleep(PERIOD)
+            raise TimedOut(f"what was waited for did not come within {_PATIENCE} s")
