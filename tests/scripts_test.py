@@ -35,8 +35,8 @@ class ScriptTest(unittest.TestCase):
         """Lets the script find these commands under the name of a program."""
         self.put(name, f"#!/bin/sh\n{commands}\n", self.commands)
 
-    def run_script(self, *arguments):
-        environment = {**os.environ, "PATH": f"{self.commands}:{os.environ['PATH']}"}
+    def run_script(self, *arguments, **variables):
+        environment = {**os.environ, "PATH": f"{self.commands}:{os.environ['PATH']}", **variables}
         return subprocess.run(
             [self.root / self.script, *arguments], env=environment, timeout=60, capture_output=True, text=True
         )
@@ -143,6 +143,31 @@ class WorkflowTest(unittest.TestCase):
         scripts = set(re.findall(r"(?<![\w/-])(?:packaging|tests|tools)/[\w/-]+(?![\w.])", text))
         self.assertIn("tools/package", scripts)
         self.assertEqual({each for each in scripts if not os.access(TESTS.parent / each, os.X_OK)}, set())
+
+
+class RunTest(ScriptTest):
+    script = "run"
+
+    def setUp(self):
+        super().setUp()
+        for tool in ("tools/install-packages", "tools/build"):
+            self.put(tool, ORDERLY)
+        for program in ("build/release/notewick", "tools/run-with-local-service"):
+            self.put(program, f"#!/bin/sh\necho runs {program}\n")
+
+    def assert_runs(self, program):
+        folders = {"XDG_CONFIG_HOME": str(self.root / "own"), "XDG_CONFIG_DIRS": f"/nowhere:{self.root}/all"}
+        ended = self.run_script(**folders, DISPLAY=":0")
+        self.assertIn(f"runs {program}\n", ended.stdout, ended.stderr)
+
+    def test_the_program_alone_where_a_service_is_configured_for_the_user_or_for_all(self):
+        for folder in ("own", "all"):
+            settings = self.root / folder / "VELK/Notewick.ini"
+            self.put(settings, "[General]\nVELKUserEmail=a@example.org\n")
+            self.assert_runs("tools/run-with-local-service")
+            self.put(settings, "[General]\nVELKBaseURL=https://velk.example\n")
+            self.assert_runs("build/release/notewick")
+            settings.unlink()
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@
 #include <QLockFile>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QStringList>
 #include <chrono>
 
@@ -56,8 +57,19 @@ constexpr qint64 LARGEST_FILE = 1024 * 1024;
 /// A program that writes settings holds their lock for some milliseconds.
 constexpr auto PATIENCE_WITH_A_LOCK = 2s;
 
+/// The one setting that an administrator may make for all users.
+constexpr const char* SYSTEM_WIDE_KEY = "VELKBaseURL";
+
+const QString NAME_IN_FOLDER = QStringLiteral("/VELK/Notewick.ini");
+
 QString settingsFile() {
-  return QString::fromStdString(DesktopWorkspace().configurationFolder() + "/VELK/Notewick.ini");
+  return QString::fromStdString(DesktopWorkspace().configurationFolder()) + NAME_IN_FOLDER;
+}
+
+QStringList systemWideFiles() {
+  QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+  folders.removeFirst();  // the user's own
+  return folders.replaceInStrings(QRegularExpression(QStringLiteral("$")), NAME_IN_FOLDER);
 }
 
 // Qt would wait for the other end of a pipe, and read a file of any size.
@@ -99,9 +111,17 @@ class OpenSettings : public QSettings {
   }
 };
 
-std::optional<QString> read(const std::string& key) {
-  const QString file = settingsFile();
+std::optional<QString> read(const QString& file, const std::string& key) {
   return isUsable(file) ? OpenSettings(file).text(key) : std::nullopt;
+}
+
+std::optional<QString> read(const std::string& key) {
+  auto text = read(settingsFile(), key);
+  if (text || key != SYSTEM_WIDE_KEY) return text;
+  for (const QString& file : systemWideFiles()) {
+    if ((text = read(file, key))) break;
+  }
+  return text;
 }
 
 template <typename Change>

@@ -17,6 +17,11 @@ namespace notewick {
 /// into what it finds there, under a lock file, which is taken away when it is not given back
 /// within two seconds. A failure to write is swallowed; the value may count while the program runs,
 /// or not. Something that is no file, or is larger than 1 MiB, holds no settings and takes none.
+///
+/// `VELKBaseURL` alone may also stand in a file of the same name for all users of the machine, in
+/// the folders of XDG_CONFIG_DIRS (without it /etc/xdg; freedesktop: XDG Base Directory
+/// Specification). The first one that has it counts where the user's own file does not have it.
+/// That file is read only.
 class SettingsUserDefaults : public UserDefaults {
  public:
   [[nodiscard]] std::optional<std::string> string(const std::string& key) override;

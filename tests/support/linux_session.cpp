@@ -42,6 +42,7 @@ void clearEnvironment(const std::string& home) {
   set("HOME", home);
   set("XDG_RUNTIME_DIR", home);
   set("XDG_CONFIG_HOME", home + "/.config");
+  set("XDG_CONFIG_DIRS", home + "/for-all:" + home + "/for-all-too");
   set("XDG_DATA_HOME", home + "/.local/share");
   set("XDG_CACHE_HOME", home + "/.cache");
   set("QT_QPA_PLATFORM", "offscreen");

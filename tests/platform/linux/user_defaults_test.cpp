@@ -164,6 +164,38 @@ TEST_F(SettingsUserDefaultsTest, TwoProgramsThatWriteAtOnceLoseNothing) {
   }
 }
 
+class SystemWideSettingsTest : public SettingsUserDefaultsTest {
+ protected:
+  SystemWideSettingsTest() {
+    for (const char* name : {"for-all", "for-all-too"}) fs::remove_all(folderOfAll(name));
+  }
+
+  [[nodiscard]] static std::string folderOfAll(const std::string& name) {
+    return LinuxSession::current().home() + "/" + name + "/VELK";
+  }
+  static void administratorWrites(const std::string& name, const std::string& text) {
+    fs::create_directories(folderOfAll(name));
+    std::ofstream(folderOfAll(name) + "/Notewick.ini") << "[General]\n" << text;
+  }
+};
+
+TEST_F(SystemWideSettingsTest, TheAddressOfTheServiceCountsBelowTheUsersOwn) {
+  administratorWrites("for-all-too", "VELKBaseURL=https://second.example\n");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://second.example");
+  administratorWrites("for-all", "VELKBaseURL=https://first.example;x ; a comment\n");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://first.example;x");
+  defaults_.setString("VELKBaseURL", "");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
+  defaults_.remove("VELKBaseURL");
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://first.example;x");
+}
+
+TEST_F(SystemWideSettingsTest, NothingElseIsReadThere) {
+  administratorWrites("for-all", "VELKUserEmail=a@example.org\nVELKWidgetVisible=false\n");
+  EXPECT_EQ(defaults_.string("VELKUserEmail"), std::nullopt);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), std::nullopt);
+}
+
 /// What the line `key=...` in the general section says; nothing where QSettings is to read it.
 std::optional<std::string> settingIn(const std::string& written) {
   const auto text = plainSetting(QByteArray::fromStdString("[General]\n" + written), "key");
