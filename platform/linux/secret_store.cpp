@@ -19,9 +19,9 @@ constexpr std::chrono::seconds FIRST_PAUSE{1};
 constexpr std::chrono::seconds LONGEST_PAUSE{60};
 constexpr std::chrono::milliseconds FORGOTTEN = 5min;
 
-bool isUtf8(const QByteArray& text) {
+bool isUtf8(const std::string& text) {
   QStringDecoder decoder(QStringDecoder::Utf8);
-  const QString decoded = decoder(text);
+  const QString decoded = decoder(QByteArrayView(text));
   return !decoder.hasError();
 }
 
@@ -35,14 +35,14 @@ SecretState stateOf(const SecretItems& items) {
 
 LookupAnswer lookUp(const SecretServiceConversation& service, const SecretItems& items) {
   if (items.unlocked.isEmpty()) return SecretLookup{stateOf(items), ""};
-  return service.secretOf(items.unlocked.front()).map([](const QByteArray& secret) {
+  return service.secretOf(items.unlocked.front()).map([](const std::string& secret) {
     if (!isUtf8(secret)) return SecretLookup{SecretState::absent, ""};
-    return SecretLookup{SecretState::found, secret.toStdString()};
+    return SecretLookup{SecretState::found, secret};
   });
 }
 
 WriteAnswer create(const SecretServiceConversation& service, const SecretKey& key,
-                   const QByteArray& secret) {
+                   const std::string& secret) {
   const auto collection = service.defaultCollection();
   if (!collection) return tl::unexpected(collection.error());
   if (!*collection) return SecretWrite::locked;
@@ -61,7 +61,7 @@ WriteAnswer removeAll(const SecretServiceConversation& service, const SecretItem
 }
 
 WriteAnswer write(const SecretServiceConversation& service, SecretItems items, const SecretKey& key,
-                  const QByteArray& secret) {
+                  const std::string& secret) {
   if (items.unlocked.isEmpty()) {
     return items.locked.isEmpty() ? create(service, key, secret) : SecretWrite::locked;
   }
@@ -96,7 +96,7 @@ SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& se
 SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string& secret) {
   const SecretServiceConversation service;
   const auto written = find(service, key).and_then([&](const SecretItems& items) {
-    return write(service, items, key, QByteArray::fromStdString(secret));
+    return write(service, items, key, secret);
   });
   return written ? *written : outcomeAfter(written.error(), key);
 }

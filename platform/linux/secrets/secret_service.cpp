@@ -4,7 +4,6 @@
 #include <QDBusVariant>
 #include <QVariantMap>
 #include <algorithm>
-#include <thread>
 #include <utility>
 
 namespace notewick {
@@ -17,10 +16,6 @@ SecretServiceAnswer<QVariantList> answerOf(const QDBusMessage& message, int pati
       QDBusConnection::sessionBus().call(message, QDBus::Block, std::max(patience, 1));
   if (reply.type() == QDBusMessage::ReplyMessage) return reply.arguments();
   return tl::unexpected(failureOf(QDBusError(reply)));
-}
-
-QVariant plainSecret(const QDBusObjectPath& session, const QByteArray& secret) {
-  return QVariant::fromValue(SecretOnBus{session, {}, secret, "text/plain"});
 }
 
 // A service that has to ask the user first answers with the path of a prompt, which we do not show:
@@ -46,43 +41,40 @@ SecretServiceAnswer<void> SecretServiceConversation::start() const {
   // Every store is started by the service's name but KWallet, which the bus knows by its own only.
   const auto started = start(NAME);
   if (started || started.error() == SecretServiceFailure::unanswered) return started;
-  return start(WALLET_NAME).and_then([this] { return appearance(); });
+  return start(WALLET_NAME)
+      .and_then([this] { return isRunning(); })
+      .and_then([](bool running) -> SecretServiceAnswer<void> {
+        if (running) return {};
+        return tl::unexpected(SecretServiceFailure::unanswered);
+      });
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::start(const char* program) const {
   return answerOf(startMessage(program), static_cast<int>(end_.remainingTime())).map(nothingMore);
 }
 
-SecretServiceAnswer<void> SecretServiceConversation::appearance() const {
-  constexpr std::chrono::milliseconds NAP{10};
-  while (!end_.hasExpired()) {
-    const auto running = isRunning();
-    if (!running) return tl::unexpected(running.error());
-    if (*running) return {};
-    std::this_thread::sleep_for(NAP);
-  }
-  return tl::unexpected(SecretServiceFailure::unanswered);
-}
-
 SecretServiceAnswer<SecretItems> SecretServiceConversation::search(const SecretKey& key) const {
   return send(searchMessage(key)).map(itemsIn);
 }
 
-SecretServiceAnswer<QByteArray> SecretServiceConversation::secretOf(
+SecretServiceAnswer<std::string> SecretServiceConversation::secretOf(
     const QDBusObjectPath& item) const {
-  return callInSession(item.path(), ITEM_INTERFACE, "GetSecret",
-                       [](const QDBusObjectPath& session) {
-                         return QVariantList{QVariant::fromValue(session)};
-                       })
-      .map([](const QVariantList& answer) { return secretIn(answer).value; });
+  const auto session = openSession();
+  if (!session) return tl::unexpected(session.error());
+  return call(item.path(), ITEM_INTERFACE, "GetSecret", {QVariant::fromValue(session->path())})
+      .and_then([&](const QVariantList& answer) {
+        return session->unwrapped(secretIn(answer));
+      });
 }
 
-SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(const QDBusObjectPath& item,
-                                                                   const QByteArray& secret) const {
-  return callInSession(item.path(), ITEM_INTERFACE, "SetSecret",
-                       [&](const QDBusObjectPath& session) {
-                         return QVariantList{plainSecret(session, secret)};
-                       })
+SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(
+    const QDBusObjectPath& item, const std::string& secret) const {
+  const auto session = openSession();
+  if (!session) return tl::unexpected(session.error());
+  return session->wrapped(secret)
+      .and_then([&](const SecretOnBus& wrapped) {
+        return call(item.path(), ITEM_INTERFACE, "SetSecret", {QVariant::fromValue(wrapped)});
+      })
       .map(nothingMore);
 }
 
@@ -109,28 +101,40 @@ SecretServiceAnswer<bool> SecretServiceConversation::isLocked(
 
 SecretServiceAnswer<void> SecretServiceConversation::create(const QDBusObjectPath& collection,
                                                             const SecretKey& key,
-                                                            const QByteArray& secret) const {
+                                                            const std::string& secret) const {
   const QVariantMap properties{{"org.freedesktop.Secret.Item.Label", "VELK Notewick"},
                                {"org.freedesktop.Secret.Item.Attributes", attributesOf(key)}};
   constexpr bool REPLACING = true;
-  return callInSession(collection.path(), COLLECTION_INTERFACE, "CreateItem",
-                       [&](const QDBusObjectPath& session) {
-                         return QVariantList{properties, plainSecret(session, secret), REPLACING};
-                       })
+  const auto session = openSession();
+  if (!session) return tl::unexpected(session.error());
+  return session->wrapped(secret)
+      .and_then([&](const SecretOnBus& wrapped) {
+        return call(collection.path(), COLLECTION_INTERFACE, "CreateItem",
+                    {properties, QVariant::fromValue(wrapped), REPLACING});
+      })
       .and_then(doneWithoutPrompt);
 }
 
-SecretServiceAnswer<QVariantList> SecretServiceConversation::callInSession(
-    const QString& object, const QString& interface, const QString& member,
-    const std::function<QVariantList(const QDBusObjectPath& session)>& arguments) const {
-  const auto opened = call(PATH, SERVICE_INTERFACE, "OpenSession",
-                           {"plain", QVariant::fromValue(QDBusVariant(QString()))});
-  if (!opened) return opened;
-  const auto session = opened->value(1).value<QDBusObjectPath>();
-  const auto answer = call(object, interface, member, arguments(session));
-  QDBusConnection::sessionBus().send(
-      QDBusMessage::createMethodCall(NAME, session.path(), SESSION_INTERFACE, "Close"));
-  return answer;
+SecretServiceAnswer<SecretSession> SecretServiceConversation::openSession() const {
+  SecretCipher cipher;
+  const auto opened =
+      call(PATH, SERVICE_INTERFACE, "OpenSession",
+           {SecretCipher::ALGORITHM, QVariant::fromValue(QDBusVariant(cipher.publicKey()))});
+  if (!opened && opened.error() == SecretServiceFailure::refused) return openPlainSession();
+  if (!opened) return tl::unexpected(opened.error());
+  const auto theirs = opened->value(0).value<QDBusVariant>().variant().toByteArray();
+  const bool agreed = cipher.agree(theirs);
+  SecretSession session(opened->value(1).value<QDBusObjectPath>(), std::move(cipher));
+  if (!agreed) return tl::unexpected(SecretServiceFailure::refused);
+  return session;
+}
+
+SecretServiceAnswer<SecretSession> SecretServiceConversation::openPlainSession() const {
+  return call(PATH, SERVICE_INTERFACE, "OpenSession",
+              {"plain", QVariant::fromValue(QDBusVariant(QString()))})
+      .map([](const QVariantList& opened) {
+        return SecretSession(opened.value(1).value<QDBusObjectPath>(), std::nullopt);
+      });
 }
 
 SecretServiceAnswer<QVariantList> SecretServiceConversation::call(

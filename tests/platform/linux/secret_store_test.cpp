@@ -1,9 +1,18 @@
+#include <QElapsedTimer>
+#include <QFile>
+#include <algorithm>
 #include <csignal>
+#include <limits>
 
 #include "tests/platform/linux/secret_store_fixture.h"
 
 namespace notewick {
 namespace {
+
+QByteArray bytesOf(const std::string& path) {
+  QFile file(QString::fromStdString(path));
+  return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -76,6 +85,24 @@ TEST_F(GnomeKeyringTest, WithoutAnyCollectionNothingIsThereAndSavingWaitsForOne)
   EXPECT_EQ(store_.remove(token), SecretWrite::done);
 }
 
+TEST_F(GnomeKeyringTest, TheSecretCrossesTheBusEncrypted) {
+  keyringIsOpen();
+  const std::string recorded = LinuxSession::current().home() + "/recorded";
+  {
+    const ChildProcess recorder({"sh", "-c", "exec dbus-monitor --binary --session >" + recorded});
+    EXPECT_TRUE(waitUntil([&] {
+      return std::filesystem::exists(recorded) && std::filesystem::file_size(recorded) > 0;
+    }));
+    EXPECT_EQ(store_.save(token, "n0t-in-clear"), SecretWrite::done);
+    EXPECT_EQ(loaded(), "found n0t-in-clear");
+    EXPECT_EQ(store_.state({"the.last", "question"}), SecretState::absent);
+    EXPECT_TRUE(waitUntil([&] { return bytesOf(recorded).contains("the.last"); }));
+  }
+  EXPECT_TRUE(bytesOf(recorded).contains("CreateItem"));
+  EXPECT_TRUE(bytesOf(recorded).contains("GetSecret"));
+  EXPECT_FALSE(bytesOf(recorded).contains("n0t-in-clear"));
+}
+
 TEST_F(GnomeKeyringTest, TheSecretIsNotInClearInAnyFile) {
   keyringIsOpen();
   EXPECT_EQ(store_.save(token, "n0t-in-clear"), SecretWrite::done);
@@ -113,11 +140,11 @@ TEST_F(ScriptedServiceTest, WhetherItIsThereTakesOneSearch) {
   EXPECT_EQ(calls(), QStringList("SearchItems"));
 }
 
-TEST_F(ScriptedServiceTest, SessionsAreClosedAgain) {
+TEST_F(ScriptedServiceTest, AServiceThatOffersNoEncryptionIsServedWithoutAndSessionsAreClosed) {
   serviceIs();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
-  EXPECT_EQ(calls().count("OpenSession"), 2);
+  EXPECT_EQ(calls().count("OpenSession"), 4) << "to save and to load, first in vain";
   EXPECT_EQ(calls().count("Close"), 2);
 }
 
@@ -247,6 +274,23 @@ TEST_F(ScriptedServiceTest, AQuestionThatAnotherServiceTakesOverEnds) {
   waitForPrompt();
   const ChildProcess successor({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
   EXPECT_FALSE(isOpened());
+}
+
+TEST_F(ScriptedServiceTest, AServiceThatHangsKeepsTheMainThreadForAQuarterOfASecondAtMost) {
+  serviceIs();
+  EXPECT_EQ(loaded(), "absent");
+  qint64 shortest = std::numeric_limits<qint64>::max();
+  for (int hang = 0; hang < 3; ++hang) {  // of which one finds the machine quiet enough
+    service_->signal(SIGSTOP);
+    QElapsedTimer away;
+    away.start();
+    for (int asked = 0; asked < 5; ++asked) EXPECT_EQ(loaded(), "locked");
+    shortest = std::min(shortest, away.elapsed());
+    service_->signal(SIGCONT);
+    unlock();
+    EXPECT_TRUE(waitUntil([&] { return answers_.size() == std::size_t(hang) + 1; }));
+  }
+  EXPECT_LE(shortest, 250);
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatHangsIsAskedOnceAndCountsAsLocked) {

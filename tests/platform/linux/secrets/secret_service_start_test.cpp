@@ -113,13 +113,6 @@ TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
-TEST_F(ActivationTest, AKWalletThatHasJustStartedIsWaitedFor) {
-  busStartsKWallet("60", "0");
-  const ChildProcess wallet({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--wallet=0.3"});
-  ASSERT_TRUE(waitForOwner(secret_service::WALLET_NAME));
-  EXPECT_EQ(loaded(), "absent");
-}
-
 TEST_F(ActivationTest, AKWalletThatIsSlowToStartCountsAsLockedUntilItIsThere) {
   busStartsKWallet("0.3", "1.2");
   EXPECT_EQ(loaded(), "locked");
