@@ -87,6 +87,15 @@ void removeDeadLock(const QString& path) {
   }
 }
 
+// The file names the user, and Qt would let everyone read it.
+void keepPrivate(const QString& file) {
+  if (!isUsable(file)) return;
+  const auto before = QFile::permissions(file);
+  const auto owners =
+      before & (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+  if (before != owners) QFile::setPermissions(file, owners);
+}
+
 // Opening the settings reads the file again when it changed; closing them writes what was set.
 class OpenSettings : public QSettings {
  public:
@@ -103,11 +112,8 @@ class OpenSettings : public QSettings {
     return value(name).toStringList().join(',');
   }
 
-  // The file names the user, and Qt would let everyone read it.
   void write(const std::string& key, const QString& text) {
     setValue(QString::fromStdString(key), text);
-    sync();
-    QFile::setPermissions(fileName(), QFile::ReadOwner | QFile::WriteOwner);
   }
 };
 
@@ -131,12 +137,18 @@ void change(const Change& makeChange) {
   removeDeadLock(file);
   OpenSettings settings(file);
   makeChange(settings);
+  settings.sync();
+  keepPrivate(file);
 }
 
 const QString YES = QStringLiteral("true");
 const QString NO = QStringLiteral("false");
 
 }  // namespace
+
+SettingsUserDefaults::SettingsUserDefaults() {
+  keepPrivate(settingsFile());
+}
 
 std::optional<std::string> SettingsUserDefaults::string(const std::string& key) {
   const auto text = read(key);

@@ -24,6 +24,9 @@ namespace notewick {
 /// That file is read only.
 class SettingsUserDefaults : public UserDefaults {
  public:
+  /// Leaves the file to its owner, as each write does.
+  SettingsUserDefaults();
+
   [[nodiscard]] std::optional<std::string> string(const std::string& key) override;
   [[nodiscard]] std::optional<bool> boolean(const std::string& key) override;
   void setString(const std::string& key, const std::string& value) override;

@@ -30,6 +30,12 @@ class SettingsUserDefaultsTest : public testing::Test {
     std::ofstream(file()) << text;
   }
 
+  [[nodiscard]] static mode_t mode() {
+    struct stat status {};
+    EXPECT_EQ(stat(file().c_str(), &status), 0);
+    return status.st_mode & 07777U;
+  }
+
   SettingsUserDefaults defaults_;
 };
 
@@ -105,9 +111,23 @@ TEST_F(SettingsUserDefaultsTest, AChangeMadeElsewhereCountsAtOnce) {
 TEST_F(SettingsUserDefaultsTest, TheFileIsForItsOwnerOnly) {
   umask(0);
   defaults_.setString("VELKUserEmail", "a@example.org");
-  struct stat status {};
-  ASSERT_EQ(stat(file().c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+  EXPECT_EQ(mode(), 0600U);
+}
+
+TEST_F(SettingsUserDefaultsTest, WiderRightsAreTakenAwayAtLaunchAndAtEachWrite) {
+  const auto widened = [] {
+    userWrites("[General]\nVELKBaseURL=https://host\n");
+    chmod(file().c_str(), 0664);
+  };
+  widened();
+  const SettingsUserDefaults atLaunch;
+  EXPECT_EQ(mode(), 0600U);
+  widened();
+  defaults_.setBoolean("VELKWidgetVisible", true);
+  EXPECT_EQ(mode(), 0600U);
+  widened();
+  defaults_.remove("VELKBaseURL");
+  EXPECT_EQ(mode(), 0600U);
 }
 
 TEST_F(SettingsUserDefaultsTest, AFileThatCannotBeWrittenIsLeftAloneAndSwallowed) {
