@@ -25,13 +25,13 @@ std::shared_ptr<Keychain> Keychain::create(SecretStore& store) {
 
 void Keychain::keychainSave(const std::string& token) {
   waiting_ = Waiting::save;
-  waitingToken_ = token;
+  waitingToken_.emplace(token);
   if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
 }
 
 void Keychain::keychainDelete() {
   waiting_ = Waiting::removal;
-  waitingToken_.clear();
+  waitingToken_.reset();
   if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
 }
 
@@ -126,10 +126,9 @@ bool Keychain::isOpenNow() {
 SecretWrite Keychain::writeWhatWaits() {
   const bool saves = waiting_ == Waiting::save;
   const SecretWrite written =
-      saves ? store_.save(refreshTokenKey(), waitingToken_) : store_.remove(refreshTokenKey());
+      saves ? store_.save(refreshTokenKey(), *waitingToken_) : store_.remove(refreshTokenKey());
   if (written == SecretWrite::done) {
-    remember(saves ? SecretState::found : SecretState::absent,
-             saves ? std::optional(waitingToken_) : std::nullopt);
+    remember(saves ? SecretState::found : SecretState::absent, std::move(waitingToken_));
     nothingWaits();
   } else {
     forget();
@@ -139,7 +138,7 @@ SecretWrite Keychain::writeWhatWaits() {
 
 void Keychain::nothingWaits() {
   waiting_ = Waiting::nothing;
-  waitingToken_.clear();
+  waitingToken_.reset();
 }
 
 }  // namespace notewick

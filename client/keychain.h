@@ -77,7 +77,7 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   std::optional<SecretState> state_;  ///< what the store said last
   std::optional<std::string> token_;  ///< fetched when it is used, where `state_` is `found`
   Waiting waiting_ = Waiting::nothing;
-  std::string waitingToken_;
+  std::optional<std::string> waitingToken_;  ///< to be saved, where `waiting_` says so
   bool refused_ = false;
   Question question_ = Question::none;
 };

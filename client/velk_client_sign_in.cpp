@@ -121,7 +121,7 @@ Result<std::string> VELKClient::refreshAnswered(const Answer& answer) {
 
 void VELKClient::storeSession(const std::string& access, const std::string& refresh,
                               std::optional<double> expiresAt) {
-  accessToken_ = access;
+  accessToken_.emplace(access);
   accessTokenExpiry_ =
       expiresAt ? Date(*expiresAt - SECONDS_FROM_1970_TO_2001) : clock_.now() + DEFAULT_LIFETIME;
   keychain_->keychainSave(refresh);

@@ -10,6 +10,7 @@
 #include "platform/linux/notifier.h"
 #include "platform/linux/screen.h"
 #include "platform/linux/secret_store.h"
+#include "platform/linux/session/core_limit.h"
 #include "platform/linux/user_defaults.h"
 #include "platform/linux/uuid_source.h"
 #include "platform/linux/views.h"
@@ -44,6 +45,7 @@ LinuxPlatform* platform = nullptr;
 }  // namespace
 
 std::shared_ptr<void> makePlatform(char** argv) {
+  refuseCores();
   const auto owner = std::make_shared<LinuxPlatform>(argv);
   LinuxPlatform& made = *owner;
   platform = &made;

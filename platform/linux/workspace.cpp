@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <filesystem>
 
+#include "platform/linux/session/core_limit.h"
 #include "platform/posix/files.h"
 
 namespace notewick {
@@ -15,6 +16,7 @@ void DesktopWorkspace::openUrl(const std::string& url) {
   opener.setStandardInputFile(QProcess::nullDevice());
   opener.setStandardOutputFile(QProcess::nullDevice());
   opener.setStandardErrorFile(QProcess::nullDevice());
+  opener.setChildProcessModifier(allowCores);
   opener.startDetached();
 }
 

@@ -193,6 +193,7 @@ TEST_F(LockedKeychainTest, OnlyTheNewestOrderWaits) {
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), std::nullopt);
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt) << "nor does the token wait any longer";
 }
 
 TEST_F(LockedKeychainTest, ATokenThatWaitsOutlivesARefusalAndTheStore) {

@@ -2,12 +2,13 @@
 
 #include <QSocketNotifier>
 
+#include "platform/linux/http/curl_memory.h"
+
 namespace notewick {
 namespace {
 
 CurlMulti makeMulti() {
-  static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-  return CurlMulti(ready == CURLE_OK ? curl_multi_init() : nullptr);
+  return CurlMulti(curlIsReady() ? curl_multi_init() : nullptr);
 }
 
 CurlTransfer* transferOf(CURL* handle) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "platform/linux/session/core_limit.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {
@@ -45,6 +47,25 @@ TEST_F(DesktopWorkspaceTest, HandsALinkUnchangedToTheDesktopsOpenerAndDoesNotWai
   openerIs("printf '%s' \"$*\" >" + opened);  // waits for the reader of the pipe
   workspace_.openUrl("https://velk.example/case-notes?a=%20b&c=$HOME;x");
   EXPECT_EQ(contents(opened), "https://velk.example/case-notes?a=%20b&c=$HOME;x");
+}
+
+TEST_F(DesktopWorkspaceTest, TheProgramLeavesNoCoreButTheOpenerMay) {
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_CORE, &before), 0);
+  const std::string limit = LinuxSession::current().home() + "/limit";
+  ASSERT_EQ(mkfifo(limit.c_str(), 0600), 0);
+  openerIs("ulimit -S -c >" + limit);
+  refuseCores();
+  rlimit refused{};
+  getrlimit(RLIMIT_CORE, &refused);
+  EXPECT_EQ(refused.rlim_cur, 1U);
+  EXPECT_EQ(refused.rlim_max, before.rlim_max);
+  workspace_.openUrl("https://velk.example/");
+  const bool unlimited = before.rlim_cur == RLIM_INFINITY;
+  // The shell counts in blocks of 512 bytes.
+  EXPECT_EQ(contents(limit),
+            (unlimited ? "unlimited" : std::to_string(before.rlim_cur / 512)) + "\n");
+  setrlimit(RLIMIT_CORE, &before);
 }
 
 TEST_F(DesktopWorkspaceTest, SaysNothingOfAMissingOpener) {
