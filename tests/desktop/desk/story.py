@@ -24,8 +24,13 @@ class Story(unittest.TestCase):
         cls.addClassCleanup(folder.cleanup)
         cls.addClassCleanup(desk.close_all)
         cls.folder = Path(folder.name)
-        cls.clock = FastTime(factor=cls.factor).environment if cls.fast else {}
+        cls.clock = cls.make_clock()
         cls.service = LocalService(cls.folder, cls.clock, cls.participants)
+
+    @classmethod
+    def make_clock(cls):
+        """The environment that gives the program and the service another clock than the machine's."""
+        return FastTime(factor=cls.factor).environment if cls.fast else {}
 
     def setUp(self):
         self.close_what_it_starts()
