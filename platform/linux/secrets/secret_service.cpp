@@ -62,9 +62,7 @@ SecretServiceAnswer<std::string> SecretServiceConversation::secretOf(
   const auto session = openSession();
   if (!session) return tl::unexpected(session.error());
   return call(item.path(), ITEM_INTERFACE, "GetSecret", {QVariant::fromValue(session->path())})
-      .and_then([&](const QVariantList& answer) {
-        return session->unwrapped(secretIn(answer));
-      });
+      .and_then([&](const QVariantList& answer) { return session->unwrapped(secretIn(answer)); });
 }
 
 SecretServiceAnswer<void> SecretServiceConversation::replaceSecret(
