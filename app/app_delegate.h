@@ -115,6 +115,7 @@ class AppDelegate : public ApplicationDelegate,
   NameMatcher matcher_;  ///< built from `participants` whenever they change
   SampleBeat beat_;
   DelayedSave outboxSave_{[this] { saveOutbox(); }};
+  bool widgetShown_ = false;    ///< the widget has been on screen since launch
   bool signInOffered_ = false;  ///< a sign-in panel has been shown since the user was signed in
 };
 

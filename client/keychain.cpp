@@ -26,13 +26,22 @@ std::shared_ptr<Keychain> Keychain::create(SecretStore& store) {
 void Keychain::keychainSave(const std::string& token) {
   waiting_ = Waiting::save;
   waitingToken_.emplace(token);
-  if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
+  write();
 }
 
 void Keychain::keychainDelete() {
   waiting_ = Waiting::removal;
   waitingToken_.reset();
-  if (writeWhatWaits() == SecretWrite::failed) nothingWaits();
+  write();
+}
+
+void Keychain::write() {
+  if (!waitsForLater(writeWhatWaits())) nothingWaits();
+}
+
+bool Keychain::waitsForLater(SecretWrite written) const {
+  if (written == SecretWrite::noStore) return waiting_ == Waiting::save;
+  return written == SecretWrite::locked;
 }
 
 std::optional<std::string> Keychain::keychainLoad() {
@@ -43,7 +52,8 @@ std::optional<std::string> Keychain::keychainLoad() {
 
 bool Keychain::holdsToken() {
   if (waiting_ != Waiting::nothing) return waiting_ == Waiting::save;
-  return refused_ ? token().has_value() : state() != SecretState::absent;
+  if (refused_) return token().has_value();
+  return state() == SecretState::found || state_ == SecretState::locked;
 }
 
 bool Keychain::isLocked() {
@@ -52,7 +62,8 @@ bool Keychain::isLocked() {
 }
 
 bool Keychain::wantsUnlock() {
-  return isLocked() || (waiting_ != Waiting::nothing && !refused_);
+  if (waiting_ == Waiting::nothing) return isLocked();
+  return !refused_ && !hasNoStore();
 }
 
 SecretState Keychain::state() {
@@ -115,7 +126,7 @@ void Keychain::storeChanged() {
 
 bool Keychain::isShut() const {
   return question_ == Question::open || refused_ || waiting_ != Waiting::nothing ||
-         state_ == SecretState::locked || state_ == SecretState::absent;
+         (state_ && state_ != SecretState::found);
 }
 
 bool Keychain::isOpenNow() {

@@ -12,7 +12,8 @@ namespace notewick {
 /// The refresh token in the system's secret store, and what happens while that store is locked. A
 /// locked store with our token in it is not "signed out": the user is asked to open it, and what
 /// has to be written meanwhile waits in memory. A store that the user refused to open counts as
-/// empty until the next command to sign in or out, or until somebody else opens it.
+/// empty until the next command to sign in or out, or until somebody else opens it. Where there is
+/// no store the token lives in memory, until it is deleted, the program ends, or a store comes.
 ///
 /// What the store said, and the token that was read or written, are remembered until the store
 /// reports a change; where it does not report changes, each look asks whether the token is still
@@ -32,8 +33,11 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   /// Whether there is a token, in reach or not. Does not fetch it.
   [[nodiscard]] bool holdsToken();
 
+  /// Whether this system has no store at all: a sign-in lasts until the program ends.
+  [[nodiscard]] bool hasNoStore() { return state() == SecretState::noStore; }
+
   /// Whether opening the store would help: the token is out of reach, or waits to be saved or to be
-  /// removed. False once the user has refused.
+  /// removed. False once the user has refused, and where there is no store.
   [[nodiscard]] bool wantsUnlock();
 
   /// Asks the user to open the store, unless that question is on screen already.
@@ -68,7 +72,9 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   /// Whether the token was out of reach when the store was last asked.
   [[nodiscard]] bool isShut() const;
   [[nodiscard]] bool isOpenNow();
+  void write();
   SecretWrite writeWhatWaits();
+  [[nodiscard]] bool waitsForLater(SecretWrite written) const;
   void nothingWaits();
 
   SecretStore& store_;

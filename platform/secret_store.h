@@ -13,8 +13,9 @@ struct SecretKey {
 
 enum class SecretState {
   found,
-  absent,  ///< no such secret, or no secret store on this system
-  locked,  ///< it is there, in a store the user has not opened; or the store does not answer yet
+  absent,   ///< no such secret
+  locked,   ///< it is there, in a store the user has not opened; or the store does not answer yet
+  noStore,  ///< this system has no secret store
 };
 
 struct SecretLookup {
@@ -22,7 +23,7 @@ struct SecretLookup {
   std::string secret;  ///< UTF-8; empty unless found
 };
 
-enum class SecretWrite { done, locked, failed };
+enum class SecretWrite { done, locked, failed, noStore };
 
 /// The system's store for passwords and tokens. Main thread. `state`, `load`, `save` and `remove`
 /// are synchronous, bounded in time, and never show a prompt; only `unlock` asks the user.

@@ -37,6 +37,10 @@ class StatusItem {
   /// in their own way.
   virtual void setTitle(const std::string& title, std::size_t count) = 0;
 
+  /// Whether the desktop shows the item now. Where it does not, the menu is the context menu of the
+  /// quick-note panel.
+  [[nodiscard]] virtual bool isShown() const = 0;
+
   /// Replaces the menu whole; safe while the old one is open. It may be called many times in a turn
   /// of the main loop: what the user sees may follow at the end of the turn.
   virtual void setMenu(const Menu& menu) = 0;

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "app/app_delegate.h"
 #include "platform/ports.h"
 
@@ -5,6 +7,7 @@ namespace notewick {
 namespace {
 
 constexpr const char* WIDGET_VISIBLE_KEY = "VELKWidgetVisible";
+constexpr const char* NO_TRAY = "No tray here: right-click for the menu";
 
 }  // namespace
 
@@ -34,6 +37,7 @@ void AppDelegate::showWidget(const std::optional<Pending>& pending) {
   if (!widget) widget = QuickWidgetController::create(weak_from_this());
   refreshWidget();
   widget->present(pending);
+  if (!std::exchange(widgetShown_, true) && !statusItem->isShown()) widget->flashStatus(NO_TRAY);
   setWidgetVisible(true);
   rebuildMenu();
 }

@@ -24,6 +24,9 @@ SignInTexts signInTexts() {
   };
 }
 
+constexpr const char* NO_STORE =
+    "No password store on this desktop: the sign-in lasts until you quit.";
+
 std::string explanationOf(const VELKError& error) {
   if (!error.blamesCredentials()) return error.message();
   return "Invalid email or password. If you sign in to VELK with Google, set a password first via "
@@ -47,14 +50,22 @@ LoginController::LoginController(std::function<void()> onSignedIn)
     : onSignedIn_(std::move(onSignedIn)) {}
 
 void LoginController::show() {
+  const bool isOpen = current().get() == this;
   current() = shared_from_this();
   panel_->present();
+  if (!isOpen) explainMissingStore();
 }
 
 void LoginController::showQuietly() {
   if (current().get() == this) return panel_->orderFrontRegardless();
   current() = shared_from_this();
   panel_->presentQuietly();
+  explainMissingStore();
+}
+
+// Screen readers speak what appears in a window that is shown.
+void LoginController::explainMissingStore() {
+  if (VELKClient::shared().keychain().hasNoStore()) panel_->setError(NO_STORE);
 }
 
 void LoginController::close() {

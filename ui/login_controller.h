@@ -19,7 +19,8 @@ class LoginController : public SignInPanelDelegate,
   /// The controller whose panel is open, or null.
   [[nodiscard]] static std::shared_ptr<LoginController>& current();
 
-  /// Opens the panel, or brings it forward with what was typed.
+  /// Opens the panel, or brings it forward with what was typed. Where the system has no secret
+  /// store a panel that opens says how long the sign-in will last.
   void show();
 
   /// Shows the panel above other windows and leaves the keyboard where it is, so that nobody who is
@@ -35,6 +36,7 @@ class LoginController : public SignInPanelDelegate,
  private:
   explicit LoginController(std::function<void()> onSignedIn);
 
+  void explainMissingStore();
   void setSigningIn(bool signingIn);
   void signInAnswered(const Result<void>& result);
   void releaseCurrent();

@@ -45,6 +45,9 @@ class QuickWidgetController : public QuickNotePanelDelegate,
 
   void orderOut() { panel_->orderOut(); }
 
+  /// Shows a short text for some seconds where the state of the queue stands.
+  void flashStatus(const std::string& text);
+
   void send() override;
   void caughtLog(std::size_t tag) override;
   void caughtSkip(std::size_t tag) override;
@@ -55,7 +58,6 @@ class QuickWidgetController : public QuickNotePanelDelegate,
   explicit QuickWidgetController(std::weak_ptr<QuickWidgetOwner> owner);
 
   void fill(const Pending& pending);
-  void flashStatus(const std::string& text);
   void showParticipants();
   void showCaught();
   void showStatus(std::size_t outboxCount);

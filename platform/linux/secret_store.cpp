@@ -122,12 +122,14 @@ bool SecretServiceStore::watch(std::function<void()> changed) {
 
 SecretState SecretServiceStore::stateAfter(SecretServiceFailure failure, const SecretKey& key) {
   noteFailure(failure, key);
-  return opensLater(failure) ? SecretState::locked : SecretState::absent;
+  if (opensLater(failure)) return SecretState::locked;
+  return failure == SecretServiceFailure::missing ? SecretState::noStore : SecretState::absent;
 }
 
 SecretWrite SecretServiceStore::outcomeAfter(SecretServiceFailure failure, const SecretKey& key) {
   noteFailure(failure, key);
-  return opensLater(failure) ? SecretWrite::locked : SecretWrite::failed;
+  if (opensLater(failure)) return SecretWrite::locked;
+  return failure == SecretServiceFailure::missing ? SecretWrite::noStore : SecretWrite::failed;
 }
 
 bool SecretServiceStore::opensLater(SecretServiceFailure failure) const {

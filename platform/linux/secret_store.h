@@ -26,7 +26,7 @@ class SecretUnlock;
 ///
 /// A service that is not running at the first question is started, or KWallet, which is not known
 /// to the bus as such a service. That is tried once in the life of the program; where it fails
-/// there is no store: no secret is found, and `save` and `remove` fail. A service that was there
+/// there is no store, and every answer is `noStore`. A service that was there
 /// and has gone (it crashed, is being replaced, or the user logs out) counts as locked instead,
 /// because the secret is still where it was; only `unlock` starts it again.
 ///

@@ -39,7 +39,7 @@ QtStatusItem::QtStatusItem(StatusItemAppearance appearance, std::weak_ptr<Status
   });
   connect(&trayMenu_, &QMenu::aboutToHide, this, [this] { holdMenuFor(CLOSING_TIME); });
   QTimer::singleShot(patience, this, [this] {
-    if (!inTray()) std::cerr << NO_TRAY << std::endl;
+    if (!isShown()) std::cerr << NO_TRAY << std::endl;
   });
   hostChanged();
 }
@@ -56,13 +56,13 @@ void QtStatusItem::setMenu(const Menu& menu) {
 }
 
 std::unique_ptr<QMenu> QtStatusItem::windowMenu() {
-  if (inTray()) return nullptr;
+  if (isShown()) return nullptr;
   auto menu = std::make_unique<QMenu>();
   drawMenu(*menu, menu_, MenuReader::qt, choosing());
   return menu;
 }
 
-bool QtStatusItem::inTray() const {
+bool QtStatusItem::isShown() const {
   if (!icon_) return false;
   return reader_ == MenuReader::trayHost ? host_.takesNotifierItems() : host_.takesEmbeddedIcons();
 }

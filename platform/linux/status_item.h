@@ -33,12 +33,12 @@ class QtStatusItem final : public QObject, public StatusItem {
 
   void setTitle(const std::string& title, std::size_t count) override;
   void setMenu(const Menu& menu) override;
+  [[nodiscard]] bool isShown() const override;
 
   /// The menu for a window to offer while the desktop shows no tray; else null.
   [[nodiscard]] std::unique_ptr<QMenu> windowMenu();
 
  private:
-  [[nodiscard]] bool inTray() const;
   void hostChanged();
   void appear();
   void drawSoon();

@@ -17,6 +17,8 @@ class CocoaStatusItem final : public StatusItem {
 
   void setTitle(const std::string& title, std::size_t count) override;
   void setMenu(const Menu& menu) override;
+  /// The status bar is always there.
+  [[nodiscard]] bool isShown() const override { return true; }
 
   /// The native item, for tests.
   [[nodiscard]] NSStatusItem* native() const { return item_; }

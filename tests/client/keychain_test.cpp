@@ -43,16 +43,69 @@ TEST_F(KeychainTest, ASavedTokenIsThereUntilItIsReplacedOrDeleted) {
 }
 
 TEST_F(KeychainTest, AFailedWriteIsSwallowed) {
-  store.missing = true;
+  store.failWrites = true;
   keychain->keychainSave("T");
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   EXPECT_FALSE(keychain->isLocked());
   EXPECT_FALSE(keychain->wantsUnlock());
-  store.missing = false;
-  store.setRefreshToken("T");
-  store.failWrites = true;
+  store.othersWrite("T");
   keychain->keychainDelete();
   EXPECT_EQ(keychain->keychainLoad(), "T");
+}
+
+// --- No store ------------------------------------------------------------------------------------
+
+class KeychainWithoutAStoreTest : public KeychainTest {
+ protected:
+  KeychainWithoutAStoreTest() { store.missing = true; }
+};
+
+TEST_F(KeychainWithoutAStoreTest, ASavedTokenIsThereUntilItIsDeletedAndNobodyIsAsked) {
+  EXPECT_TRUE(keychain->hasNoStore());
+  EXPECT_FALSE(keychain->holdsToken());
+  keychain->keychainSave("T");
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_TRUE(keychain->hasNoStore());
+  EXPECT_FALSE(keychain->isLocked());
+  EXPECT_FALSE(keychain->wantsUnlock());
+  keychain->keychainDelete();
+  EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_FALSE(keychain->wantsUnlock());
+}
+
+TEST_F(KeychainWithoutAStoreTest, ATokenIsGoneWhenTheProgramStartsAgain) {
+  keychain->keychainSave("T");
+  startAgain();
+  EXPECT_FALSE(keychain->holdsToken());
+}
+
+TEST_F(KeychainWithoutAStoreTest, AStoreThatComesTakesTheToken) {
+  keychain->keychainSave("T");
+  store.comes();
+  EXPECT_EQ(store.refreshToken(), "T");
+  EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_FALSE(keychain->hasNoStore());
+}
+
+TEST_F(KeychainWithoutAStoreTest, AStoreThatComesLockedIsOneToOpen) {
+  keychain->keychainSave("T");
+  store.locked = true;
+  store.comes();
+  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_TRUE(keychain->wantsUnlock());
+  keychain->requestUnlock();
+  store.userAnswers(true);
+  EXPECT_EQ(store.refreshToken(), "T");
+}
+
+TEST_F(KeychainWithoutAStoreTest, AStoreThatComesAfterASignOutKeepsWhatItHolds) {
+  keychain->keychainSave("T");
+  keychain->keychainDelete();
+  store.setRefreshToken("earlier");
+  store.comes();
+  EXPECT_EQ(keychain->keychainLoad(), "earlier");
 }
 
 // --- Remembered ----------------------------------------------------------------------------------

@@ -11,7 +11,8 @@ const std::pair<std::string, std::string> REFRESH_TOKEN{"tools.velk.notewick", "
 
 SecretState FakeSecretStore::state(const SecretKey& key) {
   ++looks;
-  if (missing || !secrets_.contains({key.service, key.account})) return SecretState::absent;
+  if (missing) return SecretState::noStore;
+  if (!secrets_.contains({key.service, key.account})) return SecretState::absent;
   return locked ? SecretState::locked : SecretState::found;
 }
 
@@ -19,14 +20,16 @@ SecretLookup FakeSecretStore::load(const SecretKey& key) {
   ++looks;
   ++fetches;
   const auto secret = secrets_.find({key.service, key.account});
-  if (missing || secret == secrets_.end()) return {SecretState::absent, ""};
+  if (missing) return {SecretState::noStore, ""};
+  if (secret == secrets_.end()) return {SecretState::absent, ""};
   if (locked) return {SecretState::locked, ""};
   return {SecretState::found, secret->second};
 }
 
 SecretWrite FakeSecretStore::save(const SecretKey& key, const std::string& secret) {
   writes.push_back("save " + secret);
-  if (missing || failWrites) return SecretWrite::failed;
+  if (missing) return SecretWrite::noStore;
+  if (failWrites) return SecretWrite::failed;
   if (locked) return SecretWrite::locked;
   secrets_[{key.service, key.account}] = secret;
   report();
@@ -35,7 +38,8 @@ SecretWrite FakeSecretStore::save(const SecretKey& key, const std::string& secre
 
 SecretWrite FakeSecretStore::remove(const SecretKey& key) {
   writes.push_back("remove");
-  if (missing || failWrites) return SecretWrite::failed;
+  if (missing) return SecretWrite::noStore;
+  if (failWrites) return SecretWrite::failed;
   if (locked) return SecretWrite::locked;
   secrets_.erase({key.service, key.account});
   report();
@@ -64,6 +68,12 @@ void FakeSecretStore::othersOpen() {
 
 void FakeSecretStore::othersLock() {
   locked = true;
+  report();
+  loop_.runPosted();
+}
+
+void FakeSecretStore::comes() {
+  missing = false;
   report();
   loop_.runPosted();
 }

@@ -30,6 +30,9 @@ class FakeSecretStore : public SecretStore {
   /// How many questions are waiting for the user.
   [[nodiscard]] std::size_t questions() const { return questions_.size(); }
 
+  /// A store comes to a system that had none.
+  void comes();
+
   /// Somebody else opens or locks the store, or writes or removes our secret.
   void othersOpen();
   void othersLock();

@@ -30,6 +30,10 @@ void FakeStatusItem::setMenu(const Menu& newMenu) {
   views_.trace.push_back("menu");
 }
 
+bool FakeStatusItem::isShown() const {
+  return views_.hasTray;
+}
+
 void FakeStatusItem::choose(const std::string& itemTitle) {
   const auto* const item = find(itemTitle);
   if (item && item->enabled())

@@ -21,6 +21,7 @@ class FakeStatusItem : public StatusItem {
 
   void setTitle(const std::string& text, std::size_t number) override;
   void setMenu(const Menu& newMenu) override;
+  [[nodiscard]] bool isShown() const override;
 
   /// The user chooses the enabled item with this title; a test failure when there is none.
   void choose(const std::string& itemTitle);

@@ -29,6 +29,8 @@ class FakeViews : public Views {
   FakeQuickNotePanel* quickNote = nullptr;
   FakeSignInPanel* signIn = nullptr;
 
+  bool hasTray = true;  ///< the desktop shows status items
+
   int quickNotesMade = 0;
   int signInsMade = 0;
   int signInsAlive = 0;

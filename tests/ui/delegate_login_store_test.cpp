@@ -118,6 +118,27 @@ TEST_F(SigningInTest, AStoreThatLocksLaterIsAskedForByTheCommandsThatNeedIt) {
   }
 }
 
+// --- No store ------------------------------------------------------------------------------------
+
+TEST_F(SigningInTest, WithoutAStoreThePanelSaysHowLongTheSignInLasts) {
+  secrets.missing = true;
+  launch();
+  EXPECT_EQ(signInPanel().error,
+            "No password store on this desktop: the sign-in lasts until you quit.");
+  signInWithPanel();
+  EXPECT_EQ(menuBegins(), SIGNED_IN);
+  advance(7200);
+  statusItem().choose("Reload participants");
+  loop.runPosted();
+  EXPECT_EQ(notifier.shown.back(), WATCHING) << "also with a token that had to be refreshed";
+  EXPECT_EQ(secrets.unlockRequests, 0u);
+  restart();
+  EXPECT_EQ(menuBegins(), SIGN_IN);
+  secrets.comes();
+  restart();
+  EXPECT_EQ(signInPanel().error, "");
+}
+
 // --- A sign-in while the store is locked ---------------------------------------------------------
 
 TEST_F(SigningInTest, ASignInWhoseTokenCannotBeSavedAsksForTheStore) {

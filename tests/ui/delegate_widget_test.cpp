@@ -43,6 +43,19 @@ TEST_F(WidgetOnScreenTest, ItIsMadeWhenItIsFirstShownWithTheListsOfTheMoment) {
   EXPECT_TRUE(isWanted());
 }
 
+TEST_F(WidgetOnScreenTest, WithoutATrayItsFirstShowingAfterEachLaunchSaysWhereTheMenuIs) {
+  EXPECT_EQ(widget().status, "") << "there is a tray";
+  views.hasTray = false;
+  for (int start = 0; start < 2; ++start) {
+    restart();
+    EXPECT_EQ(widget().status, "No tray here: right-click for the menu");
+    advance(4);
+    EXPECT_EQ(widget().status, "");
+    statusItem().click();
+    EXPECT_EQ(widget().status, "");
+  }
+}
+
 TEST_F(WidgetOnScreenTest, AnyShowingMakesItWanted) {
   startsHidden();
   app().showWidget(std::nullopt);

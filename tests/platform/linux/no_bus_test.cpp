@@ -16,12 +16,12 @@ TEST(NoBusTest, NotificationsAreDropped) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(NoBusTest, TheSecretStoreIsEmpty) {
+TEST(NoBusTest, ThereIsNoSecretStore) {
   SecretServiceStore store;
-  EXPECT_EQ(store.state(token), SecretState::absent);
-  EXPECT_EQ(store.load(token).state, SecretState::absent);
-  EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::failed);
-  EXPECT_EQ(store.remove(token), SecretWrite::failed);
+  EXPECT_EQ(store.state(token), SecretState::noStore);
+  EXPECT_EQ(store.load(token).state, SecretState::noStore);
+  EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store.remove(token), SecretWrite::noStore);
 }
 
 TEST(NoBusTest, TheSecretStoreReportsNoChanges) {

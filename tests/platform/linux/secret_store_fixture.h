@@ -29,6 +29,8 @@ inline std::string told(const SecretLookup& lookup) {
       return "absent" + lookup.secret;
     case SecretState::locked:
       return "locked" + lookup.secret;
+    case SecretState::noStore:
+      return "no store" + lookup.secret;
   }
   return "";
 }

@@ -52,11 +52,11 @@ class ActivationTest : public SecretStoreTest {
   }
 };
 
-TEST_F(ActivationTest, WithoutAServiceTheStoreIsEmptyAtOnce) {
-  EXPECT_EQ(store_.state(token), SecretState::absent);
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
-  EXPECT_EQ(store_.remove(token), SecretWrite::failed);
+TEST_F(ActivationTest, WithoutAServiceThereIsNoStore) {
+  EXPECT_EQ(store_.state(token), SecretState::noStore);
+  EXPECT_EQ(loaded(), "no store");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store_.remove(token), SecretWrite::noStore);
 }
 
 TEST_F(ActivationTest, WithoutAServiceThereIsNothingToUnlock) {
@@ -70,7 +70,7 @@ TEST_F(ActivationTest, WithoutAServiceThereIsNothingToUnlock) {
 }
 
 TEST_F(ActivationTest, AServiceThatAppearsLaterIsUsed) {
-  EXPECT_EQ(loaded(), "absent");
+  EXPECT_EQ(loaded(), "no store");
   startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
@@ -79,9 +79,9 @@ TEST_F(ActivationTest, AServiceThatAppearsLaterIsUsed) {
 TEST_F(ActivationTest, AServiceThatTheBusFailsToStartIsTriedOnce) {
   const std::string tries = LinuxSession::current().home() + "/tries";
   busStarts("/bin/sh -c 'echo x >> " + tries + "; exit 1'");
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+  EXPECT_EQ(loaded(), "no store");
+  EXPECT_EQ(loaded(), "no store");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
   EXPECT_EQ(std::filesystem::file_size(tries), 2U);
 }
 
@@ -125,8 +125,8 @@ TEST_F(ActivationTest, AKWalletThatIsNoSecretServiceIsGivenUp) {
   busStartsKWallet("60", "0");
   EXPECT_EQ(loaded(), "locked");
   EXPECT_THAT(unlocked(), ElementsAre(false));
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+  EXPECT_EQ(loaded(), "no store");
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
 }
 
 }  // namespace
