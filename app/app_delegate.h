@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -80,6 +81,9 @@ class AppDelegate : public ApplicationDelegate,
   void showLogin();
   void menuSignIn();
   void openPending(const MenuItem& sender);
+  /// What a click on the notification of this pending item does: opens it, or does what "Log work
+  /// now" does where it is gone.
+  void openAnnounced(const std::string& pendingId);
   void logNow();
   void openCaseNotes();
   void openAccessibilitySettings();
@@ -103,6 +107,9 @@ class AppDelegate : public ApplicationDelegate,
   void pendingsChanged();
   void saveOutbox();
   void showChange();  ///< rebuilds the menu and refreshes the widget
+  /// Notifies the user. `clicked` is what a click on the notification does.
+  void announce(const std::string& title, const std::string& body,
+                std::function<void(AppDelegate&)> clicked = &AppDelegate::logNow);
   void setParticipants(std::vector<Participant> list);
   void startUpload(const OutboxItem& item);
   void uploadFinished(const OutboxItem& item, const Result<std::optional<std::string>>& result);

@@ -1,5 +1,4 @@
 #include "app/app_delegate.h"
-#include "detect/notification.h"
 #include "detect/pending_list.h"
 #include "detect/stamps.h"
 #include "model/local_store.h"
@@ -8,12 +7,13 @@
 namespace notewick {
 
 void AppDelegate::addPending(const WorkSession& session) {
-  promote(session, dayStamp(), pendings);
+  const std::string id = promote(session, dayStamp(), pendings);
   pendingsChanged();
-  notify("Log it? — " + session.participant,
-         "Looks like you worked on " + session.participant + " (~" +
-             std::to_string(session.activeMinutes()) +
-             " min on screen). Confirm it in the floating widget.");
+  announce("Log it? — " + session.participant,
+           "Looks like you worked on " + session.participant + " (~" +
+               std::to_string(session.activeMinutes()) +
+               " min on screen). Confirm it in the floating widget.",
+           [id](AppDelegate& self) { self.openAnnounced(id); });
 }
 
 void AppDelegate::removePending(const std::string& id) {

@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "app/app_delegate.h"
-#include "detect/notification.h"
 #include "detect/quoted_text.h"
 #include "detect/watch_log.h"
 #include "detect/window_titles.h"
@@ -69,7 +68,7 @@ void AppDelegate::followTrust(bool trusted) {
   if (lastAxState == trusted) return;
   lastAxState = trusted;
   rebuildMenu();
-  if (trusted) notify("VELK Notewick", "Screen access on — now watching for participant work.");
+  if (trusted) announce("VELK Notewick", "Screen access on — now watching for participant work.");
 }
 
 void AppDelegate::sample(Date now) {

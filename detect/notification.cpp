@@ -1,5 +1,7 @@
 #include "detect/notification.h"
 
+#include <utility>
+
 #include "detect/quoted_text.h"
 #include "model/bounded_text.h"
 #include "platform/ports.h"
@@ -12,8 +14,9 @@ constexpr TextBound BODY_BOUND{2000, 16 * KIB};
 
 }  // namespace
 
-void notify(const std::string& title, const std::string& body) {
-  ports().notifier.show(boundedText(title, TITLE_BOUND), boundedText(body, BODY_BOUND));
+void notify(const std::string& title, const std::string& body, std::function<void()> clicked) {
+  ports().notifier.show(boundedText(title, TITLE_BOUND), boundedText(body, BODY_BOUND),
+                        std::move(clicked));
 }
 
 std::string notificationScript(const std::string& title, const std::string& body) {

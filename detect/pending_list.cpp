@@ -16,16 +16,18 @@ void merge(const WorkSession& session, Pending& pending) {
 
 }  // namespace
 
-void promote(const WorkSession& session, const std::string& day, std::vector<Pending>& pendings) {
+std::string promote(const WorkSession& session, const std::string& day,
+                    std::vector<Pending>& pendings) {
   const auto sameWork = std::find_if(pendings.begin(), pendings.end(), [&](const Pending& pending) {
     return pending.participant == session.participant && pending.day == day;
   });
   if (sameWork != pendings.end()) {
     merge(session, *sameWork);
-    return;
+    return sameWork->id;
   }
   pendings.push_back({ports().uuids.next(), session.participant, day, session.firstSeen,
                       session.lastSeen, session.activeMinutes(), session.evidence});
+  return pendings.back().id;
 }
 
 }  // namespace notewick

@@ -3,7 +3,6 @@
 #include "app/app_delegate.h"
 #include "app/constants.h"
 #include "client/velk_client.h"
-#include "detect/notification.h"
 #include "detect/stamps.h"
 #include "detect/watch_log.h"
 #include "model/integers.h"
@@ -64,9 +63,10 @@ void AppDelegate::uploadFinished(const OutboxItem& item,
   removeFromOutbox(item.id);
   outboxSave_.within(SUCCESS_WAITS);
   showChange();
-  notify("Captured — " + item.participantName,
-         "Parked in VELK (" + std::to_string(item.minutes) +
-             " min). Write it up from your case-notes page when you're ready.");
+  announce("Captured — " + item.participantName,
+           "Parked in VELK (" + std::to_string(item.minutes) +
+               " min). Write it up from your case-notes page when you're ready.",
+           &AppDelegate::openCaseNotes);
 }
 
 void AppDelegate::uploadFailed(const OutboxItem& item, const VELKError& error) {

@@ -1,6 +1,5 @@
 #include "app/app_delegate.h"
 #include "client/velk_client.h"
-#include "detect/notification.h"
 #include "detect/watch_log.h"
 #include "model/local_store.h"
 #include "platform/ports.h"
@@ -27,8 +26,8 @@ void AppDelegate::participantsArrived(Result<std::vector<Participant>> result, b
     refreshWidget();
   }
   if (silent) return;
-  notify("VELK Notewick",
-         "Watching for work on " + std::to_string(participants.size()) + " participants.");
+  announce("VELK Notewick",
+           "Watching for work on " + std::to_string(participants.size()) + " participants.");
 }
 
 void AppDelegate::handleApiFailure(const VELKError& error, const std::string& context) {
@@ -37,7 +36,7 @@ void AppDelegate::handleApiFailure(const VELKError& error, const std::string& co
   } else {
     const std::string text = context + ": " + error.message();
     watchLog("api-error: " + text);
-    if (!error.isRetryable()) notify("VELK Notewick", text);
+    if (!error.isRetryable()) announce("VELK Notewick", text);
   }
   rebuildMenu();
 }

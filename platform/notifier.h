@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace notewick {
@@ -10,7 +11,10 @@ class Notifier {
   virtual ~Notifier() = default;
 
   /// Shows the texts as they stand: what a desktop would take for markup is shown, not rendered.
-  virtual void show(const std::string& title, const std::string& body) = 0;
+  /// `clicked`, which may be empty, is called in a later turn and at most once, when the user
+  /// clicks the notification. Where the system does not tell of clicks it is never called.
+  virtual void show(const std::string& title, const std::string& body,
+                    std::function<void()> clicked) = 0;
 };
 
 }  // namespace notewick

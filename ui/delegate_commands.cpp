@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "app/app_delegate.h"
 #include "client/base_url.h"
@@ -25,6 +26,20 @@ void writeLoginItem(const LoginItemFile& item) {
 
 }  // namespace
 
+void AppDelegate::announce(const std::string& title, const std::string& body,
+                           std::function<void(AppDelegate&)> clicked) {
+  notify(title, body, [weakSelf = weak_from_this(), clicked = std::move(clicked)] {
+    if (const auto self = weakSelf.lock()) clicked(*self);
+  });
+}
+
+void AppDelegate::openAnnounced(const std::string& pendingId) {
+  const bool isThere =
+      std::ranges::any_of(pendings, [&](const Pending& entry) { return entry.id == pendingId; });
+  if (!isThere) return logNow();
+  openPending({.representedObject = pendingId});
+}
+
 void AppDelegate::openPending(const MenuItem& sender) {
   const auto pending = std::find_if(pendings.begin(), pendings.end(), [&](const Pending& entry) {
     return sender.representedObject == entry.id;
@@ -50,7 +65,7 @@ void AppDelegate::openCaseNotes() {
   const std::string url = serviceURL("/case-notes");
   if (isWebAddress(url)) return ports().workspace.openUrl(url);
   watchLog(std::string("open-error: ") + NO_CASE_NOTES);
-  notify("VELK Notewick", NO_CASE_NOTES);
+  announce("VELK Notewick", NO_CASE_NOTES);
 }
 
 void AppDelegate::openAccessibilitySettings() {
@@ -59,13 +74,13 @@ void AppDelegate::openAccessibilitySettings() {
   } else {
     ports().accessibility.isTrustedWithPrompt();
   }
-  notify("VELK Notewick",
-         "Turn VELK Notewick ON in the Accessibility list, then quit and reopen the app.");
+  announce("VELK Notewick",
+           "Turn VELK Notewick ON in the Accessibility list, then quit and reopen the app.");
 }
 
 void AppDelegate::installLoginItem() {
   writeLoginItem(loginItemFile(ports().workspace, ports().files.homeFolder()));
-  notify("VELK Notewick", "Will start automatically at login.");
+  announce("VELK Notewick", "Will start automatically at login.");
 }
 
 }  // namespace notewick

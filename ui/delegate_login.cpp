@@ -1,6 +1,5 @@
 #include "app/app_delegate.h"
 #include "client/velk_client.h"
-#include "detect/notification.h"
 #include "ui/login_controller.h"
 
 namespace notewick {
@@ -32,8 +31,8 @@ void AppDelegate::menuSignIn() {
 
 void AppDelegate::signedIn() {
   signInOffered_ = false;
-  notify("VELK Notewick",
-         "Signed in as " + VELKClient::shared().userEmail().value_or("your VELK account") + ".");
+  announce("VELK Notewick",
+           "Signed in as " + VELKClient::shared().userEmail().value_or("your VELK account") + ".");
   refreshParticipants(false);
   flushOutbox();
   askToUnlockIfLocked();

@@ -4,7 +4,8 @@
 
 namespace notewick {
 
-void ScriptNotifier::show(const std::string& title, const std::string& body) {
+void ScriptNotifier::show(const std::string& title, const std::string& body,
+                          std::function<void()> /*clicked*/) {
   launcher_.launch(notificationCommand(title, body));
 }
 

@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 import desk
-from desk import notewick, tray
+from desk import notewick, notifications, tray
 from desk.notewick import NO_WORK, WATCHING, menu
 from desk.story import Chapters
 
@@ -31,6 +31,12 @@ class OnADesktop(Chapters):
     def test_a_left_click_on_its_item_gives_the_widget_the_keyboard(self):
         self.work_elsewhere_with_the_widget_hidden()
         self.program.tray.activate()
+        self.wait_until_active(self.program.widget.window)
+
+    def test_a_click_on_a_notification_gives_the_widget_the_keyboard(self):
+        self.program.choose("Start at login")
+        self.work_elsewhere_with_the_widget_hidden()
+        notifications.click()
         self.wait_until_active(self.program.widget.window)
 
     def test_a_second_start_gives_the_widget_of_the_first_the_keyboard_and_ends(self):

@@ -37,7 +37,7 @@ class NotifyTest : public WorldTest {
 };
 
 TEST_F(NotifyTest, ShowsTheTextsAsTheyStand) {
-  notify("a <b> & \"c\"", "d\ne \\");
+  notify("a <b> & \"c\"", "d\ne \\", nullptr);
   EXPECT_THAT(notifier.shown, ElementsAre(Notification{"a <b> & \"c\"", "d\ne \\"}));
 }
 
@@ -51,8 +51,8 @@ TEST_F(NotifyTest, ShowsSoManyCharactersAndBytesAndCutsTheRest) {
        {Longest{"t", 200, 2000}, Longest{sixteenBytes, 128, 1024}}) {
     const Notification whole = {repeated(character, inTitle), repeated(character, inBody)};
     notifier.shown.clear();
-    notify(whole.title, whole.body);
-    notify(whole.title + character, whole.body + character);
+    notify(whole.title, whole.body, nullptr);
+    notify(whole.title + character, whole.body + character, nullptr);
     EXPECT_THAT(notifier.shown,
                 ElementsAre(whole, Notification{whole.title + "…", whole.body + "…"}));
   }

@@ -11,7 +11,7 @@ namespace {
 
 TEST(MacosNotifierTest, LaunchesTheScript) {
   FakeProcessLauncher launcher;
-  ScriptNotifier(launcher).show("Title", "Body");
+  ScriptNotifier(launcher).show("Title", "Body", [] {});
   EXPECT_THAT(launcher.launches, testing::ElementsAre(notificationCommand("Title", "Body")));
 }
 

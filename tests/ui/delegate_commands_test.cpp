@@ -126,6 +126,54 @@ TEST_F(CommandTest, CaseNotesThatAreNoWebPageAreReportedInstead) {
   EXPECT_THAT(watchLogLines(), ElementsAre("09:00:00 open-error: " + report));
 }
 
+// --- Clicks on notifications ---------------------------------------------------------------------
+
+class ClickedNotificationTest : public CommandTest {
+ protected:
+  /// A session with Lena has ended.
+  ClickedNotificationTest() {
+    WorkSession session("Lena O'Keefe", clock.now() - Date(700));
+    session.sightings = 4;
+    app().addPending(session);
+    widget().orderOut();
+  }
+};
+
+TEST_F(ClickedNotificationTest, LogItOpensTheCaughtItem) {
+  notifier.click("Log it? — Lena O'Keefe");
+  EXPECT_TRUE(widget().key);
+  EXPECT_EQ(widget().selectedParticipant(), "Lena O'Keefe");
+  EXPECT_EQ(widget().hint, "On screen ≈ 1 min — you set the duration.");
+}
+
+TEST_F(ClickedNotificationTest, LogItForAnItemThatIsGoneOpensTheWidgetForTyping) {
+  app().removePending(app().pendings.back().id);
+  notifier.click("Log it? — Lena O'Keefe");
+  EXPECT_TRUE(widget().key);
+  EXPECT_EQ(widget().hint, "Minutes — you set this.");
+}
+
+TEST_F(ClickedNotificationTest, CapturedOpensTheCaseNotes) {
+  app().enqueueNote({"2", "Lena", "O'Keefe"}, "Phoned", 30, "2024-05-02");
+  loop.runPosted();
+  notifier.click("Captured — Lena O'Keefe");
+  EXPECT_THAT(workspace.openedUrls, ElementsAre("https://velk.example/case-notes"));
+  EXPECT_FALSE(widget().visible);
+}
+
+TEST_F(ClickedNotificationTest, AnyOtherOpensTheWidgetForTyping) {
+  chooses("Start at login");
+  notifier.click("VELK Notewick");
+  EXPECT_TRUE(widget().key);
+  EXPECT_THAT(workspace.openedUrls, IsEmpty());
+}
+
+TEST_F(ClickedNotificationTest, AfterTheEndNothingHappens) {
+  kill();
+  notifier.click("Log it? — Lena O'Keefe");
+  EXPECT_EQ(views.quickNote, nullptr);
+}
+
 // --- Trust ---------------------------------------------------------------------------------------
 
 TEST_F(CommandTest, TheRemedyForMissingTrustIsTheSettingsPage) {

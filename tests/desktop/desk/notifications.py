@@ -5,6 +5,7 @@ import os
 import subprocess
 from collections import namedtuple
 
+from desk import screen
 from desk.waiting import LIMIT, wait_until
 from desk.x_windows import Window
 
@@ -56,6 +57,13 @@ def place():
         ["xdotool", "search", "--onlyvisible", "--class", "Dunst"], capture_output=True, text=True
     )
     return Window(found.stdout.split()[0]).geometry
+
+
+def click():
+    """Clicks the only one on the screen, wherever it is."""
+    wait_until(lambda: count_displayed() == 1, what="one notification")
+    geometry = place()
+    screen.click(geometry.x + geometry.width // 2, geometry.y + geometry.height // 2)
 
 
 def find(summary):

@@ -12,7 +12,9 @@ const SecretKey token{"tools.velk.notewick", "refresh-token"};
 
 TEST(NoBusTest, NotificationsAreDropped) {
   testing::internal::CaptureStderr();
-  DBusNotifier().show("title", "body");
+  DBusNotifier notifier;
+  notifier.show("title", "body", nullptr);
+  catchUp();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
