@@ -4,6 +4,7 @@
 #include <QObject>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/http_session.h"
@@ -34,6 +35,12 @@ class CurlHttpSession : public HttpSession {
   ~CurlHttpSession() override;
 
   void send(HttpRequest request, HttpCompletion completion) override;
+
+  /// When the certificate ends that a server showed last, whether it was trusted or not; absent
+  /// before.
+  [[nodiscard]] std::optional<std::chrono::sys_seconds> certificateEnd() const {
+    return authorities_.certificateEnd();
+  }
 
  private:
   HttpTransfer& makeTransfer(HttpRequest request, HttpCompletion completion);

@@ -65,9 +65,9 @@ TitleReader readerForSession() {
   return makeBlindReader();
 }
 
-TitleReader atspiReader(std::chrono::milliseconds limit) {
+TitleReader atspiReader(const char* name, std::chrono::milliseconds limit) {
   auto bus = std::make_shared<AtspiBus>();
-  return {std::make_unique<AtspiScreen>(bus, limit), std::make_unique<AtspiTrust>(bus)};
+  return {name, std::make_unique<AtspiScreen>(bus, limit), std::make_unique<AtspiTrust>(bus)};
 }
 
 }  // namespace
@@ -75,25 +75,27 @@ TitleReader atspiReader(std::chrono::milliseconds limit) {
 std::optional<TitleReader> makeX11Reader() {
   auto connection = X11Connection::open();
   if (!connection) return std::nullopt;
-  return TitleReader{std::make_unique<X11Screen>(std::move(connection)),
+  return TitleReader{"X11 properties", std::make_unique<X11Screen>(std::move(connection)),
                      std::make_unique<FixedTrust>(true)};
 }
 
 std::optional<TitleReader> makeToplevelReader() {
   auto toplevels = ForeignToplevels::open(Deadline(PATIENCE_AT_START));
   if (!toplevels) return std::nullopt;
-  return TitleReader{std::make_unique<ToplevelScreen>(std::move(toplevels)),
+  return TitleReader{"the compositor's list",
+                     std::make_unique<ToplevelScreen>(std::move(toplevels)),
                      std::make_unique<FixedTrust>(true)};
 }
 
 TitleReader makeAtspiReader() {
-  return atspiReader(SAMPLE_LIMIT);
+  return atspiReader("the accessibility bus", SAMPLE_LIMIT);
 }
 
 TitleReader makeAtspiAndX11Reader() {
   auto connection = X11Connection::open();
   if (!connection) return makeAtspiReader();
-  auto reader = atspiReader(SAMPLE_LIMIT - LIMIT_OF_X_PROGRAMS);
+  auto reader =
+      atspiReader("the accessibility bus and X11 properties", SAMPLE_LIMIT - LIMIT_OF_X_PROGRAMS);
   reader.screen = std::make_unique<ScreenWithXPrograms>(
       std::make_unique<X11Screen>(std::move(connection), LIMIT_OF_X_PROGRAMS),
       std::move(reader.screen));
@@ -101,7 +103,7 @@ TitleReader makeAtspiAndX11Reader() {
 }
 
 TitleReader makeBlindReader() {
-  return {std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
+  return {"no reader", std::make_unique<NoScreen>(), std::make_unique<FixedTrust>(false)};
 }
 
 TitleReader chooseTitleReader() {

@@ -10,6 +10,7 @@ namespace notewick {
 
 /// The reader of titles for one kind of session, with what it needs to be trusted.
 struct TitleReader {
+  const char* name;  ///< for people who help the user
   std::unique_ptr<Screen> screen;
   std::unique_ptr<Accessibility> accessibility;
 };

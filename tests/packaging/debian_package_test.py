@@ -12,7 +12,7 @@ from pathlib import Path
 
 CONFIGURATION = sys.argv.pop(1)
 NAME = "tools.velk.notewick"
-PROGRAMS = ["notewick"]
+PROGRAMS = ["notewick", "notewick-doctor"]
 ICONS = "usr/share/icons/hicolor"
 SIZES = [16, 22, 24, 32, 48, 64, 128, 256, 512]
 DOCUMENTS = "usr/share/doc/notewick"

@@ -3,11 +3,40 @@
 #include <openssl/err.h>
 #include <openssl/x509.h>
 
+#include <ctime>
+
 namespace notewick {
+namespace {
+
+/// Where a store keeps a pointer to its owner.
+int ownerSlot() {
+  static const int slot = X509_STORE_get_ex_new_index(0, nullptr, nullptr, nullptr, nullptr);
+  return slot;
+}
+
+std::optional<std::chrono::sys_seconds> endOf(const X509& certificate) {
+  std::tm end{};
+  if (ASN1_TIME_to_tm(X509_get0_notAfter(&certificate), &end) != 1) return std::nullopt;
+  return std::chrono::sys_seconds(std::chrono::seconds(timegm(&end)));
+}
+
+}  // namespace
 
 void TrustedAuthorities::applyTo(SSL_CTX* context) {
   if (!store_) store_ = load(userFile_);
+  X509_STORE_set_ex_data(store_.get(), ownerSlot(), this);
+  X509_STORE_set_verify_cb(store_.get(), &noteEnd);
   SSL_CTX_set1_cert_store(context, store_.get());
+}
+
+// Called for each step of a judgement; the certificate is the server's own at each of them.
+int TrustedAuthorities::noteEnd(int isGood, X509_STORE_CTX* judgement) {
+  X509_STORE* const store = X509_STORE_CTX_get0_store(judgement);
+  auto* const self = static_cast<TrustedAuthorities*>(X509_STORE_get_ex_data(store, ownerSlot()));
+  if (const X509* const certificate = X509_STORE_CTX_get0_cert(judgement)) {
+    self->end_ = endOf(*certificate);
+  }
+  return isGood;
 }
 
 TrustedAuthorities::Store TrustedAuthorities::load(const std::string& userFile) {

@@ -2,7 +2,9 @@
 
 #include <openssl/ssl.h>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace notewick {
@@ -22,6 +24,9 @@ class TrustedAuthorities {
   /// Makes connections of this context trust these authorities and no others.
   void applyTo(SSL_CTX* context);
 
+  /// When the certificate ends that was judged last, whatever the judgement; absent before.
+  [[nodiscard]] std::optional<std::chrono::sys_seconds> certificateEnd() const { return end_; }
+
  private:
   struct Free {
     void operator()(X509_STORE* store) const { X509_STORE_free(store); }
@@ -29,9 +34,11 @@ class TrustedAuthorities {
   using Store = std::unique_ptr<X509_STORE, Free>;
 
   [[nodiscard]] static Store load(const std::string& userFile);
+  static int noteEnd(int isGood, X509_STORE_CTX* judgement);
 
   std::string userFile_;
   Store store_;
+  std::optional<std::chrono::sys_seconds> end_;
 };
 
 }  // namespace notewick

@@ -9,6 +9,7 @@ from desk import controls, keyring, local_service, programs, tray, windows
 from desk.waiting import LIMIT, TimedOut, wait_until
 
 PROGRAM = os.environ.get("NOTEWICK", "")
+DOCTOR = os.environ.get("NOTEWICK_DOCTOR", "")
 SECRET = {"service": "tools.velk.notewick", "account": "refresh-token"}
 QUICK_NOTE = "VELK — quick note"
 SIGN_IN = "Sign in to VELK"

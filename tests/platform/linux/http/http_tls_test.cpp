@@ -21,13 +21,41 @@ class HttpTlsTest : public CurlHttpSessionTest {
   }
 
   std::string answerAt(const std::string& url) {
-    session_ = std::make_unique<CurlHttpSession>(HttpSessionConfiguration{5});
+    auto session = std::make_unique<CurlHttpSession>(HttpSessionConfiguration{5});
+    curl_ = session.get();
+    session_ = std::move(session);
     return outcome(get(url));
+  }
+
+  /// The end of the certificate that was seen last, in days from now.
+  [[nodiscard]] std::optional<double> daysLeft() const {
+    const auto end = curl_->certificateEnd();
+    if (!end) return std::nullopt;
+    return std::chrono::duration<double, std::ratio<86400>>(*end - std::chrono::system_clock::now())
+        .count();
   }
 
   CertificateAuthority authority_;
   std::string file_ = LinuxSession::current().home() + "/authority.pem";
+  CurlHttpSession* curl_ = nullptr;  ///< the session of the last answer
 };
+
+TEST_F(HttpTlsTest, TheEndOfTheServersCertificateIsKnownAlsoWhereItIsRefused) {
+  const TlsServer good(authority_.issue(names, {-1, 30}));
+  const TlsServer expired(authority_.issue(names, {-30, -3}));
+  EXPECT_EQ(answerAt(good.url()), INSECURE);
+  ASSERT_TRUE(daysLeft());
+  EXPECT_NEAR(*daysLeft(), 30, 0.1);
+  userTrusts(file_);
+  EXPECT_EQ(answerAt(good.url()), "200 secret answer");
+  ASSERT_TRUE(daysLeft());
+  EXPECT_NEAR(*daysLeft(), 30, 0.1);
+  EXPECT_EQ(answerAt(expired.url()), INSECURE);
+  ASSERT_TRUE(daysLeft());
+  EXPECT_NEAR(*daysLeft(), -3, 0.1);
+  EXPECT_EQ(answerAt("https://127.0.0.1:1"), "The connection was refused.");
+  EXPECT_EQ(daysLeft(), std::nullopt);
+}
 
 TEST_F(HttpTlsTest, TheAuthorityThatTheUserNamesIsTrusted) {
   const TlsServer server(authority_.issue(names));
