@@ -92,11 +92,12 @@ def rest(rounds):
             "copyq": _rest(_copyq()),
             "tray": _rest(_bare_tray()),
         }
-        yield {
+        compared = {
             (kind, name): Reading(own[kind], figures[kind])
             for name, figures in neighbours.items()
-            for kind in own
+            for kind in ("processor", "wake-ups")
         }
+        yield compared | {"flushes": Reading(own["flushes"])}
     desk.close_all()
 
 
@@ -116,7 +117,6 @@ class Week:
         """Megabytes and descriptors at the first rest and at the last."""
         with _notewick(self._user) as program:
             window = desk.xterm("Lunch").window()
-            window.focus()
             self._work(window, program, 4)  # what is made once is made
             before = self._state(program)
             self._work(window, program, 2 * self.HOURS)
@@ -124,6 +124,7 @@ class Week:
 
     def _work(self, window, program, pieces):
         for number in range(pieces):
+            window.focus()
             window.retitle(f"Notes on {self.PEOPLE[number % len(self.PEOPLE)]}")
             time.sleep(self.PIECE * 60 / self.FACTOR / 2)
             window.retitle("Lunch")
@@ -132,12 +133,16 @@ class Week:
 
     def _log_what_was_caught(self, program):
         """With the keyboard: the note, then the second choice of minutes."""
-        for entry in [label for label in program.menu() if label.startswith("Log: ")]:
-            program.choose(entry)
-            program.widget.window.focus()
-            screen.type_text("Called about the application")
-            screen.press("Tab", "Right", "space", "ctrl+Return")
-            desk.wait_until(lambda: not program.has(entry), what=f"the end of {entry}")
+        [entry] = desk.wait_until(lambda: self._caught(program), what="caught work")
+        program.choose(entry)
+        program.widget.window.focus()
+        screen.type_text("Called about the application")
+        screen.press("Tab", "Right", "space", "ctrl+Return")
+        desk.wait_until(lambda: not self._caught(program), what=f"the end of {entry}")
+
+    @staticmethod
+    def _caught(program):
+        return [label for label in program.menu() if label.startswith("Log: ")]
 
     @staticmethod
     def _state(program):
