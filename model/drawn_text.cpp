@@ -30,28 +30,40 @@ bool runsLeft(const utf8proc_property_t& property) {
          property.bidi_class == UTF8PROC_BIDI_CLASS_AL;
 }
 
+/// Calls `see` with each character of a valid text and with its code point.
+template <class See>
+void forEachCharacter(std::string_view text, const See& see) {
+  while (!text.empty()) {
+    utf8proc_int32_t value = 0;
+    const auto length = static_cast<std::size_t>(
+        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                         static_cast<utf8proc_ssize_t>(text.size()), &value));
+    see(text.substr(0, length), value);
+    text.remove_prefix(length);
+  }
+}
+
 }  // namespace
 
 std::string drawnText(std::string_view text) {
   if (std::ranges::all_of(text, isPlain)) return std::string(text);
-  const std::string valid = validUtf8(text);
-  std::string_view rest = valid;
   std::string drawn;
-  bool isolated = false;
-  while (!rest.empty()) {
-    utf8proc_int32_t value = 0;
-    const auto length = static_cast<std::size_t>(
-        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
-                         static_cast<utf8proc_ssize_t>(rest.size()), &value));
-    const utf8proc_property_t& property = *utf8proc_get_property(value);
-    isolated = isolated || runsLeft(property);
-    if (endsLine(property)) {
+  forEachCharacter(validUtf8(text), [&](std::string_view character, utf8proc_int32_t value) {
+    if (endsLine(*utf8proc_get_property(value))) {
       drawn += ' ';
     } else if (!setsDirection(value)) {
-      drawn += rest.substr(0, length);
+      drawn += character;
     }
-    rest.remove_prefix(length);
-  }
+  });
+  return drawn;
+}
+
+std::string drawnWithin(std::string_view text) {
+  const std::string drawn = drawnText(text);
+  bool isolated = false;
+  forEachCharacter(drawn, [&](std::string_view, utf8proc_int32_t value) {
+    isolated = isolated || runsLeft(*utf8proc_get_property(value));
+  });
   return isolated ? FIRST_STRONG_ISOLATE + drawn + POP_DIRECTIONAL_ISOLATE : drawn;
 }
 

@@ -40,7 +40,8 @@ class Files {
   /// call puts down `text` followed by blanks up to the old length, then the file is cut to
   /// `text`'s length. A process killed on the way leaves the old or the new text, either possibly
   /// followed by blanks, as far as the system and the file system allow (docs/files.md). When the
-  /// space cannot be had the file stays as it was. After success the text is on the disk.
+  /// space cannot be had, or the text is larger than what `read` reads, the file stays as it was.
+  /// After success the text is on the disk.
   virtual bool replaceInPlace(const std::string& path, std::string_view text) = 0;
 
   /// Writes a temporary file beside `path` and moves it into place.

@@ -6,7 +6,12 @@ import unittest
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
-DOCUMENTS = [*PROJECT.glob("*.md"), *PROJECT.glob("docs/*.md"), *PROJECT.glob("p*/*/*.md")]
+DOCUMENTS = [
+    *PROJECT.glob("*.md"),
+    *PROJECT.glob("docs/*.md"),
+    *PROJECT.glob("p*/*/*.md"),
+    *PROJECT.glob("tools/*/*.md"),
+]
 LINK = re.compile(r"\]\(([^)\s]+)\)|<img src=\"([^\"]+)\"")
 
 

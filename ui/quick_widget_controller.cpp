@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "detect/stamps.h"
 #include "model/drawn_text.h"
@@ -35,28 +36,42 @@ QuickNoteTexts quickNoteTexts() {
 }
 
 CaughtRow rowFor(const Pending& pending) {
-  const std::string text = drawnText(pending.participant) + " · ~" +
+  const std::string text = drawnWithin(pending.participant) + " · ~" +
                            std::to_string(pending.observedMinutes) + "m · " +
-                           drawnText(pending.day);
+                           drawnWithin(pending.day);
   return {.text = text, .logLabel = "Log " + text, .skipLabel = "Skip " + text};
 }
 
-/// Adding a title that is there already moves it to the end.
-std::vector<std::string> distinctTitles(const std::vector<Participant>& participants) {
-  std::vector<std::string> titles;
+/// Adding a name that is there already moves it to the end.
+std::vector<std::string> distinctNames(const std::vector<Participant>& participants) {
+  std::vector<std::string> names;
   for (const Participant& participant : participants) {
-    const std::string title = drawnText(participant.name());
-    std::erase(titles, title);
+    std::erase(names, participant.name());
+    names.push_back(participant.name());
+  }
+  return names;
+}
+
+/// The names as they are drawn. Names that look alike are told apart by a number, so that no note
+/// goes to the namesake.
+std::vector<std::string> titlesOf(const std::vector<std::string>& names) {
+  std::vector<std::string> titles;
+  std::set<std::string> taken;
+  for (const std::string& name : names) {
+    const std::string drawn = drawnText(name);
+    std::string title = drawn;
+    for (int number = 2; !taken.insert(title).second; ++number) {
+      title = drawn + " (" + std::to_string(number) + ")";
+    }
     titles.push_back(title);
   }
   return titles;
 }
 
-std::optional<std::size_t> placeOf(const std::string& title,
-                                   const std::vector<std::string>& titles) {
-  const auto found = std::find(titles.begin(), titles.end(), title);
-  if (found == titles.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - titles.begin());
+std::optional<std::size_t> placeOf(const std::string& text, const std::vector<std::string>& texts) {
+  const auto found = std::find(texts.begin(), texts.end(), text);
+  if (found == texts.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - texts.begin());
 }
 
 }  // namespace
@@ -98,9 +113,10 @@ void QuickWidgetController::refresh(const std::vector<Participant>& participants
 }
 
 void QuickWidgetController::showParticipants() {
-  const auto remembered = panel_->selectedParticipant();
-  titles_ = distinctTitles(participants_);
-  auto selected = remembered ? placeOf(*remembered, titles_) : std::nullopt;
+  const auto remembered = chosenName();
+  names_ = distinctNames(participants_);
+  titles_ = titlesOf(names_);
+  auto selected = remembered ? placeOf(*remembered, names_) : std::nullopt;
   if (!selected && !titles_.empty()) selected = 0;
   panel_->setParticipants(titles_, selected);
 }
@@ -136,7 +152,7 @@ void QuickWidgetController::present(const std::optional<Pending>& pending) {
 }
 
 void QuickWidgetController::fill(const Pending& pending) {
-  if (const auto place = placeOf(drawnText(pending.participant), titles_)) {
+  if (const auto place = placeOf(pending.participant, names_)) {
     panel_->setParticipants(titles_, place);
   }
   confirmingPendingId_ = pending.id;
@@ -174,15 +190,16 @@ void QuickWidgetController::refuse(const std::string& reason) {
 }
 
 const Participant* QuickWidgetController::chosenParticipant() const {
-  const auto title = panel_->selectedParticipant();
-  if (!title) return nullptr;
-  auto found = std::ranges::find(participants_, *title, &Participant::name);
-  if (found == participants_.end()) {
-    found = std::ranges::find(participants_, *title, [](const Participant& participant) {
-      return drawnText(participant.name());
-    });
-  }
+  const auto name = chosenName();
+  if (!name) return nullptr;
+  const auto found = std::ranges::find(participants_, *name, &Participant::name);
   return found == participants_.end() ? nullptr : &*found;
+}
+
+std::optional<std::string> QuickWidgetController::chosenName() const {
+  const auto title = panel_->selectedParticipant();
+  const auto place = title ? placeOf(*title, titles_) : std::nullopt;
+  return place ? std::optional(names_[*place]) : std::nullopt;
 }
 
 const Pending* QuickWidgetController::confirmedPending() const {

@@ -65,12 +65,14 @@ class QuickWidgetController : public QuickNotePanelDelegate,
   void resetForm();
   void refuse(const std::string& reason);
   [[nodiscard]] const Participant* chosenParticipant() const;
+  [[nodiscard]] std::optional<std::string> chosenName() const;
   [[nodiscard]] const Pending* confirmedPending() const;
 
   std::unique_ptr<QuickNotePanel> panel_;
   std::weak_ptr<QuickWidgetOwner> owner_;
   std::vector<Participant> participants_;  ///< sorted by name, as the chooser lists them
-  std::vector<std::string> titles_;        ///< the chooser's items: each name once, as drawn
+  std::vector<std::string> names_;         ///< what the chooser lists: each name once
+  std::vector<std::string> titles_;        ///< the same names as the chooser draws them
   std::vector<Pending> displayedPendings_;
   std::optional<std::string> confirmingPendingId_;
   std::unique_ptr<Timer> statusResetTimer_;

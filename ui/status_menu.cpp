@@ -33,16 +33,16 @@ void addAccount(const MenuState& state, Menu& menu) {
     return;
   }
   menu.push_back(
-      disabled("Signed in as " + drawnText(state.userEmail.value_or("your VELK account"))));
+      disabled("Signed in as " + drawnWithin(state.userEmail.value_or("your VELK account"))));
   menu.push_back(watchingItem(state));
 }
 
 void addPendings(const MenuState& state, Menu& menu) {
   if (state.pendings.empty()) menu.push_back(disabled("No unlogged work spotted"));
   for (const Pending& pending : state.pendings) {
-    MenuItem item = command("Log: " + drawnText(pending.participant) + " (~" +
+    MenuItem item = command("Log: " + drawnWithin(pending.participant) + " (~" +
                                 std::to_string(pending.observedMinutes) + " min, " +
-                                drawnText(pending.day) + ")",
+                                drawnWithin(pending.day) + ")",
                             MenuAction::openPending);
     item.representedObject = pending.id;
     menu.push_back(std::move(item));

@@ -101,7 +101,7 @@ void PosixFiles::keepPrivate(const std::string& folder) {
 
 std::optional<std::string> PosixFiles::read(const std::string& path) {
   const OpenFile file(path, O_RDONLY);
-  return file.isOpen() && file.size() <= LARGEST_FILE ? file.readAll() : std::nullopt;
+  return file.isOpen() && file.size() <= LARGEST_FILE ? file.readAll(LARGEST_FILE) : std::nullopt;
 }
 
 std::optional<std::uint64_t> PosixFiles::size(const std::string& path) {
@@ -111,7 +111,9 @@ std::optional<std::uint64_t> PosixFiles::size(const std::string& path) {
 }
 
 bool PosixFiles::replaceInPlace(const std::string& path, std::string_view text) {
-  const bool isNew = access(path.c_str(), F_OK) != 0;
+  if (text.size() > LARGEST_FILE) return false;
+  struct stat status {};
+  const bool isNew = lstat(path.c_str(), &status) != 0;
   const OpenFile file = openOwn(path, O_RDWR | O_CREAT);
   if (!file.isOpen()) return false;
   const auto size = reservedSize(file, text.size());

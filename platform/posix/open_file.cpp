@@ -60,14 +60,14 @@ OpenFile::~OpenFile() {
   if (isOpen()) close(descriptor_);
 }
 
-std::optional<std::string> OpenFile::readAll() const {
+std::optional<std::string> OpenFile::readAll(std::uint64_t most) const {
   std::string contents;
   contents.reserve(size_);
   std::array<char, 16384> chunk;
   for (;;) {
     const ssize_t count =
         uninterrupted([&] { return ::read(descriptor_, chunk.data(), chunk.size()); });
-    if (count < 0) return std::nullopt;
+    if (count < 0 || contents.size() > most) return std::nullopt;
     if (count == 0) return contents;
     contents.append(chunk.data(), static_cast<std::size_t>(count));
   }

@@ -28,7 +28,9 @@ class OpenFile {
   /// The size in bytes when the file was opened.
   [[nodiscard]] std::uint64_t size() const { return size_; }
 
-  [[nodiscard]] std::optional<std::string> readAll() const;
+  /// The contents; absent when they cannot be read or turn out to be longer than `most` bytes,
+  /// whatever size the file claims.
+  [[nodiscard]] std::optional<std::string> readAll(std::uint64_t most) const;
   /// Writes all of `text` from `offset` on, in one call unless the system takes only a part of it.
   [[nodiscard]] bool write(std::string_view text, std::uint64_t offset) const;
   /// Writes all of `contents` from the start of the file on, whose size is at least that. Whole

@@ -24,10 +24,12 @@ TEST(DrawnText, MarksOfDirectionAreLeftOut) {
             "abcdefgh");
 }
 
-TEST(DrawnText, WhatIsWrittenFromRightToLeftIsIsolated) {
-  EXPECT_EQ(drawnText("דנה כהן"), "\u2068דנה כהן\u2069");
-  EXPECT_EQ(drawnText("سارة"), "\u2068سارة\u2069");
-  EXPECT_EQ(drawnText("Dana \u202Eדנה"), "\u2068Dana דנה\u2069");
+TEST(DrawnText, WhatIsWrittenFromRightToLeftIsIsolatedWithinAnotherText) {
+  EXPECT_EQ(drawnWithin("דנה כהן"), "\u2068דנה כהן\u2069");
+  EXPECT_EQ(drawnWithin("سارة"), "\u2068سارة\u2069");
+  EXPECT_EQ(drawnWithin("Dana \u202Eדנה"), "\u2068Dana דנה\u2069");
+  EXPECT_EQ(drawnWithin("Dana\u202E"), "Dana");
+  EXPECT_EQ(drawnText("דנה כהן"), "דנה כהן");
 }
 
 TEST(DrawnText, IllFormedTextIsRepaired) {

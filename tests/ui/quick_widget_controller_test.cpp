@@ -72,10 +72,15 @@ TEST_F(WidgetTest, ANameThatIsHostileToTheDrawingIsDrawnHarmlessAndSentAsItIs) {
 }
 
 TEST_F(WidgetTest, ANameThatLooksLikeAnotherTakesNoneOfItsNotes) {
-  controller->refresh({{"1", "Lena\u202A", "O'Keefe"}, {"2", "Lena", "O'Keefe"}}, {}, 0);
-  EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe"));
+  controller->refresh({{"1", "Lena\u202A", "O'Keefe"}, {"2", "Lena", "O'Keefe"}},
+                      {pendingOf("P", "Lena\u202A O'Keefe")}, 0);
+  EXPECT_THAT(widget().participants, ElementsAre("Lena O'Keefe", "Lena O'Keefe (2)"));
   sends("Phoned");
-  EXPECT_THAT(owner->calls, ElementsAre("note for 2: Phoned, 30 min, 2024-05-02"));
+  widget().clickLog(0);
+  sends("Phoned again");
+  EXPECT_THAT(owner->calls,
+              ElementsAre("note for 2: Phoned, 30 min, 2024-05-02",
+                          "note for 1: Phoned again, 30 min, 2024-05-02", "remove P"));
 }
 
 // --- Caught work ---------------------------------------------------------------------------------

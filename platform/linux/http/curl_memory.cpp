@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 
 namespace notewick {
@@ -33,6 +34,7 @@ char* copyOf(const char* text) {
 }
 
 void* takeZeros(std::size_t count, std::size_t size) {
+  if (size != 0 && count > std::numeric_limits<std::size_t>::max() / size) return nullptr;
   void* const memory = take(count * size);
   return memory == nullptr ? nullptr : std::memset(memory, 0, count * size);
 }

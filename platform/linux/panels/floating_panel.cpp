@@ -111,9 +111,9 @@ void PanelWindow::applyPlacement() {
   const auto place = wantedPlace();
   if (!place) return;
   if (!isVisible()) return move(*place);
-  if (frame().topLeft() == *place) return;
+  if (windowHandle()->framePosition() == *place) return;
   witness_.asked(*place);
-  windowHandle()->setFramePosition(*place);  // also right while QWidget knows an old frame only
+  windowHandle()->setFramePosition(*place);  // QWidget may know an old frame only
 }
 
 void PanelWindow::windowMoved() {

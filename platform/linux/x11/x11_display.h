@@ -4,8 +4,8 @@
 
 namespace notewick {
 
-/// Qt's own connection to the X server, over which its windows are made; null where the
-/// it draws by other means.
+/// Qt's own connection to the X server, over which its windows are made; null where Qt
+/// draws by other means.
 [[nodiscard]] xcb_connection_t* x11Display();
 
 /// The atom of this name, made when there is none; XCB_ATOM_NONE when the connection is lost.
