@@ -1,16 +1,22 @@
 // Kills programs that save lists, and counts the lists that are neither the old nor the new one.
 
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <array>
+#include <atomic>
+#include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <random>
 #include <string>
+#include <thread>
 
 #include "platform/posix/files.h"
 
@@ -28,12 +34,33 @@ struct Texts {
   std::string after;
 };
 
-[[noreturn]] void saveWithoutEnd(const std::string& path, const Texts& texts) {
+/// How many saves a saver has begun, as both processes see it.
+using Saves = std::atomic<int>;
+
+Saves& sharedCounter() {
+  void* const memory =
+      mmap(nullptr, sizeof(Saves), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  if (memory == MAP_FAILED) std::abort();
+  return *new (memory) Saves(0);
+}
+
+[[noreturn]] void saveUntilKilled(const std::string& path, const Texts& texts, Saves& begun) {
   PosixFiles files;
-  for (;;) {
-    files.replaceInPlace(path, texts.after);
-    files.replaceInPlace(path, texts.before);
+  for (const pid_t killer = getppid(); getppid() == killer;) {
+    ++begun;
+    files.replaceInPlace(path, begun % 2 == 1 ? texts.after : texts.before);
   }
+  _exit(0);
+}
+
+/// An instant within a save: the write is near its beginning, the rest is waiting for the disk.
+void waitForAnInstant(Saves& begun, std::minstd_rand& random) {
+  using namespace std::chrono;
+  const int chosen = std::uniform_int_distribution(1, 4)(random);
+  while (begun < chosen) std::this_thread::yield();
+  const double exponent = std::uniform_real_distribution(-6.0, -2.7)(random);
+  const auto end = steady_clock::now() + duration<double>(std::pow(10.0, exponent));
+  while (steady_clock::now() < end) continue;
 }
 
 bool isTorn(const std::string& path, const Texts& texts) {
@@ -44,13 +71,14 @@ bool isTorn(const std::string& path, const Texts& texts) {
 
 /// Returns how many of these kills tore the list.
 int storm(const std::string& path, const Texts& texts, int kills, std::minstd_rand& random) {
-  std::uniform_int_distribution<useconds_t> instant(500, 8'000);
+  static Saves& begun = sharedCounter();
   int torn = 0;
   PosixFiles().replaceInPlace(path, texts.before);
   for (int kill = 0; kill < kills; ++kill) {
+    begun = 0;
     const pid_t saver = fork();
-    if (saver == 0) saveWithoutEnd(path, texts);
-    usleep(instant(random));
+    if (saver == 0) saveUntilKilled(path, texts, begun);
+    waitForAnInstant(begun, random);
     ::kill(saver, SIGKILL);
     waitpid(saver, nullptr, 0);
     torn += isTorn(path, texts) ? 1 : 0;
