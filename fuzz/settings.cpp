@@ -16,7 +16,7 @@ void readAddress(std::string_view text) {
   const auto origin = uriOrigin(text);
   require(text.starts_with(origin), "the origin is the beginning");
   require(!isUriReference(text) || isUriReference(origin), "an address has a valid origin");
-  require(!isSecureAddress(text) || isWebAddress(text), "a secure address is one of the web");
+  require(!isLoopbackAddress(text) || isWebAddress(text), "this machine has a web address");
   require(!isLoopbackAddress(text) || isSecureAddress(text), "this machine is secure");
   if (isUriReference(text)) {
     for (const char letter : text) require(letter > ' ' && letter < '\x7f', "an address is ASCII");
