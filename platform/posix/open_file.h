@@ -35,7 +35,7 @@ class OpenFile {
   [[nodiscard]] bool write(std::string_view text, std::uint64_t offset) const;
   /// Writes all of `contents` from the start of the file on, whose size is at least that. Whole
   /// pages go to the disk in one call and past the system's cache, where the file system lets them:
-  /// such a call is not broken off when the process is killed. What refuses that (tmpfs, some
+  /// such a call is not broken off when the process is killed. What does not do that (tmpfs, some
   /// network file systems, systems without O_DIRECT, such as macOS), and a size that is no whole
   /// number of pages, gets a plain write.
   [[nodiscard]] bool writePages(std::string_view contents) const;
