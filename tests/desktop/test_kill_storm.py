@@ -4,8 +4,8 @@
 A note counts as confirmed as soon as the program has emptied the form for it, which comes before the words
 "Sent — finish it on VELK"; and so does every note in the captures log. Each kill is a SIGKILL at a random
 instant: while the program starts, while notes are written, or just as one is on its way into the files.
-Whenever the program starts, 40 notes wait, most of which the service turns away: their list is longer than
-30 kB. A note arrives twice only where a kill came between the service's storing it and the program's saving
+Whenever the program starts, 40 notes wait, most of which the service turns away: their list takes
+some 30 kB. A note arrives twice only where a kill came between the service's storing it and the program's saving
 that; nothing else here makes it be sent again.
 
 NOTEWICK_STORM_SEED repeats a storm's choices; the instants are the machine's. NOTEWICK_STORM_KILLS makes it longer.
