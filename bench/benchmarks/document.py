@@ -8,11 +8,11 @@ INTRODUCTION = """\
 # Benchmarks
 
 `tools/bench` measures the rows of this page and writes them, `tools/bench ROW...` single ones; `--long` adds those
-whose round takes longer than a minute, which are measured once. Everything runs on a private desktop. In each of
-seven rounds the program and what stands beside it take turns, so that a slow moment of the machine counts on both
-sides. A figure is the minimum, the **median** and the maximum of the rounds; a ratio is taken round by round. The
-median decides whether a goal is met; where the goal says "always", every round does. A row that was not measured
-again keeps its figures and its date.
+whose round takes longer than a minute, which are measured once. Everything runs on a private X11 desktop without a
+screen reader. In each of seven rounds the program and what stands beside it take turns, so that a slow moment of the
+machine counts on both sides. A figure is the minimum, the **median** and the maximum of the rounds; a ratio is taken
+round by round. The median decides whether a goal is met; where the goal says "always", every round does. A row that
+was not measured again keeps its figures and its date.
 """
 HEAD = (
     "| row | what | Notewick | beside it | ratio | goal | | measured |\n|---|---|---|---|---|---|---|---|\n"
