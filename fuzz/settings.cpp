@@ -56,6 +56,7 @@ void settings(std::string_view bytes) {
   // QSettings remembers files by their names and times.
   const auto home = std::to_string(++number % 64);
   folder.put(home + "/VELK/Notewick.ini", file);
+  qputenv("XDG_CONFIG_DIRS", "/nowhere");  // where an administrator may have made the setting
   qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path() + "/" + home));
   writeAndReadBack(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(end)).toStdString());
 }
