@@ -115,13 +115,13 @@ Pending pendingOf(std::size_t number) {
   return {std::to_string(number), "Lena O'Keefe", "2026-03-02", {}, {}, minutes, {}};
 }
 
-/// Takes the item in the middle out, or puts it back.
+/// Puts one more into the middle, or takes it out again: the icon shows "9+" for both numbers.
 void changeMiddle(std::vector<Pending>& pendings, std::size_t count) {
   const auto middle = pendings.begin() + static_cast<std::ptrdiff_t>(count / 2);
   if (pendings.size() == count) {
-    pendings.erase(middle);
+    pendings.insert(middle, pendingOf(count));
   } else {
-    pendings.insert(middle, pendingOf(count / 2));
+    pendings.erase(middle);
   }
 }
 

@@ -145,8 +145,8 @@ MATCHING = Group(
 
 VIEWS = Group(
     "Widget and menu",
-    "From the key to the painted note field, and from a change of one pending item to the drawn menu, with a tray that "
-    "shows it.",
+    "From the key to the painted note field, and from one pending item more or less to the drawn menu, with a tray that "
+    "shows it; the number on the icon stays the same.",
     (
         Row(
             "typing",
