@@ -87,7 +87,8 @@ class Page:
         text = path.read_text("utf-8") if path.exists() else ""
         self._lines = {}
         for found in re.finditer(r"^\| `([^`]+)` \|.*\n", text, re.MULTILINE):
-            self._lines.setdefault(found[1], []).append(found[0])
+            if NOT_YET not in found[0]:
+                self._lines.setdefault(found[1], []).append(found[0])
         self._runs = dict(re.findall(r"^- ([-0-9]+ [:0-9]+): (.*)$", text, re.MULTILINE))
 
     def add(self, row, readings, measured, machine):

@@ -97,6 +97,12 @@ class ThePage(unittest.TestCase):
         self.measure("first", "2026-03-06 10:00")
         self.assertNotIn("2026-03-05", self.path.read_text())
 
+    def test_a_row_that_was_never_measured_follows_its_description(self):
+        self.measure("first", "2026-03-05 09:00")
+        self.groups = (Group("One", "About these.", (row("first"), row("second", at_most(5)))),)
+        self.measure("first", "2026-03-05 09:00")
+        self.assertIn("| not measured yet | the other | | at most 5.00 ms |", self.path.read_text())
+
     def test_a_row_that_is_no_more_leaves_the_page(self):
         self.measure("first", "2026-03-05 09:00")
         self.groups = (Group("One", "About these.", (row("second"),)),)
