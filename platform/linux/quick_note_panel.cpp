@@ -146,8 +146,10 @@ QWidget* QtQuickNotePanel::noteField(const QuickNoteTexts& texts) {
 QWidget* QtQuickNotePanel::sendRow(const QuickNoteTexts& texts) {
   auto* const row = new QWidget;
   auto* const line = rowIn(*row, SPACING);
-  line->addWidget(sendButton(texts.send));
+  QWidget* const send = sendButton(texts.send);
+  line->addWidget(send);
   line->addWidget(status_ = new AnnouncingLabel(10, Tint::secondary));
+  status_->wrapWithin(points(WIDTH) - send->width() - line->spacing());
   line->addStretch();
   return row;
 }

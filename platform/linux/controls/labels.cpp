@@ -22,8 +22,12 @@ Label::Label(const std::string& content, double size, Tint tint, QFont::Weight w
 }
 
 void Label::wrapAt(double width) {
+  wrapWithin(points(width));
+}
+
+void Label::wrapWithin(int pixels) {
   setWordWrap(true);
-  setFixedWidth(points(width));
+  setFixedWidth(pixels);
   fitHeight();
 }
 

@@ -15,6 +15,8 @@ class Label : public QLabel {
   /// Wraps the text at this width, in points, and takes the height that it needs. No line ends
   /// between the scheme of an address and its host.
   void wrapAt(double width);
+  /// The same for a width in device-independent pixels.
+  void wrapWithin(int pixels);
   void display(const std::string& content);
 
  protected:

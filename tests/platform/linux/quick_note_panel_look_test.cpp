@@ -38,6 +38,17 @@ TEST_F(QuickNotePanelTest, KeepsRoomForTheHiddenPlaceholder) {
   EXPECT_EQ(visibleLabels(window()).front(), "Minutes — you set this.");
 }
 
+TEST_F(QuickNotePanelTest, ShowsALongStatusWholeInTwoLinesBesideTheButton) {
+  const std::string text = "No tray here: right-click for the menu";
+  panel_.orderFrontRegardless();
+  panel_.setStatus(text);
+  QTest::qWait(0);
+  const QLabel& status = shownLabel(window(), text);
+  EXPECT_TRUE(status.wordWrap());
+  EXPECT_GE(status.height(), status.heightForWidth(status.width()));
+  EXPECT_LE(status.geometry().right(), status.parentWidget()->width());
+}
+
 TEST_F(QuickNotePanelTest, GrowsAndShrinksWithItsRows) {
   panel_.fitToContents();
   const QSize empty = window().size();
