@@ -135,9 +135,9 @@ bool Keychain::isOpenNow() {
 }
 
 SecretWrite Keychain::writeWhatWaits() {
-  const bool saves = waiting_ == Waiting::save;
-  const SecretWrite written =
-      saves ? store_.save(refreshTokenKey(), *waitingToken_) : store_.remove(refreshTokenKey());
+  const bool saves = waitingToken_.has_value();
+  const SecretWrite written = waitingToken_ ? store_.save(refreshTokenKey(), *waitingToken_)
+                                            : store_.remove(refreshTokenKey());
   if (written == SecretWrite::done) {
     remember(saves ? SecretState::found : SecretState::absent, std::move(waitingToken_));
     nothingWaits();
