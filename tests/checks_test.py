@@ -187,7 +187,7 @@ class HouseTest(unittest.TestCase):
         lines = list(check_house.drawing(self.root))
         self.assertIn("2  platform/linux/tray: platform/linux/looks", lines)
         self.assertIn("3  app: ui", lines)
-        self.assertEqual(lines[-1], "9 rooms, 3 arrows (1 of them to the ports), 3 floors")
+        self.assertEqual(lines[-1], "10 rooms, 3 arrows (1 of them to the ports), 3 floors")
 
     def test_a_crowded_folder_is_refused(self):
         for folder, most in [("platform/linux", 36), ("ui", 36), ("tests/support", 50)]:
