@@ -17,6 +17,9 @@ extern std::string SUPPORT_DIR;
 inline constexpr std::string_view KEYCHAIN_SERVICE = "tools.velk.notewick";
 inline constexpr std::string_view KEYCHAIN_ACCOUNT = "refresh-token";
 
+/// How the program names itself to the service, on every system.
+inline constexpr std::string_view USER_AGENT = "velk-notewick/1.0 (macOS)";
+
 /// Seconds between two looks at the screen; also the seconds of work credited for each sighting.
 inline constexpr double SAMPLE_INTERVAL = 15.0;
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/constants.h"
 #include "client/base_url.h"
 #include "client/failure_text.h"
 #include "platform/ports.h"
@@ -46,7 +47,7 @@ HttpRequest VELKClient::makeRequest(const Call& call) {
   HttpRequest request{
       call.method,
       serviceURL(call.path),
-      {{"Content-Type", "application/json"}, {"User-Agent", "velk-notewick/1.0 (macOS)"}},
+      {{"Content-Type", "application/json"}, {"User-Agent", std::string(USER_AGENT)}},
       std::nullopt,
       REQUEST_TIMEOUT};
   if (call.body) request.body = call.body->dump(-1, ' ', false, json::error_handler_t::replace);

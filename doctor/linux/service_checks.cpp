@@ -2,6 +2,7 @@
 #include <QNetworkProxyFactory>
 #include <QProcessEnvironment>
 
+#include "app/constants.h"
 #include "client/base_url.h"
 #include "client/uri.h"
 #include "doctor/linux/checks.h"
@@ -60,7 +61,7 @@ std::optional<CertificateEnd> certificateEnd(const CurlHttpSession& session) {
 HttpRequest harmlessRequest() {
   return {"GET",
           serviceURL("/api/desktop/participants"),
-          {{"Content-Type", "application/json"}, {"User-Agent", "velk-notewick/1.0 (macOS)"}},
+          {{"Content-Type", "application/json"}, {"User-Agent", std::string(USER_AGENT)}},
           std::nullopt,
           SECONDS_OF_SILENCE};
 }
