@@ -11,7 +11,6 @@ from benchmarks import notification_server
 from desk.local_service import EMAIL, LOGIN, PASSWORD, LocalService
 from desk.notewick import SECRET, Home, Notewick
 
-DAY = "2026-03-05"
 WATCHING = "Watching · 12 participants"
 
 
@@ -56,18 +55,6 @@ class SignedIn:
         self.service.forget()
         for log in self.home.support.glob("captures-*.log"):
             log.unlink()
-        [participant, *_] = self.home.list("participants.json")
-        notes = [_note(number, participant) for number in range(count)]
-        (self.home.support / "outbox.json").write_text(json.dumps(notes))
-
-
-def _note(number, participant):
-    return {
-        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-        "participantId": participant["id"],
-        "participantName": f"{participant['first_name']} {participant['last_name']}",
-        "input": f"Note {number}: called the housing office about the application",
-        "minutes": 15,
-        "sessionDate": DAY,
-        "attempts": 0,
-    }
+        said = "called the housing office about the application"
+        notes = [self.home.waiting_note(number, input=f"Note {number}: {said}") for number in range(count)]
+        self.home.leave_in_outbox(notes)

@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """How much the program has to say on the session bus while notes leave it."""
 
-import json
 import signal
 import unittest
 
@@ -13,25 +12,11 @@ NOTES = 20
 AT_MOST_PER_NOTE = 12
 
 
-def note(number, participant):
-    return {
-        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-        "participantId": participant["id"],
-        "participantName": f"{participant['first_name']} {participant['last_name']}",
-        "input": f"Note {number}",
-        "minutes": 15,
-        "sessionDate": "2026-03-05",
-        "attempts": 0,
-    }
-
-
 class ADrain(Story):
     def start_with_notes_waiting(self):
         """The service is silent; signal SIGCONT lets the notes go."""
         self.assertEqual(self.start_signed_in().quit(), 0)
-        [participant, *_] = self.home.list("participants.json")
-        notes = [note(number, participant) for number in range(NOTES)]
-        (self.home.support / "outbox.json").write_text(json.dumps(notes))
+        self.home.leave_in_outbox([self.home.waiting_note(number) for number in range(NOTES)])
         self.service.signal(signal.SIGSTOP)
         self.addCleanup(self.service.signal, signal.SIGCONT)
         program = self.start()

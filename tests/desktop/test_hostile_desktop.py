@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """Parts of the desktop that fail again and again. Runs in a session with --tray none --notify none."""
 
-import json
 import signal
 import unittest
 
@@ -43,10 +42,9 @@ class AHostileDesktop(Story):
         self.start_signed_in().kill()
         notifications.signal(signal.SIGSTOP)
         self.addCleanup(notifications.signal, signal.SIGCONT)
-        person = self.home.list("participants.json")[0]
-        inputs = [f"Note {number}" for number in range(NOTES)]
-        notes = [self.waiting(person, text) for text in inputs]
-        (self.home.support / "outbox.json").write_text(json.dumps(notes))
+        notes = [self.home.waiting_note(number) for number in range(NOTES)]
+        inputs = [note["input"] for note in notes]
+        self.home.leave_in_outbox(notes)
         program = self.start()
         desk.wait_until(lambda: sorted(self.service.inputs()) == sorted(inputs), what="all notes")
         program.widget.write_note("One more")
@@ -54,18 +52,6 @@ class AHostileDesktop(Story):
         desk.wait_until(lambda: self.home.list("outbox.json") == [], what="an empty outbox")
         program.signal(signal.SIGTERM)
         self.assertEqual(program.wait(), 0)
-
-    @staticmethod
-    def waiting(person, text):
-        return {
-            "id": text,
-            "participantId": person["id"],
-            "participantName": f"{person['first_name']} {person['last_name']}",
-            "input": text,
-            "minutes": 15,
-            "sessionDate": "2026-03-02",
-            "attempts": 0,
-        }
 
 
 if __name__ == "__main__":

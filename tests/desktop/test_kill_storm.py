@@ -56,19 +56,6 @@ def caught_work(number):
     }
 
 
-def waiting_note(number, participant):
-    return {
-        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-        "participantId": participant,
-        "participantName": "Lena O'Keefe",
-        "input": f"waiting {number}",
-        "minutes": 30,
-        "sessionDate": "2026-01-02",
-        "attempts": 1,
-        "lastError": REASON,
-    }
-
-
 class Died(Exception):
     """The program is no more."""
 
@@ -132,7 +119,8 @@ class AStormOfKills(Story):
         waiting = json.loads(path.read_text())
         while len(waiting) < WAITING_AT_EACH_START:
             self.queued += 1
-            waiting.append(waiting_note(self.queued, self.participant))
+            note = {"input": f"waiting {self.queued}", "attempts": 1, "lastError": REASON}
+            waiting.append(self.home.waiting_note(self.queued, **note))
             self.confirmed.append(waiting[-1]["input"])
         path.write_text(json.dumps(waiting, indent=2))
 
@@ -207,7 +195,6 @@ class AStormOfKills(Story):
         self.catch_work()
         program = self.start_signed_in()
         self.send_a_note(Form(program))
-        self.participant = self.home.list("participants.json")[0]["id"]
         program.kill()
         for fault in FAULTS:
             self.service.fail(CAPTURE, **fault)

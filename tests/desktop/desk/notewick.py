@@ -58,6 +58,23 @@ class Home:
     def list(self, name):
         return json.loads((self.support / name).read_bytes())
 
+    def waiting_note(self, number, **other):
+        """A note about the first participant as the outbox keeps it; `other` replaces some of its values."""
+        person = self.list("participants.json")[0]
+        return {
+            "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
+            "participantId": person["id"],
+            "participantName": f"{person['first_name']} {person['last_name']}",
+            "input": f"Note {number}",
+            "minutes": 15,
+            "sessionDate": "2026-03-05",
+            "attempts": 0,
+            **other,
+        }
+
+    def leave_in_outbox(self, notes):
+        (self.support / "outbox.json").write_text(json.dumps(notes))
+
     def watch_log(self):
         return self.text("watch.log").splitlines()
 
