@@ -11,19 +11,14 @@
 #include <utility>
 #include <vector>
 
+#include "platform/freed.h"
+
 namespace notewick::service {
 namespace {
 
 constexpr long DAY = 24L * 60 * 60;
 constexpr int VALID_DAYS = 825;  // the most that every client accepts of a private authority
 
-template <auto FREE>
-struct Freed {
-  template <class T>
-  void operator()(T* object) const {
-    FREE(object);
-  }
-};
 using Key = std::unique_ptr<EVP_PKEY, Freed<EVP_PKEY_free>>;
 using Certificate = std::unique_ptr<X509, Freed<X509_free>>;
 using Extension = std::unique_ptr<X509_EXTENSION, Freed<X509_EXTENSION_free>>;

@@ -11,6 +11,8 @@
 #include <array>
 #include <vector>
 
+#include "platform/freed.h"
+
 namespace notewick {
 namespace {
 
@@ -18,17 +20,10 @@ constexpr int GROUP_SIZE = 128;  // bytes
 constexpr std::size_t KEY_SIZE = 16;
 constexpr int BLOCK_SIZE = 16;
 
-template <auto FREE>
-struct Frees {
-  template <class Object>
-  void operator()(Object* object) const {
-    FREE(object);
-  }
-};
-using Context = std::unique_ptr<EVP_CIPHER_CTX, Frees<EVP_CIPHER_CTX_free>>;
-using Derivation = std::unique_ptr<EVP_KDF, Frees<EVP_KDF_free>>;
-using DerivationContext = std::unique_ptr<EVP_KDF_CTX, Frees<EVP_KDF_CTX_free>>;
-using WorkingMemory = std::unique_ptr<BN_CTX, Frees<BN_CTX_free>>;
+using Context = std::unique_ptr<EVP_CIPHER_CTX, Freed<EVP_CIPHER_CTX_free>>;
+using Derivation = std::unique_ptr<EVP_KDF, Freed<EVP_KDF_free>>;
+using DerivationContext = std::unique_ptr<EVP_KDF_CTX, Freed<EVP_KDF_CTX_free>>;
+using WorkingMemory = std::unique_ptr<BN_CTX, Freed<BN_CTX_free>>;
 
 /// The prime of the group, whose generator is 2.
 const BIGNUM* prime() {
