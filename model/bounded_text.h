@@ -16,7 +16,7 @@ struct TextBound {
 
 /// `text` unchanged where it is within the bound. Of a longer one as many whole clusters of
 /// its beginning as the bound allows, then "…", which is not counted: where already the first
-/// cluster is too long, "…" alone. A byte that is no UTF-8 counts as a character. Takes time for
+/// cluster is too long, "…" alone. An ill-formed part counts as a character. Takes time for
 /// the part that is kept only. Pure function, any thread.
 [[nodiscard]] std::string boundedText(std::string_view text, const TextBound& bound);
 

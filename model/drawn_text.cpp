@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "model/code_points.h"
 #include "model/unicode.h"
 
 namespace notewick {
@@ -21,7 +22,7 @@ bool endsLine(const utf8proc_property_t& property) {
          property.category == UTF8PROC_CATEGORY_ZP;
 }
 
-bool setsDirection(utf8proc_int32_t value) {
+bool setsDirection(std::int32_t value) {
   return (value >= 0x202A && value <= 0x202E) || (value >= 0x2066 && value <= 0x2069);
 }
 
@@ -30,25 +31,12 @@ bool runsLeft(const utf8proc_property_t& property) {
          property.bidi_class == UTF8PROC_BIDI_CLASS_AL;
 }
 
-/// Calls `see` with each character of a valid text and with its code point.
-template <class See>
-void forEachCharacter(std::string_view text, const See& see) {
-  while (!text.empty()) {
-    utf8proc_int32_t value = 0;
-    const auto length = static_cast<std::size_t>(
-        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                         static_cast<utf8proc_ssize_t>(text.size()), &value));
-    see(text.substr(0, length), value);
-    text.remove_prefix(length);
-  }
-}
-
 }  // namespace
 
 std::string drawnText(std::string_view text) {
   if (std::ranges::all_of(text, isPlain)) return std::string(text);
   std::string drawn;
-  forEachCharacter(validUtf8(text), [&](std::string_view character, utf8proc_int32_t value) {
+  forEachCodePoint(validUtf8(text), [&](std::int32_t value, std::string_view character) {
     if (endsLine(*utf8proc_get_property(value))) {
       drawn += ' ';
     } else if (!setsDirection(value)) {
@@ -61,7 +49,7 @@ std::string drawnText(std::string_view text) {
 std::string drawnWithin(std::string_view text) {
   const std::string drawn = drawnText(text);
   bool isolated = false;
-  forEachCharacter(drawn, [&](std::string_view, utf8proc_int32_t value) {
+  forEachCodePoint(drawn, [&](std::int32_t value, std::string_view) {
     isolated = isolated || runsLeft(*utf8proc_get_property(value));
   });
   return isolated ? FIRST_STRONG_ISOLATE + drawn + POP_DIRECTIONAL_ISOLATE : drawn;

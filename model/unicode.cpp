@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/cluster_breaks.h"
+#include "model/code_points.h"
 
 namespace notewick {
 namespace {
@@ -18,55 +19,8 @@ constexpr utf8proc_int32_t CAPITAL_I_WITH_DOT_ABOVE = 0x0130;
 constexpr utf8proc_int32_t COMBINING_DOT_ABOVE = 0x0307;
 constexpr utf8proc_int32_t FIRST_COMBINING_MARK = 0x0300;
 
-const utf8proc_uint8_t* unsignedBytes(std::string_view text) {
-  return reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-}
-
-/// The bytes that one U+FFFD stands for: the longest start of a well-formed sequence, at least one
-/// (Unicode, table 3-7).
-std::size_t illFormedLength(std::string_view text) {
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned char lead = byte(0);
-  const std::size_t wanted = lead >= 0xF0 && lead <= 0xF4   ? 4
-                             : lead >= 0xE0 && lead <= 0xEF ? 3
-                             : lead >= 0xC2 && lead <= 0xDF ? 2
-                                                            : 1;
-  if (wanted == 1 || text.size() < 2) return 1;
-  const unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-  const unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-  if (byte(1) < low || byte(1) > high) return 1;
-  std::size_t length = 2;
-  while (length < wanted - 1 && length < text.size() && (byte(length) & 0xC0) == 0x80) ++length;
-  return std::min(length, text.size());
-}
-
 bool isAscii(utf8proc_int32_t codePoint) {
   return codePoint < 0x80;
-}
-
-struct CodePoint {
-  utf8proc_int32_t value;
-  std::size_t length;  ///< in bytes
-};
-
-/// The code point at the start of a text that is not empty; U+FFFD for an ill-formed part.
-CodePoint firstCodePoint(std::string_view text) {
-  if (const auto byte = static_cast<unsigned char>(text[0]); isAscii(byte)) return {byte, 1};
-  utf8proc_int32_t value;
-  const auto length =
-      utf8proc_iterate(unsignedBytes(text), static_cast<utf8proc_ssize_t>(text.size()), &value);
-  if (length <= 0) return {REPLACEMENT, illFormedLength(text)};
-  return {value, static_cast<std::size_t>(length)};
-}
-
-/// Calls `visit` with each code point of `text` in turn.
-template <class Visit>
-void forEachCodePoint(std::string_view text, Visit visit) {
-  while (!text.empty()) {
-    const auto [codePoint, length] = firstCodePoint(text);
-    visit(codePoint);
-    text.remove_prefix(length);
-  }
 }
 
 void append(std::string& text, utf8proc_int32_t codePoint) {
@@ -129,7 +83,7 @@ class Decomposition {
 CodePoints decomposed(std::string_view valid) {
   CodePoints codePoints;
   codePoints.reserve(valid.size());
-  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint) {
+  forEachCodePoint(valid, [&](utf8proc_int32_t codePoint, std::string_view) {
     if (isAscii(codePoint)) return codePoints.push_back(codePoint);
     const Decomposition parts(codePoint);
     codePoints.insert(codePoints.end(), parts.begin(), parts.end());
@@ -259,14 +213,15 @@ std::string trimmed(std::string_view text, Predicate isTrimmed) {
 std::string validUtf8(std::string_view text) {
   std::string valid;
   valid.reserve(text.size());
-  forEachCodePoint(text, [&](utf8proc_int32_t codePoint) { append(valid, codePoint); });
+  forEachCodePoint(text,
+                   [&](utf8proc_int32_t codePoint, std::string_view) { append(valid, codePoint); });
   return valid;
 }
 
 std::string lowerCased(std::string_view text) {
   std::string lower;
   lower.reserve(text.size());
-  forEachCodePoint(text, [&](utf8proc_int32_t codePoint) {
+  forEachCodePoint(text, [&](utf8proc_int32_t codePoint, std::string_view) {
     append(lower, lowerCase(codePoint));
     if (codePoint == CAPITAL_I_WITH_DOT_ABOVE) append(lower, COMBINING_DOT_ABOVE);
   });

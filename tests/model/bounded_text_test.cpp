@@ -33,8 +33,8 @@ TEST(BoundedText, ACutIsNeverInsideACharacterOrCluster) {
   }
 }
 
-TEST(BoundedText, BytesThatAreNoUtf8AndZeroBytesCountAsCharacters) {
-  const std::string text("\xFF\0\xE2\x82", 4);
+TEST(BoundedText, IllFormedPartsAndZeroBytesCountAsCharacters) {
+  const std::string text("\xFF\0\xE2\xFE", 4);
   EXPECT_EQ(boundedText(text, {4, 4}), text);
   for (std::size_t count = 0; count < 4; ++count) {
     EXPECT_EQ(boundedText(text, {count, ANY}), text.substr(0, count) + "…");
