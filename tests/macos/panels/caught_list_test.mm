@@ -41,11 +41,11 @@ TEST_F(MacosCaughtListTest, LeadsTheTabulatorKeyThroughNewRows) {
 
 TEST_F(MacosCaughtListTest, PutsTheKeyboardIntoTheNoteWhenTheRowThatHadItHasGone) {
   panel_->setCaught(TWO_ROWS, std::nullopt);
-  if (![native() makeFirstResponder:buttons(native(), "Log").at(0)]) {
-    GTEST_SKIP() << "buttons take no keyboard without full keyboard access";
-  }
+  // Buttons take the keyboard only where the user has switched on full keyboard access.
+  const bool rowHasKeyboard = [native() makeFirstResponder:buttons(native(), "Log").at(0)];
+  NSResponder* const before = native().firstResponder;
   panel_->setCaught({}, std::nullopt);
-  EXPECT_EQ(native().firstResponder, note());
+  EXPECT_EQ(native().firstResponder, rowHasKeyboard ? note() : before);
 }
 
 TEST_F(MacosCaughtListTest, CutsLongRowsAtTheirEnd) {
