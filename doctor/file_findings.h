@@ -32,8 +32,8 @@ struct FileFacts {
                                  const std::vector<FileFacts>& files);
 
 /// `entry` is the text of the desktop entry that starts the program; absent when there is none. An
-/// entry may say itself that it is switched off, as the settings of desktops write it (freedesktop:
-/// Desktop Application Autostart Specification).
+/// entry may say itself that it is switched off, as the settings of desktops write it
+/// (freedesktop.org, Desktop Application Autostart).
 [[nodiscard]] Finding aboutStartAtLogin(const std::optional<std::string>& entry);
 
 }  // namespace notewick

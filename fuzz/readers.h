@@ -18,7 +18,7 @@ namespace notewick::fuzz {
 [[nodiscard]] std::optional<std::string> takeLiteral(std::string_view& script);
 
 /// The only argument of the Exec key of a desktop entry's main group, which has no other group
-/// (Desktop Entry Specification, "Values of type string", "The Exec key").
+/// (freedesktop.org, Desktop Entry, "Values of type string", "The Exec key").
 [[nodiscard]] std::optional<std::string> onlyArgument(std::string_view desktopEntry);
 
 }  // namespace notewick::fuzz

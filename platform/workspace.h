@@ -28,7 +28,7 @@ class Workspace {
   [[nodiscard]] virtual LoginItemForm loginItemForm() const = 0;
 
   /// The user's folder for configuration files, where autostart entries live
-  /// (freedesktop XDG Base Directory Specification); unused with launch agents.
+  /// (freedesktop.org, XDG Base Directories); unused with launch agents.
   [[nodiscard]] virtual std::string configurationFolder() const = 0;
 };
 

@@ -26,7 +26,7 @@ std::string escapedForXml(const std::string& text) {
 }
 
 /// An argument of an Exec key: quoted, with the escapes of the quoting rule, then those of a string
-/// value, and percent signs doubled (Desktop Entry Specification, "The Exec key").
+/// value, and percent signs doubled (freedesktop.org, Desktop Entry, "The Exec key").
 std::string quotedForExec(const std::string& argument) {
   std::string quoted = "\"";
   for (const char character : argument) {

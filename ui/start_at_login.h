@@ -11,7 +11,7 @@ namespace notewick {
 [[nodiscard]] std::string launchAgentText(const std::string& bundlePath);
 
 /// The desktop entry that starts the executable at login
-/// (freedesktop: Desktop Application Autostart Specification).
+/// (freedesktop.org, Desktop Application Autostart).
 [[nodiscard]] std::string autostartEntryText(const std::string& executablePath);
 
 /// The file that makes the desktop start the program at login.

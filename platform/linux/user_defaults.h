@@ -19,8 +19,8 @@ namespace notewick {
 /// or not. Something that is no file, or is larger than 1 MiB, holds no settings and takes none.
 ///
 /// `VELKBaseURL` alone may also stand in a file of the same name for all users of the machine, in
-/// the folders of XDG_CONFIG_DIRS (without it /etc/xdg; freedesktop: XDG Base Directory
-/// Specification). The first one that has it counts where the user's own file does not have it.
+/// the folders of XDG_CONFIG_DIRS (without it /etc/xdg; freedesktop.org, XDG Base Directories). The
+/// first one that has it counts where the user's own file does not have it.
 /// That file is read only.
 class SettingsUserDefaults : public UserDefaults {
  public:

@@ -19,7 +19,7 @@ struct NotificationRequest {
   std::function<void()> clicked;
 };
 
-/// The freedesktop notification service (Desktop Notifications Specification 1.2) on the session
+/// The notification service (freedesktop.org, Desktop Notifications 1.2) on the session
 /// bus, which must be used from one thread. No call waits for the server.
 ///
 /// A click anywhere on a notification is its action "default". Servers that know no actions are

@@ -21,8 +21,8 @@ inline constexpr const char* OWN_WINDOW_CLASS = "notewick";
 /// The name of its desktop entry; what its windows call themselves on Wayland.
 inline constexpr const char* OWN_DESKTOP_ENTRY = "tools.velk.notewick";
 
-/// The names by which the user knows programs, from their desktop entries (freedesktop Desktop
-/// Entry and XDG Base Directory Specifications): a window itself says only "org.gnome.TextEditor".
+/// The names by which the user knows programs, from their desktop entries (freedesktop.org,
+/// Desktop Entry and XDG Base Directories): a window itself says only "org.gnome.TextEditor".
 /// Each program is looked up once.
 class ApplicationNames {
  public:
