@@ -12,6 +12,7 @@ import traceback
 from datetime import datetime
 from pathlib import Path
 
+import desk
 from benchmarks import machine
 from benchmarks.document import Page
 from benchmarks.table import GROUPS
@@ -39,6 +40,8 @@ def measure(row, measured, is_trial):
     except Exception:
         traceback.print_exc()
         return False
+    finally:
+        desk.close_all()
     page = Page(PAGE)
     page.add(row, readings, measured, machine.description())
     if not is_trial:

@@ -7,7 +7,7 @@ import desk
 from benchmarks import processes
 from benchmarks.programs import BARE_QT
 from benchmarks.series import Reading
-from benchmarks.user import WATCHING, SignedIn
+from benchmarks.user import WATCHING, SignedIn, User, sign_in_with_keyboard
 from desk import screen
 from desk.fast_time import FastTime
 
@@ -63,7 +63,6 @@ def memory(rounds):
             for place, kind in enumerate(("pss", "private"))
             for name, sizes in neighbours.items()
         }
-    desk.close_all()
 
 
 def _rest(started, disk=None):
@@ -98,7 +97,6 @@ def rest(rounds):
             for kind in ("processor", "wake-ups")
         }
         yield compared | {"flushes": Reading(own["flushes"])}
-    desk.close_all()
 
 
 class Week:
@@ -110,17 +108,17 @@ class Week:
     PEOPLE = ("Tobias Hargreave", "Lena O'Keefe", "Amara Osei")
 
     def __init__(self):
-        self._clock = FastTime(factor=self.FACTOR).environment
-        self._user = SignedIn(self._clock)
+        self._user = User(FastTime(factor=self.FACTOR).environment)
 
     def run(self):
         """Megabytes and descriptors at the first rest and at the last."""
-        with _notewick(self._user) as program:
-            window = desk.xterm("Lunch").window()
-            self._work(window, program, 4)  # what is made once is made
-            before = self._state(program)
-            self._work(window, program, 2 * self.HOURS)
-            return before, self._state(program)
+        program = self._user.start()
+        sign_in_with_keyboard(program)
+        window = desk.xterm("Lunch").window()
+        self._work(window, program, 4)  # what is made once is made
+        before = self._state(program)
+        self._work(window, program, 2 * self.HOURS)
+        return before, self._state(program)
 
     def _work(self, window, program, pieces):
         for number in range(pieces):
@@ -154,4 +152,3 @@ def week(rounds):
         before, after = Week().run()
         megabytes, descriptors = (now - then for now, then in zip(after, before))
         yield {"megabytes": Reading(megabytes), "descriptors": Reading(descriptors)}
-        desk.close_all()

@@ -35,7 +35,6 @@ def launch(rounds):
         own = _launched(host, user.start)
         beside = _launched(host, lambda: desk.start(BARE_QT, "tray"))
         yield {"elapsed": Reading(own[0], beside[0]), "processor": Reading(own[1], beside[1])}
-    desk.close_all()
 
 
 def _processor_milliseconds(*command):
