@@ -11,6 +11,12 @@ CurlMulti makeMulti() {
   return CurlMulti(curlIsReady() ? curl_multi_init() : nullptr);
 }
 
+CurlShare makeSessions() {
+  CurlShare sessions(curlIsReady() ? curl_share_init() : nullptr);
+  curl_share_setopt(sessions.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
+  return sessions;
+}
+
 CurlTransfer* transferOf(CURL* handle) {
   CurlTransfer* transfer = nullptr;
   curl_easy_getinfo(handle, CURLINFO_PRIVATE, &transfer);
@@ -19,7 +25,7 @@ CurlTransfer* transferOf(CURL* handle) {
 
 }  // namespace
 
-CurlLoop::CurlLoop() : multi_(makeMulti()) {
+CurlLoop::CurlLoop() : sessions_(makeSessions()), multi_(makeMulti()) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);  // libcurl does nothing on one that comes early
   connect(&timer_, &QTimer::timeout, this, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
@@ -33,6 +39,7 @@ CurlLoop::~CurlLoop() = default;
 
 void CurlLoop::add(CURL* handle, CurlTransfer& transfer) {
   curl_easy_setopt(handle, CURLOPT_PRIVATE, &transfer);
+  curl_easy_setopt(handle, CURLOPT_SHARE, sessions_.get());
   curl_multi_add_handle(multi_.get(), handle);
 }
 

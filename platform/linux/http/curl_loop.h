@@ -21,7 +21,9 @@ class CurlTransfer {
   virtual void ended(CURLcode code) = 0;
 };
 
-/// Runs libcurl's transfers on Qt's event loop, on the thread that made it, without blocking.
+/// Runs libcurl's transfers on Qt's event loop, on the thread that made it, without blocking. They
+/// share their TLS sessions: a server that was judged once is not judged anew for each connection
+/// while the session lasts that it gave (RFC 8446, section 2.2).
 class CurlLoop : public QObject {
  public:
   CurlLoop();
@@ -53,6 +55,7 @@ class CurlLoop : public QObject {
 
   QTimer timer_;
   std::map<curl_socket_t, Watch> watches_;
+  CurlShare sessions_;
   CurlMulti multi_;
 };
 

@@ -93,7 +93,6 @@ void setSecurity(CURL* handle, TrustedAuthorities& authorities) {
   curl_easy_setopt(handle, CURLOPT_SSL_VERIFYHOST, 2L);
   curl_easy_setopt(handle, CURLOPT_CAINFO, nullptr);
   curl_easy_setopt(handle, CURLOPT_CAPATH, nullptr);
-  curl_easy_setopt(handle, CURLOPT_SSL_SESSIONID_CACHE, 0L);
   curl_easy_setopt(handle, CURLOPT_SSL_CTX_FUNCTION, &trust);
   curl_easy_setopt(handle, CURLOPT_SSL_CTX_DATA, &authorities);
 }

@@ -64,6 +64,16 @@ TEST_F(HttpTlsTest, TheAuthorityThatTheUserNamesIsTrusted) {
   EXPECT_EQ(answerAt(server.url("localhost")), "200 secret answer");
 }
 
+TEST_F(HttpTlsTest, AServerThatWasJudgedIsNotJudgedAnewForEachConnection) {
+  SSL_CTX* context = nullptr;
+  const TlsServer server(authority_.issue(names), [&](SSL_CTX& made) { context = &made; });
+  userTrusts(file_);
+  EXPECT_EQ(answerAt(server.url()), "200 secret answer");
+  EXPECT_EQ(SSL_CTX_sess_hits(context), 0);
+  EXPECT_EQ(outcome(get(server.url())), "200 secret answer");
+  EXPECT_EQ(SSL_CTX_sess_hits(context), 1);
+}
+
 TEST_F(HttpTlsTest, AnUnknownAuthorityIsRefused) {
   const TlsServer server(authority_.issue(names));
   EXPECT_EQ(answerAt(server.url()), INSECURE);
