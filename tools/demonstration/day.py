@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """The demonstration: one note from a window's title to the service's page. Runs in a private desktop.
 
-    demo_day.py FOLDER    pictures go there
+    day.py FOLDER    pictures go there
 """
 
 import json
@@ -14,11 +14,11 @@ from datetime import datetime
 from pathlib import Path
 
 import desk
+from browser import Browser
 from desk import notewick, notifications, screen, tray
-from desk.browser import Browser
 from desk.fast_time import FastTime
 from desk.local_service import CAPTURE, EMAIL, PASSWORD, LocalService
-from desk.transcript import Transcript
+from transcript import Transcript
 
 PERSON, OTHER = "Lena O'Keefe", "Amara Osei"
 NOTE = "Went through next week's support hours; she prefers Tuesdays."
