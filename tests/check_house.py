@@ -59,46 +59,14 @@ MORE_RULES = {
 
 # System headers that portable code may include: containers, algorithms, text and numbers. No
 # threads, clocks, streams of files or system calls among them.
-PORTABLE_HEADERS = {
-    "algorithm",
-    "array",
-    "bit",
-    "cctype",
-    "charconv",
-    "chrono",
-    "cmath",
-    "compare",
-    "concepts",
-    "cstddef",
-    "cstdint",
-    "cstring",
-    "deque",
-    "functional",
-    "iterator",
-    "limits",
-    "map",
-    "memory",
-    "numeric",
-    "optional",
-    "ostream",
-    "queue",
-    "ranges",
-    "set",
-    "span",
-    "sstream",
-    "string",
-    "string_view",
-    "tuple",
-    "type_traits",
-    "unordered_map",
-    "unordered_set",
-    "utility",
-    "variant",
-    "vector",
-    "nlohmann/json.hpp",
-    "tl/expected.hpp",
-    "utf8proc.h",
-}
+PORTABLE_HEADERS = set(
+    """
+    algorithm array bit cctype charconv chrono cmath compare concepts cstddef cstdint cstring deque
+    functional iterator limits map memory numeric optional ostream queue ranges set span sstream string
+    string_view tuple type_traits unordered_map unordered_set utility variant vector nlohmann/json.hpp
+    tl/expected.hpp utf8proc.h
+    """.split()
+)
 # ... and where a file may include one more, with the reason.
 MORE_HEADERS = {
     "app/entry.cpp": {"iostream": "the self-test prints to standard output"},

@@ -64,36 +64,30 @@ class FormatTest(ScriptTest):
         self.put(path, text)
         subprocess.run(["git", "-C", self.root, "add", path], check=True)
 
-    def test_sources_in_form_are_fine(self):
-        self.track("model/a.cpp", "int a = 1;\n")
-        self.assert_accepts()
-
-    def test_a_source_out_of_form_is_refused(self):
-        self.track("model/a.cpp", "int a = 1;\n")
-        self.track("platform/macos/b.mm", "int  b=1;\n")
-        self.assert_refuses("b.mm")
-
-    def test_python_out_of_form_is_refused_also_without_a_suffix(self):
-        self.track("model/a.cpp", "int a = 1;\n")
-        for path in ("tests/b.py", "tools/count-lines"):
-            self.track(path, "b = 1\n")
+    def test_a_source_out_of_form_is_refused_also_without_a_suffix(self):
+        for path, orderly, careless, complaint in [
+            ("platform/macos/b.mm", "int b = 1;\n", "int  b=1;\n", "b.mm"),
+            ("tests/b.py", "b = 1\n", "b=1\n", "would reformat " + str(self.root / "tests/b.py")),
+            ("tools/count-lines", "b = 1\n", "b=1\n", str(self.root / "tools/count-lines")),
+        ]:
+            self.track("model/a.cpp", "int a = 1;\n")
+            self.track(path, orderly)
             self.assert_accepts()
-            self.track(path, "b=1\n")
-            self.assert_refuses("would reformat " + str(self.root / path))
-            self.track(path, "b = 1\n")
+            self.track(path, careless)
+            self.assert_refuses(complaint)
+            self.track(path, orderly)
 
     def test_a_project_without_sources_is_refused(self):
         self.assert_refuses("There is no source to check.")
 
-    def test_a_folder_that_git_refuses_is_refused(self):
+    def test_a_list_that_git_refuses_or_breaks_off_is_refused(self):
         self.track("model/a.cpp", "int a = 1;\n")
-        self.replace_command("git", "echo 'detected dubious ownership' >&2; exit 128")
-        self.assert_refuses("dubious ownership")
-
-    def test_a_list_that_breaks_off_is_refused(self):
-        self.track("model/a.cpp", "int a = 1;\n")
-        self.replace_command("git", "echo model/a.cpp; echo 'cannot read the index' >&2; exit 128")
-        self.assert_refuses("cannot read the index")
+        for listed, complaint in [
+            ("", "detected dubious ownership"),
+            ("model/a.cpp", "cannot read the index"),
+        ]:
+            self.replace_command("git", f"echo {listed}; echo '{complaint}' >&2; exit 128")
+            self.assert_refuses(complaint)
 
 
 class ShellTest(ScriptTest):
@@ -104,21 +98,21 @@ class ShellTest(ScriptTest):
         self.put("tools/part.sh", "# shellcheck shell=bash\necho\n")
         self.assert_accepts()
 
-    def test_a_script_with_a_defect_is_refused(self):
-        self.put("tools/one", ORDERLY + "cd $1\n")
-        self.assert_refuses("SC2086")
+    def test_a_careless_script_is_refused(self):
+        for text, complaint in [
+            (ORDERLY + "cd $1\n", "SC2086"),
+            ("#!/bin/bash\nset -eu\necho\n", "tools/one: does not set -uo pipefail"),
+        ]:
+            self.put("tools/one", text)
+            self.assert_refuses(complaint)
 
-    def test_a_script_to_which_failures_in_pipelines_mean_nothing_is_refused(self):
-        self.put("tools/one", "#!/bin/bash\nset -eu\necho\n")
-        self.assert_refuses("tools/one: does not set -uo pipefail")
-
-    def test_a_search_that_finds_nothing_is_refused(self):
-        self.replace_command("find", "")
-        self.assert_refuses("There is no script to check.")
-
-    def test_a_search_that_fails_is_refused(self):
-        self.replace_command("find", "echo tests/check_shell; echo 'permission denied' >&2; exit 1")
-        self.assert_refuses("permission denied")
+    def test_a_search_that_finds_nothing_or_fails_is_refused(self):
+        for commands, complaint in [
+            ("", "There is no script to check."),
+            ("echo tests/check_shell; echo 'permission denied' >&2; exit 1", "permission denied"),
+        ]:
+            self.replace_command("find", commands)
+            self.assert_refuses(complaint)
 
 
 class InstallTest(ScriptTest):
