@@ -10,7 +10,13 @@
 namespace notewick {
 namespace {
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
 using namespace std::chrono_literals;
 
 /// Binds the server to a port of the loopback, where many may connect at the same moment.
@@ -21,6 +27,21 @@ int bindForMany(httplib::Server& server) {
   listen(listener, 512);
   return port;
 }
+
+/// A server that keeps each request and answers it with the same bytes.
+struct KeepingServer {
+  explicit KeepingServer(const std::string& bytes = answer("200 OK"))
+      : server([this, bytes](const RawConnection& connection) {
+          log.add(connection.readRequest());
+          connection.write(bytes);
+        }) {}
+
+  [[nodiscard]] std::string request(std::size_t number) const { return log.entries().at(number); }
+  [[nodiscard]] std::string hostHeader() const { return "Host: " + server.url("").substr(7); }
+
+  SharedLog log;
+  RawServer server;
+};
 
 /// A well-behaved server with several threads.
 class GoodServer {
@@ -76,14 +97,15 @@ TEST_F(CurlHttpSessionTest, EveryStatusIsAnAnswerWithItsBody) {
   }
 }
 
-TEST_F(CurlHttpSessionTest, AnAnswerWithoutBytesHasNoBody) {
-  const RawServer server(RawServer::answering(answer("200 OK")));
-  EXPECT_EQ(outcome(get(server.url())), "200");
-}
-
-TEST_F(CurlHttpSessionTest, AnAnswerThatEndsWithTheConnectionIsComplete) {
-  const RawServer server(RawServer::answering("HTTP/1.0 200 OK\r\n\r\nall of it"));
-  EXPECT_EQ(outcome(get(server.url())), "200 all of it");
+TEST_F(CurlHttpSessionTest, TheBodyIsWhatCameBehindTheHead) {
+  const std::string packed = "\x1f\x8b\x08 no real archive";
+  for (const auto& [bytes, told] :
+       {std::pair(answer("200 OK"), std::string("200")),
+        std::pair(std::string("HTTP/1.0 200 OK\r\n\r\nall of it"), std::string("200 all of it")),
+        std::pair(answer("200 OK", packed, "Content-Encoding: gzip\r\n"), "200 " + packed)}) {
+    const RawServer server(RawServer::answering(bytes));
+    EXPECT_EQ(outcome(get(server.url())), told);
+  }
 }
 
 TEST_F(CurlHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
@@ -96,61 +118,42 @@ TEST_F(CurlHttpSessionTest, BodiesTravelByteForByteInBothDirections) {
 }
 
 TEST_F(CurlHttpSessionTest, AGetSendsTheGivenHeadersAndOnlyTheStacksOwnBesides) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("200 OK"));
-  });
-  HttpRequest request = get(server.url("/api/desktop/participants?x=%20y"));
+  const KeepingServer kept;
+  HttpRequest request = get(kept.server.url("/api/desktop/participants?x=%20y"));
   request.headers = {{"Content-Type", "application/json"},
                      {"User-Agent", "velk-notewick/1.0 (macOS)"},
                      {"Authorization", "Bearer a.b-c"}};
   EXPECT_EQ(outcome(request), "200");
-  const std::string sent = log.entries().at(0);
-  EXPECT_TRUE(sent.starts_with("GET /api/desktop/participants?x=%20y HTTP/1.1\r\n")) << sent;
-  EXPECT_THAT(
-      sortedHeaders(sent),
-      ElementsAre("Authorization: Bearer a.b-c", "Content-Type: application/json",
-                  "Host: " + server.url("").substr(7), "User-Agent: velk-notewick/1.0 (macOS)"));
+  EXPECT_THAT(kept.request(0), StartsWith("GET /api/desktop/participants?x=%20y HTTP/1.1\r\n"));
+  EXPECT_THAT(sortedHeaders(kept.request(0)),
+              ElementsAre("Authorization: Bearer a.b-c", "Content-Type: application/json",
+                          kept.hostHeader(), "User-Agent: velk-notewick/1.0 (macOS)"));
 }
 
 TEST_F(CurlHttpSessionTest, APostSendsItsLengthAndItsBodyBesides) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("200 OK"));
-  });
-  EXPECT_EQ(outcome(post(server.url("/login"), R"({"a":1})")), "200");
-  const std::string sent = log.entries().at(0);
-  EXPECT_TRUE(sent.starts_with("POST /login HTTP/1.1\r\n")) << sent;
-  EXPECT_TRUE(sent.ends_with("\r\n\r\n{\"a\":1}")) << sent;
-  EXPECT_THAT(sortedHeaders(sent),
-              ElementsAre("Content-Length: 7", "Content-Type: application/json",
-                          "Host: " + server.url("").substr(7), "User-Agent: test/1.0"));
+  const KeepingServer kept;
+  EXPECT_EQ(outcome(post(kept.server.url("/login"), R"({"a":1})")), "200");
+  EXPECT_THAT(kept.request(0), StartsWith("POST /login HTTP/1.1\r\n"));
+  EXPECT_THAT(kept.request(0), testing::EndsWith("\r\n\r\n{\"a\":1}"));
+  EXPECT_THAT(sortedHeaders(kept.request(0)),
+              ElementsAre("Content-Length: 7", "Content-Type: application/json", kept.hostHeader(),
+                          "User-Agent: test/1.0"));
 }
 
 TEST_F(CurlHttpSessionTest, ARequestWithoutHeadersHasNoneOfTheStacksOwn) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("200 OK"));
-  });
+  const KeepingServer kept;
   const std::string large(2'000'000, 'x');
-  EXPECT_EQ(outcome({"GET", server.url(), {}, std::nullopt, 5}), "200");
-  EXPECT_EQ(outcome({"POST", server.url(), {}, large, 5}), "200");
-  const std::string host = "Host: " + server.url("").substr(7);
-  EXPECT_THAT(sortedHeaders(log.entries().at(0)), ElementsAre(host));
-  EXPECT_THAT(sortedHeaders(log.entries().at(1)), ElementsAre("Content-Length: 2000000", host));
+  EXPECT_EQ(outcome({"GET", kept.server.url(), {}, std::nullopt, 5}), "200");
+  EXPECT_EQ(outcome({"POST", kept.server.url(), {}, large, 5}), "200");
+  EXPECT_THAT(sortedHeaders(kept.request(0)), ElementsAre(kept.hostHeader()));
+  EXPECT_THAT(sortedHeaders(kept.request(1)),
+              ElementsAre("Content-Length: 2000000", kept.hostHeader()));
 }
 
 TEST_F(CurlHttpSessionTest, AnAddressGoesOutAsItIsWrittenAndWithoutItsFragment) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("200 OK"));
-  });
-  EXPECT_EQ(outcome(get(server.url("//a/../b/./c%2Fd?q=../x#part"))), "200");
-  EXPECT_TRUE(log.entries().at(0).starts_with("GET //a/../b/./c%2Fd?q=../x HTTP/1.1\r\n"));
+  const KeepingServer kept;
+  EXPECT_EQ(outcome(get(kept.server.url("//a/../b/./c%2Fd?q=../x#part"))), "200");
+  EXPECT_THAT(kept.request(0), StartsWith("GET //a/../b/./c%2Fd?q=../x HTTP/1.1\r\n"));
 }
 
 TEST_F(CurlHttpSessionTest, AHeaderThatWouldBeReadAsTwoIsNotSent) {
@@ -164,69 +167,40 @@ TEST_F(CurlHttpSessionTest, AHeaderThatWouldBeReadAsTwoIsNotSent) {
   EXPECT_EQ(server.connections(), 0);
 }
 
-TEST_F(CurlHttpSessionTest, AnEncodedBodyIsLeftAsItIs) {
-  const std::string packed = "\x1f\x8b\x08 no real archive";
-  const RawServer server(
-      RawServer::answering(answer("200 OK", packed, "Content-Encoding: gzip\r\n")));
-  EXPECT_EQ(outcome(get(server.url())), "200 " + packed);
-}
-
-class Redirects : public CurlHttpSessionTest, public testing::WithParamInterface<std::string> {};
-
-TEST_P(Redirects, AreAnswersAndReachNoOtherHost) {
-  const RawServer other(RawServer::answering(answer("200 OK", "stolen")));
-  const RawServer server(
-      RawServer::answering(answer(GetParam(), "moved", "Location: " + other.url("/x") + "\r\n")));
-  HttpRequest request = get(server.url());
-  request.headers.emplace_back("Authorization", "Bearer secret");
-  EXPECT_EQ(outcome(request), GetParam().substr(0, 3) + " moved");
-  EXPECT_EQ(outcome(post(server.url(), "{}")), GetParam().substr(0, 3) + " moved");
-  EXPECT_EQ(other.connections(), 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Redirects,
-                         testing::Values("301 Moved", "303 See Other", "308 Permanent"));
-
-class Challenges : public CurlHttpSessionTest, public testing::WithParamInterface<std::string> {};
-
-TEST_P(Challenges, AreAnswersAndNeverMet) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("401 Unauthorized", R"({"error":"no"})",
-                            "WWW-Authenticate: " + GetParam() + "\r\n"));
-  });
-  std::string withUser = server.url();
-  withUser.insert(7, "user:password@");
-  EXPECT_EQ(outcome(get(withUser)), R"(401 {"error":"no"})");
-  EXPECT_EQ(outcome(post(withUser, "{}")), R"(401 {"error":"no"})");
-  EXPECT_EQ(log.entries().size(), 2U);
-  for (const std::string& request : log.entries()) {
-    EXPECT_THAT(request, testing::Not(testing::HasSubstr("Authorization")));
+TEST_F(CurlHttpSessionTest, RedirectsAreAnswersAndReachNoOtherHost) {
+  for (const std::string status : {"301 Moved", "303 See Other", "308 Permanent"}) {
+    const RawServer other(RawServer::answering(answer("200 OK", "stolen")));
+    const RawServer server(
+        RawServer::answering(answer(status, "moved", "Location: " + other.url("/x") + "\r\n")));
+    HttpRequest request = get(server.url());
+    request.headers.emplace_back("Authorization", "Bearer secret");
+    EXPECT_EQ(outcome(request), status.substr(0, 3) + " moved");
+    EXPECT_EQ(outcome(post(server.url(), "{}")), status.substr(0, 3) + " moved");
+    EXPECT_EQ(other.connections(), 0) << status;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Challenges,
-                         testing::Values("Basic realm=\"x\"", "Bearer", "NTLM", "Negotiate",
-                                         "Digest realm=\"x\", nonce=\"y\", qop=\"auth\""));
-
-TEST_F(CurlHttpSessionTest, CookiesAreNotKept) {
-  SharedLog log;
-  const RawServer server([&](const RawConnection& connection) {
-    log.add(connection.readRequest());
-    connection.write(answer("200 OK", "", "Set-Cookie: id=1; Path=/\r\n"));
-  });
-  EXPECT_EQ(outcome(get(server.url())), "200");
-  EXPECT_EQ(outcome(get(server.url())), "200");
-  EXPECT_THAT(log.entries().at(1), testing::Not(testing::HasSubstr("Cookie")));
+TEST_F(CurlHttpSessionTest, ChallengesAreAnswersAndNeverMet) {
+  for (const std::string challenge : {"Basic realm=\"x\"", "Bearer", "NTLM", "Negotiate",
+                                      "Digest realm=\"x\", nonce=\"y\", qop=\"auth\""}) {
+    const KeepingServer kept(
+        answer("401 Unauthorized", R"({"error":"no"})", "WWW-Authenticate: " + challenge + "\r\n"));
+    std::string withUser = kept.server.url();
+    withUser.insert(7, "user:password@");
+    EXPECT_EQ(outcome(get(withUser)), R"(401 {"error":"no"})");
+    EXPECT_EQ(outcome(post(withUser, "{}")), R"(401 {"error":"no"})");
+    EXPECT_THAT(kept.log.entries(), AllOf(SizeIs(2), Each(Not(HasSubstr("Authorization")))))
+        << challenge;
+  }
 }
 
-TEST_F(CurlHttpSessionTest, AnswersAreNotCached) {
-  const RawServer server(
-      RawServer::answering(answer("200 OK", "x", "Cache-Control: max-age=3600\r\n")));
-  EXPECT_EQ(outcome(get(server.url())), "200 x");
-  EXPECT_EQ(outcome(get(server.url())), "200 x");
-  EXPECT_EQ(server.connections(), 2);
+TEST_F(CurlHttpSessionTest, NothingIsKeptFromOneAnswerToTheNext) {
+  const KeepingServer kept(
+      answer("200 OK", "x", "Set-Cookie: id=1; Path=/\r\nCache-Control: max-age=3600\r\n"));
+  EXPECT_EQ(outcome(get(kept.server.url())), "200 x");
+  EXPECT_EQ(outcome(get(kept.server.url())), "200 x");
+  EXPECT_EQ(kept.server.connections(), 2);
+  EXPECT_THAT(kept.request(1), Not(HasSubstr("Cookie")));
 }
 
 TEST_F(CurlHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
@@ -241,7 +215,7 @@ TEST_F(CurlHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
   }
   EXPECT_TRUE(waitUntil([&] { return std::count(answered.begin(), answered.end(), 1) == 200; }));
   EXPECT_EQ(outcome(get(server.url("/status/200"))), "200 told");
-  EXPECT_THAT(answered, testing::Each(1));
+  EXPECT_THAT(answered, Each(1));
 }
 
 TEST_F(CurlHttpSessionTest, EveryRequestStartsAtOnce) {
