@@ -73,10 +73,12 @@ class Form:
             raise Died
 
     def _look_up(self):
-        [self._panel] = controls.at_once(self._program).all(QUICK_NOTE, "dialog")
-        [self._note] = self._panel.all("What did you do?", "text")
-        [self._minutes] = self._panel.all("30", "radio button")
-        [self._send] = self._panel.all("Send to VELK", "push button")
+        windows = controls.at_once(self._program).children
+        [self._panel] = [window for window in windows if window.is_called(QUICK_NOTE, "dialog")]
+        inside = list(self._panel.below())
+        [self._note] = [each for each in inside if each.is_called("What did you do?", "text")]
+        [self._minutes] = [each for each in inside if each.is_called("30", "radio button")]
+        [self._send] = [each for each in inside if each.is_called("Send to VELK", "push button")]
         return True
 
     def point_at_caught_work(self):
@@ -206,12 +208,17 @@ class AStormOfKills(Story):
         desk.wait_until(lambda: self.outbox() == [], what="an empty outbox")
         delivered = self.service.inputs()
         times = collections.Counter(delivered)
-        print(
-            f"{KILLS} kills, {self.kills_with_notes_waiting} of them with notes waiting; {len(self.confirmed)} notes "
-            f"confirmed, {len(set(self.logged()))} logged, {len(times)} delivered, "
-            f"{len(delivered) - len(times)} of them again; "
-            f"{CAUGHT_AT_THE_START - len(self.home.list('pending.json'))} pieces of caught work confirmed"
-        )
+        for what, number in {
+            "kills": KILLS,
+            "kills with notes waiting": self.kills_with_notes_waiting,
+            "notes written": self.written,
+            "notes confirmed": len(self.confirmed),
+            "notes logged": len(set(self.logged())),
+            "notes delivered": len(times),
+            "arrivals beyond the first": len(delivered) - len(times),
+            "pieces of caught work confirmed": CAUGHT_AT_THE_START - len(self.home.list("pending.json")),
+        }.items():
+            print(f"{what}: {number}")
         self.assertEqual(self.promised() - set(delivered), set())
         self.assertEqual([note for note in times if times[note] > 1 + self.kills_survived[note]], [])
         self.assertGreaterEqual(len(self.confirmed), KILLS // 9, "too calm for a storm")
