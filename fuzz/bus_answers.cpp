@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
 #include <QDBusServer>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
@@ -99,6 +100,10 @@ class Stranger : public QDBusVirtualObject {
   Values* values = nullptr;
 };
 
+QDBusMessage question() {
+  return QDBusMessage::createMethodCall("a.b", "/x", "a.b", "c");
+}
+
 /// Both ends of the connection, made once.
 class Line {
  public:
@@ -109,11 +114,10 @@ class Line {
     QObject::connect(&server_, &QDBusServer::newConnection, [this](QDBusConnection connection) {
       connection.registerVirtualObject("/", &stranger_, QDBusConnection::SubPath);
       stranger_.moveToThread(&thread_);
-      isReady_ = true;
     });
-    const auto connection = QDBusConnection::connectToPeer(server_.address(), "ours");
-    require(connection.isConnected(), "there is a connection");
-    while (!isReady_) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    require(QDBusConnection::connectToPeer(server_.address(), "ours").isConnected(),
+            "there is a connection");
+    waitForTheFirstAnswer();
   }
   Line(const Line&) = delete;
   Line& operator=(const Line&) = delete;
@@ -122,6 +126,16 @@ class Line {
   void answersWith(Values& values) { stranger_.values = &values; }
 
  private:
+  /// Qt holds all questions back until the server's thread, this one, has had a turn of its event
+  /// loop after `newConnection`.
+  void waitForTheFirstAnswer() {
+    Values nothing("");
+    answersWith(nothing);
+    const QDBusPendingCallWatcher answer(ours().asyncCall(question()));
+    while (!answer.isFinished()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    require(!answer.isError(), "the other end answers");
+  }
+
   static inline int argc_ = 1;
   static inline char name_[] = "fuzz";
   static inline char* argv_[] = {name_, nullptr};
@@ -129,7 +143,6 @@ class Line {
   QThread thread_;
   Stranger stranger_;
   QDBusServer server_{"unix:tmpdir=/tmp"};
-  bool isReady_ = false;
 };
 
 void readScreen(const QDBusConnection& bus) {
@@ -144,8 +157,7 @@ void readScreen(const QDBusConnection& bus) {
 }
 
 void readSecrets(const QDBusConnection& bus) {
-  const auto question = QDBusMessage::createMethodCall("a.b", "/x", "a.b", "c");
-  const auto answer = bus.call(question, QDBus::Block, 5000).arguments();
+  const auto answer = bus.call(question(), QDBus::Block, 5000).arguments();
   (void)itemsIn(answer);
   (void)secretIn(answer);
 }
