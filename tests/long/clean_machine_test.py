@@ -13,10 +13,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
-sys.path.append(str(Path(__file__).parents[1] / "desktop"))
-from desk import notewick, wait_until  # noqa: E402
-from desk.local_service import CAPTURE  # noqa: E402
-from desk.story import Story  # noqa: E402
+from desk import notewick, wait_until
+from desk.local_service import CAPTURE
+from desk.story import Story
 
 ROOT, PACKAGE = (Path(argument) for argument in sys.argv[1:])
 NEXT_VERSION = "99.0"
