@@ -1,8 +1,6 @@
 #include "platform/posix/files.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -13,10 +11,9 @@
 #endif
 
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <random>
+
+#include "tests/platform/posix/folder_fixture.h"
 
 namespace notewick {
 namespace {
@@ -35,26 +32,8 @@ bool writesPastCache([[maybe_unused]] const std::string& file) {
 #endif
 }
 
-class PosixFilesTest : public testing::Test {
+class PosixFilesTest : public FolderTest {
  protected:
-  PosixFilesTest() {
-    std::string pattern = testing::TempDir() + "notewick-files-XXXXXX";
-    folder_ = mkdtemp(pattern.data());
-  }
-  ~PosixFilesTest() override { fs::remove_all(folder_); }
-
-  [[nodiscard]] std::string path(const std::string& name) const { return folder_ + "/" + name; }
-
-  std::string contains(const std::string& name, const std::string& text) {
-    std::ofstream(path(name), std::ios::binary) << text;
-    return path(name);
-  }
-
-  [[nodiscard]] static std::string contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
   [[nodiscard]] std::vector<std::string> names() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder_))
@@ -62,20 +41,15 @@ class PosixFilesTest : public testing::Test {
     return names;
   }
 
+  [[nodiscard]] static struct stat statusOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status;
+  }
   [[nodiscard]] static mode_t mode(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(stat(path.c_str(), &status), 0);
-    return status.st_mode & 07777U;
+    return statusOf(path).st_mode & 07777U;
   }
-
-  [[nodiscard]] static ino_t inode(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(stat(path.c_str(), &status), 0);
-    return status.st_ino;
-  }
-
-  PosixFiles files_;
-  std::string folder_;
+  [[nodiscard]] ino_t inode(const std::string& name) const { return statusOf(path(name)).st_ino; }
 };
 
 /// While it lives no file of this process can grow beyond `bytes`, as on a full disk.
@@ -98,14 +72,11 @@ class FullDisk {
   rlimit before_{};
 };
 
-TEST_F(PosixFilesTest, HomeFolderIsHomeWithoutATrailingSlash) {
+TEST_F(PosixFilesTest, HomeFolderIsHomeWithoutATrailingSlashElseOfThePasswordDatabase) {
   setenv("HOME", "/home/a person/", 1);
   EXPECT_EQ(files_.homeFolder(), "/home/a person");
   setenv("HOME", "/", 1);
   EXPECT_EQ(files_.homeFolder(), "");
-}
-
-TEST_F(PosixFilesTest, HomeFolderComesFromThePasswordDatabaseWhenHomeIsNoAbsolutePath) {
   unsetenv("HOME");
   const std::string home = files_.homeFolder();
   EXPECT_TRUE(home.starts_with('/')) << home;
@@ -113,19 +84,15 @@ TEST_F(PosixFilesTest, HomeFolderComesFromThePasswordDatabaseWhenHomeIsNoAbsolut
   EXPECT_EQ(files_.homeFolder(), home);
 }
 
-TEST_F(PosixFilesTest, CreatesAllMissingFoldersForTheirOwnerOnly) {
+TEST_F(PosixFilesTest, CreatesAllMissingFoldersForTheirOwnerOnlyAndLeavesTheOthers) {
   umask(0);
-  EXPECT_TRUE(files_.createFolders(path("a b/c/d")));
-  EXPECT_EQ(mode(path("a b")), 0700U);
-  EXPECT_EQ(mode(path("a b/c")), 0700U);
-  EXPECT_EQ(mode(path("a b/c/d")), 0700U);
-}
-
-TEST_F(PosixFilesTest, AnExistingFolderIsFineAndKeepsItsMode) {
   fs::create_directory(path("there"));
   chmod(path("there").c_str(), 0750);
+  EXPECT_TRUE(files_.createFolders(path("there/c d/e")));
   EXPECT_TRUE(files_.createFolders(path("there")));
   EXPECT_EQ(mode(path("there")), 0750U);
+  EXPECT_EQ(mode(path("there/c d")), 0700U);
+  EXPECT_EQ(mode(path("there/c d/e")), 0700U);
 }
 
 TEST_F(PosixFilesTest, KeepingAFolderPrivateTakesTheRightsOfOthersFromItAndItsFiles) {
@@ -168,33 +135,24 @@ TEST_F(PosixFilesTest, AFileInTheWayOfAFolderIsAFailure) {
   EXPECT_FALSE(files_.createFolders(path("taken/below")));
 }
 
-TEST_F(PosixFilesTest, ReadsTheWholeContentsByteForByte) {
-  const std::string text = std::string("a\0\xff\n", 4) + std::string(100'000, 'z');
-  contains("file", text);
-  EXPECT_EQ(files_.read(path("file")), text);
-  EXPECT_EQ(files_.size(path("file")), text.size());
-}
-
-TEST_F(PosixFilesTest, AnEmptyFileReadsAsEmptyAndAMissingOneAsAbsent) {
-  contains("empty", "");
-  EXPECT_EQ(files_.read(path("empty")), "");
-  EXPECT_EQ(files_.size(path("empty")), 0U);
+TEST_F(PosixFilesTest, ReadsTheWholeContentsByteForByteOfAFileThatIsThere) {
+  for (const std::string& text : {std::string("a\0\xff\n", 4) + std::string(100'000, 'z'), {}}) {
+    contains("file", text);
+    EXPECT_EQ(files_.read(path("file")), text);
+    EXPECT_EQ(files_.size(path("file")), text.size());
+  }
   EXPECT_EQ(files_.read(path("missing")), std::nullopt);
   EXPECT_EQ(files_.size(path("missing")), std::nullopt);
 }
 
-TEST_F(PosixFilesTest, AFolderIsNoFile) {
-  EXPECT_EQ(files_.read(folder_), std::nullopt);
+TEST_F(PosixFilesTest, AFolderOrAPipeIsNoFileAndNeverWaitedFor) {
   EXPECT_EQ(files_.size(folder_), std::nullopt);
-  EXPECT_FALSE(files_.replaceInPlace(folder_, "x"));
-  EXPECT_FALSE(files_.append(folder_, "x"));
-}
-
-TEST_F(PosixFilesTest, APipeUnderTheNameOfAFileIsAFailureAndNeverWaitedFor) {
   ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
-  EXPECT_EQ(files_.read(path("pipe")), std::nullopt);
-  EXPECT_FALSE(files_.append(path("pipe"), "x"));
-  EXPECT_FALSE(files_.replaceInPlace(path("pipe"), "x"));
+  for (const std::string& name : {folder_, path("pipe")}) {
+    EXPECT_EQ(files_.read(name), std::nullopt) << name;
+    EXPECT_FALSE(files_.replaceInPlace(name, "x")) << name;
+    EXPECT_FALSE(files_.append(name, "x")) << name;
+  }
 }
 
 TEST_F(PosixFilesTest, ADeviceUnderTheNameOfAFileIsThereAndTakesNothing) {
@@ -224,26 +182,24 @@ TEST_F(PosixFilesTest, AFileOfMoreThan64MegabytesIsNotReadAndIsReplaced) {
     EXPECT_LT(bytesRead() - before, 4096U);
   }
   EXPECT_TRUE(files_.replaceInPlace(file, "[1]"));
-  EXPECT_EQ(contents(file), "[1]");
+  EXPECT_EQ(contents("list"), "[1]");
 }
 
 TEST_F(PosixFilesTest, ReplacesInPlaceByALongerAndByAShorterText) {
   contains("list", "[1]");
-  const ino_t before = inode(path("list"));
-  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[1, 2, 3]"));
-  EXPECT_EQ(contents(path("list")), "[1, 2, 3]");
-  EXPECT_TRUE(files_.replaceInPlace(path("list"), "[]"));
-  EXPECT_EQ(contents(path("list")), "[]");
-  EXPECT_TRUE(files_.replaceInPlace(path("list"), ""));
-  EXPECT_EQ(contents(path("list")), "");
-  EXPECT_EQ(inode(path("list")), before);
+  const ino_t before = inode("list");
+  for (const auto* const text : {"[1, 2, 3]", "[]", ""}) {
+    EXPECT_TRUE(files_.replaceInPlace(path("list"), text));
+    EXPECT_EQ(contents("list"), text);
+  }
+  EXPECT_EQ(inode("list"), before);
   EXPECT_THAT(names(), UnorderedElementsAre("list"));
 }
 
 TEST_F(PosixFilesTest, ReplacingInPlaceCreatesTheFileForItsOwnerOnly) {
   umask(0);
   EXPECT_TRUE(files_.replaceInPlace(path("new"), "[]"));
-  EXPECT_EQ(contents(path("new")), "[]");
+  EXPECT_EQ(contents("new"), "[]");
   EXPECT_EQ(mode(path("new")), 0600U);
 }
 
@@ -251,7 +207,7 @@ TEST_F(PosixFilesTest, ReplacingInPlaceFollowsALinkThatTheUserPutThere) {
   contains("elsewhere", "[1]");
   fs::create_symlink(path("elsewhere"), path("list"));
   EXPECT_TRUE(files_.replaceInPlace(path("list"), "[2]"));
-  EXPECT_EQ(contents(path("elsewhere")), "[2]");
+  EXPECT_EQ(contents("elsewhere"), "[2]");
   EXPECT_TRUE(fs::is_symlink(path("list")));
 }
 
@@ -264,14 +220,14 @@ TEST_F(PosixFilesTest, ALongerTextThatDoesNotFitOnTheDiskLeavesTheOldOne) {
   contains("list", std::string(6'000, 'a'));
   const FullDisk full(10'000);
   EXPECT_FALSE(files_.replaceInPlace(path("list"), std::string(20'000, 'b')));
-  EXPECT_EQ(contents(path("list")), std::string(6'000, 'a'));
+  EXPECT_EQ(contents("list"), std::string(6'000, 'a'));
 }
 
 TEST_F(PosixFilesTest, AShorterTextIsSavedOnAFullDisk) {
   contains("list", std::string(6'000, 'a'));
   const FullDisk full(6'000);
   EXPECT_TRUE(files_.replaceInPlace(path("list"), "[]"));
-  EXPECT_EQ(contents(path("list")), "[]");
+  EXPECT_EQ(contents("list"), "[]");
 }
 
 TEST_F(PosixFilesTest, ANewFileThatDoesNotFitOnTheDiskIsNotLeftBehind) {
@@ -285,17 +241,17 @@ TEST_F(PosixFilesTest, AnAppendThatDoesNotFitOnTheDiskLeavesTheOldText) {
   contains("log", std::string(80, 'a'));
   const FullDisk full(100);
   EXPECT_FALSE(files_.append(path("log"), std::string(50, 'b')));
-  EXPECT_EQ(contents(path("log")), std::string(80, 'a'));
+  EXPECT_EQ(contents("log"), std::string(80, 'a'));
 }
 
 TEST_F(PosixFilesTest, ReplacesAtomicallyLeavingNothingElseBehind) {
   umask(0);
   contains("log", "old");
-  const ino_t before = inode(path("log"));
+  const ino_t before = inode("log");
   EXPECT_TRUE(files_.replaceAtomically(path("log"), "new\n"));
-  EXPECT_EQ(contents(path("log")), "new\n");
+  EXPECT_EQ(contents("log"), "new\n");
   EXPECT_EQ(mode(path("log")), 0600U);
-  EXPECT_NE(inode(path("log")), before);
+  EXPECT_NE(inode("log"), before);
   EXPECT_THAT(names(), UnorderedElementsAre("log"));
 }
 
@@ -309,7 +265,7 @@ TEST_F(PosixFilesTest, ReplacingAtomicallyFailsWhereTheFolderIsMissingOrAFolderI
 TEST_F(PosixFilesTest, AppendsToAnExistingFileOnly) {
   contains("log", "one\n");
   EXPECT_TRUE(files_.append(path("log"), "two\n"));
-  EXPECT_EQ(contents(path("log")), "one\ntwo\n");
+  EXPECT_EQ(contents("log"), "one\ntwo\n");
   EXPECT_FALSE(files_.append(path("missing"), "x"));
   EXPECT_THAT(names(), UnorderedElementsAre("log"));
 }
@@ -348,7 +304,7 @@ TEST_F(PosixFilesTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewText) {
     usleep(instant(random));
     ::kill(writer, SIGKILL);
     waitpid(writer, nullptr, 0);
-    const std::string left = withoutTrailingBlanks(contents(path("list")));
+    const std::string left = withoutTrailingBlanks(contents("list"));
     EXPECT_TRUE(left == shorter || left == longer) << left.size() << ": " << left.substr(0, 80);
   }
 }

@@ -1,15 +1,10 @@
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
-#include "platform/posix/files.h"
+#include "tests/platform/posix/folder_fixture.h"
 
 namespace {
 
@@ -63,32 +58,17 @@ namespace {
 using testing::ElementsAre;
 
 /// Saves that are watched at the border to the system.
-class SavingCallsTest : public testing::Test {
+class SavingCallsTest : public FolderTest {
  protected:
   SavingCallsTest() {
-    std::string pattern = testing::TempDir() + "notewick-calls-XXXXXX";
-    folder_ = mkdtemp(pattern.data());
-    list_ = folder_ + "/list";
-    std::ofstream(list_) << std::string(5000, 'a');
     const int file = open(list_.c_str(), O_RDONLY | O_DIRECT);
     takesDirectWrites_ = file >= 0;
     close(file);
-    disk = {};
     disk.records = true;
   }
-  ~SavingCallsTest() override {
-    disk = {};
-    std::filesystem::remove_all(folder_);
-  }
+  ~SavingCallsTest() override { disk = {}; }
 
-  [[nodiscard]] std::string contents() const {
-    std::ifstream file(list_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  PosixFiles files_;
-  std::string folder_;
-  std::string list_;
+  const std::string list_ = contains("list", std::string(5000, 'a'));
   bool takesDirectWrites_ = false;
 };
 
@@ -107,22 +87,22 @@ TEST_F(SavingCallsTest, AFlushThatFailsLeavesTheNewTextUncutAndIsAFailure) {
   disk.flushFails = true;
   EXPECT_FALSE(files_.replaceInPlace(list_, "[1]"));
   EXPECT_EQ(disk.calls.back(), "flush");
-  EXPECT_EQ(contents(), "[1]" + std::string(8192 - 3, ' '));
+  EXPECT_EQ(contents("list"), "[1]" + std::string(8192 - 3, ' '));
   disk.flushFails = false;
   EXPECT_TRUE(files_.replaceInPlace(list_, "[2]"));
-  EXPECT_EQ(contents(), "[2]");
+  EXPECT_EQ(contents("list"), "[2]");
 }
 
 TEST_F(SavingCallsTest, AFileSystemThatRefusesDirectWritesGetsPlainOnes) {
   disk.refusesDirectWrites = true;
   EXPECT_TRUE(files_.replaceInPlace(list_, "[1]"));
-  EXPECT_EQ(contents(), "[1]");
+  EXPECT_EQ(contents("list"), "[1]");
 }
 
 TEST_F(SavingCallsTest, ADirectWriteThatEndsEarlyIsMadeAgainAsAPlainOne) {
   disk.cutsDirectWritesShort = true;
   EXPECT_TRUE(files_.replaceInPlace(list_, std::string(9000, 'b')));
-  EXPECT_EQ(contents(), std::string(9000, 'b'));
+  EXPECT_EQ(contents("list"), std::string(9000, 'b'));
 }
 
 }  // namespace
