@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "client/failure_text.h"
+#include "fuzz/plain_answer.h"
 #include "fuzz/targets.h"
-#include "tests/client/plain_answer.h"
 
 namespace notewick::fuzz {
 namespace {

@@ -1,12 +1,10 @@
 # The service client, the outbox and the user interface, on the fakes.
 notewick_test(client_ui_tests
   SOURCES
-    client/answer_body_property_test.cpp
     client/answer_body_test.cpp
     client/failure_text_test.cpp
     client/keychain_test.cpp
     client/lanes_test.cpp
-    client/plain_answer.cpp
     client/uri_test.cpp
     client/velk_client_sign_in_test.cpp
     client/velk_client_sign_out_test.cpp

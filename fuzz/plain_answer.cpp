@@ -1,4 +1,4 @@
-#include "tests/client/plain_answer.h"
+#include "fuzz/plain_answer.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
