@@ -7,12 +7,9 @@ notewick_test(client_ui_tests
     client/lanes_test.cpp
     client/uri_test.cpp
     client/velk_client_sign_in_test.cpp
-    client/velk_client_sign_out_test.cpp
     client/velk_client_test.cpp
     client/velk_error_test.cpp
     outbox/delayed_save_test.cpp
-    outbox/delegate_outbox_failure_test.cpp
-    outbox/delegate_outbox_saving_test.cpp
     outbox/delegate_outbox_test.cpp
     outbox/delegate_refresh_test.cpp
     platform/web_address_test.cpp
@@ -23,7 +20,6 @@ notewick_test(client_ui_tests
     ui/delegate_widget_test.cpp
     ui/login_controller_test.cpp
     ui/quick_widget_controller_test.cpp
-    ui/quick_widget_sending_test.cpp
     ui/start_at_login_test.cpp
     ui/status_menu_test.cpp
   LINK notewick_test_support)
@@ -33,7 +29,5 @@ notewick_test(simulated_day
   SOURCES
     app/clock_changes_test.cpp
     app/month_test.cpp
-    app/simulated_day.cpp
-    app/simulated_day_afternoon.cpp
     app/simulated_day_test.cpp
   LINK notewick_test_support)

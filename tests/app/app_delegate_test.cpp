@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "app/constants.h"
-#include "app/entry.h"
 #include "tests/support/world.h"
 
 namespace notewick {
@@ -42,6 +41,7 @@ TEST_F(LaunchTest, SignedOutItTakesTheseStepsAndWritesNothing) {
   EXPECT_TRUE(signInPanel().visible);
   EXPECT_EQ(accessibility.prompts, 1);
   EXPECT_EQ(app().lastAxState, std::nullopt) << "the first sample looks";
+  EXPECT_THAT(statusItem().appearance, FieldsAre("note.text.badge.plus", "VELK Notewick", " VELK"));
 }
 
 TEST_F(LaunchTest, SignedInItLoadsParticipantsAndSendsTheOutboxInPlaceOfThePanel) {
@@ -56,12 +56,7 @@ TEST_F(LaunchTest, SignedInItLoadsParticipantsAndSendsTheOutboxInPlaceOfThePanel
                           "GET /api/desktop/participants", "POST /api/desktop/case-notes/capture"));
   EXPECT_EQ(views.signIn, nullptr);
   EXPECT_THAT(app().participants, SizeIs(2));
-  EXPECT_THAT(notificationTitles(), ElementsAre("Captured — Lena O'Keefe"));
-}
-
-TEST_F(LaunchTest, TheStatusItemShowsTheProduct) {
-  launch();
-  EXPECT_THAT(statusItem().appearance, FieldsAre("note.text.badge.plus", "VELK Notewick", " VELK"));
+  EXPECT_THAT(notifier.shown, ElementsAre(captured("Lena O'Keefe", 30)));
 }
 
 // --- Stored records ------------------------------------------------------------------------------
@@ -89,8 +84,7 @@ TEST_F(LaunchTest, ADamagedFileReadsAsEmptyAndNeitherItNorTheOthersAreTouched) {
 TEST_F(LaunchTest, SignedOutItSamplesTheCachedParticipants) {
   has("participants.json", ONE_PARTICIPANT);
   launch();
-  screen.show("Mail", {"Lena O'Keefe"});
-  samples(1);
+  sees({"Lena O'Keefe"});
   EXPECT_THAT(app().sessions, SizeIs(1));
 }
 
@@ -121,10 +115,8 @@ TEST_F(LaunchTest, TimersOfAProgramThatIsGoneDoNothing) {
 }
 
 TEST_F(LaunchTest, ASecondStartOpensTheWidgetForTyping) {
-  signIn();
-  knows({"Lena O'Keefe"});
   defaults.setBoolean("VELKWidgetVisible", false);
-  launch();
+  runsKnowing({"Lena O'Keefe"});
   fakeApplication().startAgain();
   EXPECT_TRUE(widget().key);
 }

@@ -19,26 +19,15 @@ class ClockChanges : public WorldTest {
  protected:
   ClockChanges() {
     loop.fireLate(0);
-    signIn();
-    knows({"Tobias Hargreave"});
-    launch();
+    runsKnowing({"Tobias Hargreave"});
     samples(1);
     forgetThePast();
   }
 
-  void works(int count = 4) {
-    screen.show("Mail", {"Tobias Hargreave"});
-    samples(count);
-  }
-  void looksElsewhere(int count) {
-    screen.show("Editor", {"Unrelated"});
-    samples(count);
-  }
-  /// Also what a suspended machine sees when it wakes.
-  void clockJumps(double seconds) { clock.set(clock.now() + Date(seconds)); }
+  void works() { sees({"Tobias Hargreave"}, 4); }
 
   /// The pending items, "2024-05-02 ~1 min".
-  [[nodiscard]] std::vector<std::string> caught() const {
+  [[nodiscard]] std::vector<std::string> caughtWork() const {
     std::vector<std::string> items;
     for (const auto& pending : app().pendings)
       items.push_back(pending.day + " ~" + std::to_string(pending.observedMinutes) + " min");
@@ -50,52 +39,52 @@ class ClockChanges : public WorldTest {
 
 TEST_F(ClockChanges, SetForwardItEndsASessionAtTheNextSampleAndOnce) {
   works();
-  clockJumps(HOUR);
+  clock.jump(HOUR);
   looksElsewhere(1);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min"));
   works();
-  clockJumps(YEAR);
+  clock.jump(YEAR);
   looksElsewhere(41);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~1 min", "2025-05-02 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min", "2025-05-02 ~1 min"));
   EXPECT_THAT(notifier.shown, SizeIs(2));
 }
 
 TEST_F(ClockChanges, SetBackItKeepsASessionUntilItHasPassedTheLastSightingByTenMinutes) {
   works();
-  clockJumps(-HOUR);
+  clock.jump(-HOUR);
   looksElsewhere(240 + 40);
   EXPECT_THAT(app().sessions, SizeIs(1));
   looksElsewhere(1);
   EXPECT_THAT(app().sessions, IsEmpty());
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min"));
 }
 
 TEST_F(ClockChanges, SetBackByAYearAndCorrectedItEndsTheSessionOnce) {
   works();
-  clockJumps(-YEAR);
+  clock.jump(-YEAR);
   looksElsewhere(60);
-  EXPECT_THAT(caught(), IsEmpty());
-  clockJumps(YEAR);
+  EXPECT_THAT(caughtWork(), IsEmpty());
+  clock.jump(YEAR);
   looksElsewhere(41);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min"));
   EXPECT_THAT(notifier.shown, SizeIs(1));
 }
 
 // The span of such a session is what the formula says, from the first sighting to the last.
 TEST_F(ClockChanges, SetDuringWorkItMakesTheSpanLongerOrTooShort) {
   works();
-  clockJumps(HOUR);
+  clock.jump(HOUR);
   works();
   EXPECT_EQ(app().sessions.begin()->second.lastSeen - app().sessions.begin()->second.firstSeen,
             Date(HOUR + 7 * 15));
   looksElsewhere(41);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~2 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~2 min"));
   works();
-  clockJumps(-HOUR);
+  clock.jump(-HOUR);
   works();
   looksElsewhere(41);
   EXPECT_THAT(app().sessions, IsEmpty());
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~2 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~2 min"));
 }
 
 TEST_F(ClockChanges, HoweverItIsSetSamplesAndRetriesGoOnAndNoneIsRepeated) {
@@ -103,7 +92,7 @@ TEST_F(ClockChanges, HoweverItIsSetSamplesAndRetriesGoOnAndNoneIsRepeated) {
   app().enqueueNote(app().participants.at(0), "Called the school", 15, "2024-05-02");
   looksElsewhere(4);
   for (const double jump : {HOUR, -HOUR, YEAR, -YEAR, 0.5, -15.0}) {
-    clockJumps(jump);
+    clock.jump(jump);
     service.forgetRequests();
     const auto lines = watchLogLines().size();
     looksElsewhere(40);
@@ -119,22 +108,22 @@ TEST_F(ClockChanges, HoweverItIsSetSamplesAndRetriesGoOnAndNoneIsRepeated) {
 
 TEST_F(ClockChanges, TenMinutesOfSuspensionEndASession) {
   works();
-  clockJumps(600);
+  clock.jump(600);
   looksElsewhere(1);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-02 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min"));
 }
 
 TEST_F(ClockChanges, ANightOfSuspensionIsNoWork) {
   works();
-  clockJumps(DAY);
+  clock.jump(DAY);
   works();
   looksElsewhere(41);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-03 ~2 min")) << "the window was open all the time";
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-03 ~2 min")) << "the window was open all the time";
   works();
   looksElsewhere(1);
-  clockJumps(DAY);
+  clock.jump(DAY);
   looksElsewhere(1);
-  EXPECT_THAT(caught(), ElementsAre("2024-05-03 ~2 min", "2024-05-04 ~1 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-03 ~2 min", "2024-05-04 ~1 min"));
 }
 
 // --- Wall clocks change --------------------------------------------------------------------------
@@ -153,7 +142,7 @@ TEST_F(ClockChanges, BothNightsOfSummerTimeAreWorkLikeAnyOther) {
     EXPECT_EQ(app().sessions.begin()->second.sightings, 8);
     looksElsewhere(41);
   }
-  EXPECT_THAT(caught(), ElementsAre("2024-03-31 ~2 min", "2024-10-27 ~2 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-03-31 ~2 min", "2024-10-27 ~2 min"));
 }
 
 TEST_F(ClockChanges, ATravellerHasOneItemForEachDay) {
@@ -163,7 +152,7 @@ TEST_F(ClockChanges, ATravellerHasOneItemForEachDay) {
     works();
     looksElsewhere(41);
   }
-  EXPECT_THAT(caught(), ElementsAre("2024-05-03 ~2 min", "2024-05-02 ~2 min"));
+  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-03 ~2 min", "2024-05-02 ~2 min"));
 }
 
 }  // namespace

@@ -22,11 +22,7 @@ constexpr int HOURS_OF_WORK = 9;
 /// now and then. The same in every run.
 class Month : public WorldTest {
  protected:
-  Month() {
-    knows({"Tobias Hargreave", "Lena O'Keefe", "Zoe Abel", "Samuel Ito"});
-    signIn();
-    launch();
-  }
+  Month() { runsKnowing({"Tobias Hargreave", "Lena O'Keefe", "Zoe Abel", "Samuel Ito"}); }
 
   void passesADay() {
     for (int hour = 0; hour < HOURS_OF_WORK; ++hour) {
@@ -46,7 +42,7 @@ class Month : public WorldTest {
       case 2:
         return service.backend.revokeTokens();
       case 3:
-        return clock.set(clock.now() + Date(random_() % 2 == 0 ? 600 : 3600));
+        return clock.jump(random_() % 2 == 0 ? 600 : 3600);
       case 4:
         return restart();
       case 5:
@@ -61,10 +57,9 @@ class Month : public WorldTest {
   void worksForAnHour() {
     for (int quarter = 0; quarter < 4; ++quarter) {
       const auto& person = service.backend.participants[random_() % 4];
-      screen.show("Mail", {person.name() + " " + std::to_string(random_() % 5)});
-      samples(static_cast<int>(random_() % 20));
-      screen.show("Editor", {"Unrelated"});
-      samples(static_cast<int>(40 + random_() % 10));
+      const auto title = person.name() + " " + std::to_string(random_() % 5);
+      sees({title}, static_cast<int>(random_() % 20));
+      looksElsewhere(static_cast<int>(40 + random_() % 10));
       if (random_() % 2 == 0) writesANote();
     }
   }
@@ -85,15 +80,13 @@ class Month : public WorldTest {
     EXPECT_THAT(app().outbox, IsEmpty());
     EXPECT_THAT(app().sendingIds, IsEmpty());
     while (!app().pendings.empty()) app().removePending(app().pendings.front().id);
-    looksElsewhere();
+    looksElsewhere(41);
     EXPECT_THAT(app().sessions, IsEmpty());
     EXPECT_THAT(loop.runningTimers(), ElementsAre(15, 60));
     EXPECT_THAT(text("watch.log").size(), Le(500'000u + 1'000u));
     forgetThePast();
-    trace.clear();
-    clock.set(clock.now() + Date(14 * 3600));
+    clock.jump(14 * 3600);
   }
-  void looksElsewhere() { samples(41); }
 
   std::mt19937 random_{SEED};
   int written_ = 0;

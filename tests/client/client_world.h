@@ -88,8 +88,16 @@ class ClientTest : public WorldTest {
                                                                   "GET /api/desktop/participants"};
   inline static const std::vector<std::string> NOT_REFRESHED = {"GET /api/desktop/participants"};
 
-  [[nodiscard]] std::string authorizationOf(std::size_t request) const {
-    return service.requests.at(request).header("Authorization").value_or("none");
+  /// What a call ends in when the service answers the next request to this path so.
+  std::optional<VELKError> errorAfter(std::string_view path, int status,
+                                      const nlohmann::json& body = nlohmann::json::object()) {
+    service.answers(path, status, body);
+    return errorOfCallTo(path);
+  }
+  /// What signing in, a refresh before a call, a call for participants or a note ends in.
+  std::optional<VELKError> errorOfCallTo(std::string_view path) {
+    if (path == LOGIN_PATH) return errorOf(login());
+    return path == CAPTURE_PATH ? errorOf(capture()) : errorOf(fetch());
   }
 
  private:

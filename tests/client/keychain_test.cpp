@@ -19,6 +19,23 @@ class KeychainTest : public testing::Test {
     loop.dropPosted();
     keychain = Keychain::create(store);
     keychain->setUnlockObserver([this](bool opened) { answers.push_back(opened); });
+    answers.clear();
+  }
+
+  /// The token or "no token", or "a locked token"; and " to open" where opening the store would
+  /// help.
+  std::string has() {
+    const auto token = keychain->keychainLoad();
+    const bool locked = keychain->isLocked();
+    EXPECT_EQ(keychain->holdsToken(), token || locked);
+    EXPECT_EQ(keychain->hasNoStore(), store.missing);
+    return token.value_or(locked ? "a locked token" : "no token") +
+           (keychain->wantsUnlock() ? " to open" : "");
+  }
+
+  void userIsAskedAndAnswers(bool open) {
+    keychain->requestUnlock();
+    store.userAnswers(open);
   }
 
   FakeClock clock;
@@ -32,25 +49,21 @@ class KeychainTest : public testing::Test {
 TEST_F(KeychainTest, ASavedTokenIsThereUntilItIsReplacedOrDeleted) {
   keychain->keychainSave("T");
   keychain->keychainSave("U");
-  EXPECT_EQ(keychain->keychainLoad(), "U");
+  EXPECT_EQ(has(), "U");
   EXPECT_EQ(store.refreshToken(), "U");
   EXPECT_EQ(store.size(), 1u);
-  EXPECT_TRUE(keychain->holdsToken());
   keychain->keychainDelete();
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_EQ(has(), "no token");
   EXPECT_EQ(store.size(), 0u);
-  EXPECT_FALSE(keychain->holdsToken());
 }
 
 TEST_F(KeychainTest, AFailedWriteIsSwallowed) {
   store.failWrites = true;
   keychain->keychainSave("T");
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
-  EXPECT_FALSE(keychain->isLocked());
-  EXPECT_FALSE(keychain->wantsUnlock());
+  EXPECT_EQ(has(), "no token");
   store.othersWrite("T");
   keychain->keychainDelete();
-  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_EQ(has(), "T");
 }
 
 // --- No store ------------------------------------------------------------------------------------
@@ -60,43 +73,30 @@ class KeychainWithoutAStoreTest : public KeychainTest {
   KeychainWithoutAStoreTest() { store.missing = true; }
 };
 
-TEST_F(KeychainWithoutAStoreTest, ASavedTokenIsThereUntilItIsDeletedAndNobodyIsAsked) {
-  EXPECT_TRUE(keychain->hasNoStore());
-  EXPECT_FALSE(keychain->holdsToken());
+TEST_F(KeychainWithoutAStoreTest, ATokenIsThereUntilItIsDeletedOrTheProgramStartsAgain) {
+  EXPECT_EQ(has(), "no token");
   keychain->keychainSave("T");
-  EXPECT_EQ(keychain->keychainLoad(), "T");
-  EXPECT_TRUE(keychain->holdsToken());
-  EXPECT_TRUE(keychain->hasNoStore());
-  EXPECT_FALSE(keychain->isLocked());
-  EXPECT_FALSE(keychain->wantsUnlock());
+  EXPECT_EQ(has(), "T");
   keychain->keychainDelete();
-  EXPECT_FALSE(keychain->holdsToken());
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
-  EXPECT_FALSE(keychain->wantsUnlock());
-}
-
-TEST_F(KeychainWithoutAStoreTest, ATokenIsGoneWhenTheProgramStartsAgain) {
+  EXPECT_EQ(has(), "no token");
   keychain->keychainSave("T");
   startAgain();
-  EXPECT_FALSE(keychain->holdsToken());
+  EXPECT_EQ(has(), "no token");
 }
 
 TEST_F(KeychainWithoutAStoreTest, AStoreThatComesTakesTheToken) {
   keychain->keychainSave("T");
   store.comes();
   EXPECT_EQ(store.refreshToken(), "T");
-  EXPECT_TRUE(keychain->holdsToken());
-  EXPECT_FALSE(keychain->hasNoStore());
+  EXPECT_EQ(has(), "T");
 }
 
 TEST_F(KeychainWithoutAStoreTest, AStoreThatComesLockedIsOneToOpen) {
   keychain->keychainSave("T");
   store.locked = true;
   store.comes();
-  EXPECT_EQ(keychain->keychainLoad(), "T");
-  EXPECT_TRUE(keychain->wantsUnlock());
-  keychain->requestUnlock();
-  store.userAnswers(true);
+  EXPECT_EQ(has(), "T to open");
+  userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), "T");
 }
 
@@ -105,7 +105,7 @@ TEST_F(KeychainWithoutAStoreTest, AStoreThatComesAfterASignOutKeepsWhatItHolds) 
   keychain->keychainDelete();
   store.setRefreshToken("earlier");
   store.comes();
-  EXPECT_EQ(keychain->keychainLoad(), "earlier");
+  EXPECT_EQ(has(), "earlier");
 }
 
 // --- Remembered ----------------------------------------------------------------------------------
@@ -115,11 +115,7 @@ class RememberedTokenTest : public KeychainTest {
   RememberedTokenTest() { store.setRefreshToken("T"); }
 
   void looksTwice() {
-    for (int look = 0; look < 2; ++look) {
-      EXPECT_TRUE(keychain->holdsToken());
-      EXPECT_EQ(keychain->keychainLoad(), "T");
-      EXPECT_FALSE(keychain->isLocked());
-    }
+    for (int look = 0; look < 2; ++look) EXPECT_EQ(has(), "T");
   }
 };
 
@@ -130,11 +126,6 @@ TEST_F(RememberedTokenTest, WhetherThereIsATokenIsAskedOnceAndTheTokenNotFetched
   EXPECT_EQ(store.fetches, 0u);
 }
 
-TEST_F(RememberedTokenTest, ATokenThatWasReadIsNotFetchedAgain) {
-  looksTwice();
-  EXPECT_EQ(store.fetches, 1u);
-}
-
 TEST_F(RememberedTokenTest, WhatWasWrittenIsNotAskedForAtAll) {
   keychain->keychainSave("T");
   looksTwice();
@@ -143,13 +134,13 @@ TEST_F(RememberedTokenTest, WhatWasWrittenIsNotAskedForAtAll) {
   EXPECT_EQ(store.looks, 0u);
 }
 
-TEST_F(RememberedTokenTest, WhatOthersChangeIsSeenAndNobodyIsTold) {
+TEST_F(RememberedTokenTest, WhatWasReadIsFetchedOnceAndWhatOthersChangeIsSeenAndNobodyTold) {
   looksTwice();
+  EXPECT_EQ(store.fetches, 1u);
   store.othersWrite("U");
-  EXPECT_EQ(keychain->keychainLoad(), "U");
+  EXPECT_EQ(has(), "U");
   store.othersRemove();
-  EXPECT_FALSE(keychain->holdsToken());
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_EQ(has(), "no token");
   EXPECT_THAT(answers, IsEmpty());
 }
 
@@ -166,30 +157,21 @@ TEST_F(RememberedTokenTest, AStoreThatReportsNothingIsLookedIntoEachTimeWithoutF
 
 class LockedKeychainTest : public KeychainTest {
  protected:
-  LockedKeychainTest() {
+  LockedKeychainTest() { startsLocked(); }
+
+  void startsLocked() {
     store.setRefreshToken("T");
     store.locked = true;
-  }
-
-  void userIsAskedAndAnswers(bool open) {
-    keychain->requestUnlock();
-    store.userAnswers(open);
+    startAgain();
   }
 };
 
-TEST_F(LockedKeychainTest, ATokenOutOfReachIsHeldButNotGivenAndLookingNeverAsks) {
-  EXPECT_TRUE(keychain->isLocked());
-  EXPECT_TRUE(keychain->holdsToken());
-  EXPECT_TRUE(keychain->wantsUnlock());
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+TEST_F(LockedKeychainTest, LookingNeverAsksAndOpenedItGivesTheToken) {
+  EXPECT_EQ(has(), "a locked token to open");
   EXPECT_EQ(store.unlockRequests, 0u);
-}
-
-TEST_F(LockedKeychainTest, OpenedItGivesTheToken) {
   userIsAskedAndAnswers(true);
   EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_EQ(keychain->keychainLoad(), "T");
-  EXPECT_FALSE(keychain->isLocked());
+  EXPECT_EQ(has(), "T");
 }
 
 TEST_F(LockedKeychainTest, AQuestionOnScreenIsNotAskedAgain) {
@@ -202,33 +184,27 @@ TEST_F(LockedKeychainTest, AQuestionOnScreenIsNotAskedAgain) {
 TEST_F(LockedKeychainTest, RefusedItCountsAsEmptyUntilTheRefusalIsTakenBack) {
   userIsAskedAndAnswers(false);
   EXPECT_THAT(answers, ElementsAre(false));
-  EXPECT_FALSE(keychain->isLocked());
-  EXPECT_FALSE(keychain->holdsToken());
-  EXPECT_FALSE(keychain->wantsUnlock());
+  EXPECT_EQ(has(), "no token");
   keychain->forgetRefusal();
-  EXPECT_TRUE(keychain->isLocked());
+  EXPECT_EQ(has(), "a locked token to open");
   userIsAskedAndAnswers(true);
-  EXPECT_EQ(store.unlockRequests, 2u);
-  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_EQ(has(), "T");
 }
 
 // --- What waits to be written --------------------------------------------------------------------
 
 TEST_F(LockedKeychainTest, ATokenToBeSavedWaitsInMemory) {
   keychain->keychainSave("U");
-  EXPECT_EQ(keychain->keychainLoad(), "U");
+  EXPECT_EQ(has(), "U to open");
   EXPECT_EQ(store.refreshToken(), "T");
-  EXPECT_FALSE(keychain->isLocked());
-  EXPECT_TRUE(keychain->wantsUnlock());
   userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), "U");
-  EXPECT_FALSE(keychain->wantsUnlock());
+  EXPECT_EQ(has(), "U");
 }
 
 TEST_F(LockedKeychainTest, ARemovalWaitsAsWell) {
   keychain->keychainDelete();
-  EXPECT_FALSE(keychain->holdsToken());
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
+  EXPECT_EQ(has(), "no token to open");
   EXPECT_EQ(store.refreshToken(), "T");
   userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), std::nullopt);
@@ -246,15 +222,13 @@ TEST_F(LockedKeychainTest, OnlyTheNewestOrderWaits) {
   EXPECT_EQ(keychain->keychainLoad(), std::nullopt);
   userIsAskedAndAnswers(true);
   EXPECT_EQ(store.refreshToken(), std::nullopt);
-  EXPECT_EQ(keychain->keychainLoad(), std::nullopt) << "nor does the token wait any longer";
+  EXPECT_EQ(has(), "no token") << "nor does the token wait any longer";
 }
 
 TEST_F(LockedKeychainTest, ATokenThatWaitsOutlivesARefusalAndTheStore) {
   keychain->keychainSave("U");
   userIsAskedAndAnswers(false);
-  EXPECT_EQ(keychain->keychainLoad(), "U");
-  EXPECT_TRUE(keychain->holdsToken());
-  EXPECT_FALSE(keychain->wantsUnlock());
+  EXPECT_EQ(has(), "U");
   store.missing = true;
   store.othersLock();
   EXPECT_EQ(keychain->keychainLoad(), "U");
@@ -266,37 +240,41 @@ TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
   EXPECT_TRUE(keychain->isLocked());
   store.othersOpen();
   EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_EQ(has(), "T");
 }
 
 TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
   userIsAskedAndAnswers(false);
   store.othersOpen();
   EXPECT_THAT(answers, ElementsAre(false, true));
-  EXPECT_EQ(keychain->keychainLoad(), "T");
-  EXPECT_TRUE(keychain->holdsToken());
+  EXPECT_EQ(has(), "T");
   store.othersLock();
   EXPECT_TRUE(keychain->isLocked()) << "the refusal was of the time before";
 }
 
+TEST_F(LockedKeychainTest, OpenedByOthersItTakesWhatWaits) {
+  keychain->keychainSave("U");
+  store.othersOpen();
+  EXPECT_EQ(store.refreshToken(), "U");
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(has(), "U");
+}
+
 TEST_F(LockedKeychainTest, TheQuestionStillOnScreenThenIsAnsweredToNobody) {
   for (const bool answer : {true, false}) {
-    store.locked = true;
-    startAgain();
-    answers.clear();
+    startsLocked();
     keychain->requestUnlock();
     store.othersOpen();
     EXPECT_THAT(answers, ElementsAre(true));
     store.userAnswers(answer);
     EXPECT_THAT(answers, ElementsAre(true));
-    EXPECT_EQ(keychain->keychainLoad(), "T");
+    EXPECT_EQ(has(), "T");
   }
 }
 
 TEST_F(LockedKeychainTest, LockedAgainMeanwhileTheQuestionStillOnScreenCounts) {
   for (const bool answer : {true, false}) {
-    store.locked = true;
-    startAgain();
+    startsLocked();
     keychain->requestUnlock();
     store.othersOpen();
     store.othersLock();
@@ -311,7 +289,7 @@ TEST_F(KeychainTest, ATokenThatComesWithinReachLaterIsReported) {
   EXPECT_FALSE(keychain->holdsToken());
   store.othersWrite("T");
   EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_EQ(keychain->keychainLoad(), "T");
+  EXPECT_EQ(has(), "T");
 }
 
 TEST_F(LockedKeychainTest, AReportFromAStoreThatIsStillLockedChangesNothing) {
@@ -322,26 +300,16 @@ TEST_F(LockedKeychainTest, AReportFromAStoreThatIsStillLockedChangesNothing) {
   EXPECT_THAT(answers, ElementsAre(true));
 }
 
-TEST_F(LockedKeychainTest, OpenedByOthersItTakesWhatWaits) {
-  keychain->keychainSave("U");
-  store.othersOpen();
-  EXPECT_EQ(store.refreshToken(), "U");
-  EXPECT_THAT(answers, ElementsAre(true));
-  EXPECT_FALSE(keychain->wantsUnlock());
-}
-
 TEST_F(LockedKeychainTest, ARefusalAfterOthersOpenedTheStoreIsNone) {
   for (const bool reports : {true, false}) {
-    store.locked = true;
     store.reportsChanges = reports;
-    startAgain();
-    answers.clear();
+    startsLocked();
     EXPECT_TRUE(keychain->isLocked());
     keychain->requestUnlock();
     store.locked = false;  // a report, if any, is still on its way
     store.userAnswers(false);
     EXPECT_THAT(answers, ElementsAre(true));
-    EXPECT_EQ(keychain->keychainLoad(), "T");
+    EXPECT_EQ(has(), "T");
   }
 }
 

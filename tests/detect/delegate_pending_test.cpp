@@ -12,13 +12,7 @@ using testing::SizeIs;
 
 class PromotionTest : public WorldTest {
  protected:
-  PromotionTest() {
-    signIn();
-    knows({"Tobias Hargreave", "Lena O'Keefe"});
-    launch();
-    notifier.shown.clear();
-    trace.clear();
-  }
+  PromotionTest() { runsKnowing({"Tobias Hargreave", "Lena O'Keefe"}); }
 
   /// A session of so many sightings has ended.
   void promotes(const std::string& participant, int sightings = 4) {
@@ -49,19 +43,7 @@ TEST_F(PromotionTest, AsksTheUserToConfirmTheMinutesOfThisSession) {
   promotes("Lena O'Keefe", 40);
   promotes("Lena O'Keefe", 5);
   EXPECT_EQ(app().pendings.front().observedMinutes, 12);
-  EXPECT_EQ(notifier.shown.back(),
-            (Notification{"Log it? — Lena O'Keefe",
-                          "Looks like you worked on Lena O'Keefe (~2 min on screen). "
-                          "Confirm it in the floating widget."}));
-}
-
-TEST_F(PromotionTest, ADayIsTheLocalDayOfThePromotion) {
-  promotes("Lena O'Keefe");
-  clock.setLocal({2024, 5, 3, 0, 0, 5});
-  promotes("Lena O'Keefe");
-  ASSERT_THAT(app().pendings, SizeIs(2));
-  EXPECT_EQ(app().pendings[0].day, "2024-05-02");
-  EXPECT_EQ(app().pendings[1].day, "2024-05-03");
+  EXPECT_EQ(notifier.shown.back(), caught("Lena O'Keefe", 2));
 }
 
 TEST_F(PromotionTest, DoesNotBringTheWidgetForward) {
@@ -71,23 +53,17 @@ TEST_F(PromotionTest, DoesNotBringTheWidgetForward) {
   EXPECT_THAT(widget().rowTexts(), SizeIs(1));
 }
 
-TEST_F(PromotionTest, RemovingTakesEveryPendingOfThatIdAndKeepsTheOrder) {
+TEST_F(PromotionTest, RemovingTakesEveryPendingOfThatIdIfAnyAndSavesAndShows) {
   const auto pending = [](const char* id, const char* name) {
     return Pending{id, name, "2024-05-02", Date(0), Date(60), 1, {}};
   };
   app().pendings = {pending("A", "1"), pending("B", "2"), pending("A", "3"), pending("C", "4")};
-  app().removePending("A");
-  EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget"));
-  EXPECT_THAT(stored(), ElementsAre("2", "4"));
-  EXPECT_THAT(widget().rowTexts(), SizeIs(2));
-}
-
-TEST_F(PromotionTest, RemovingAnUnknownIdStillSavesAndShows) {
-  promotes("Lena O'Keefe");
-  trace.clear();
-  app().removePending("unknown");
-  EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget"));
-  EXPECT_THAT(stored(), SizeIs(1));
+  for (const auto* const id : {"A", "unknown"}) {
+    app().removePending(id);
+    EXPECT_THAT(takeTrace(), ElementsAre("replace pending.json", "menu", "widget"));
+    EXPECT_THAT(stored(), ElementsAre("2", "4"));
+    EXPECT_THAT(widget().rowTexts(), SizeIs(2));
+  }
 }
 
 }  // namespace

@@ -1,66 +1,29 @@
+#include <algorithm>
 #include <limits>
 
+#include "app/entry.h"
 #include "tests/outbox/outbox_world.h"
 
 namespace notewick {
 namespace {
 
-using nlohmann::json;
 using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
 // --- Queueing ------------------------------------------------------------------------------------
 
-TEST_F(OutboxTest, ANoteIsStoredAndLoggedBeforeItIsSent) {
-  std::vector<OutboxItem> storedThen;
-  service.onRequest = [&] {
-    storedThen = stored();
-    EXPECT_EQ(text("captures-2024-05-02.log"),
-              "09:00 · Tobias Hargreave · 30 min · 2024-05-01 · Phoned\n");
-  };
-  sends("Phoned");
-  ASSERT_THAT(storedThen, SizeIs(1));
-  const auto item = storedThen.front();
-  EXPECT_EQ(item.id, FakeUuidSource::nth(1));
-  EXPECT_EQ(item.participantId, "1");
-  EXPECT_EQ(item.participantName, "Tobias Hargreave");
-  EXPECT_EQ(item.input, "Phoned");
-  EXPECT_EQ(item.minutes, 30);
-  EXPECT_EQ(item.sessionDate, "2024-05-01");
-  EXPECT_EQ(item.attempts, 0);
-  EXPECT_EQ(item.lastError, std::nullopt);
-}
-
 TEST_F(OutboxTest, ANoteIsSavedThenShownThenSent) {
-  trace.clear();
   service.onRequest = [this] { trace.push_back("send"); };
   sends("Phoned");
   EXPECT_THAT(takeTrace(),
               ElementsAre("replace outbox.json", "replace atomically captures-2024-05-02.log",
                           "menu", "widget", "send"));
+  EXPECT_THAT(stored(), ElementsAre(FieldsAre(FakeUuidSource::nth(1), "1", "Tobias Hargreave",
+                                              "Phoned", 30, "2024-05-01", 0, std::nullopt)));
   loop.runPosted();
   EXPECT_THAT(takeTrace(), ElementsAre("menu", "widget", "notify Captured — Tobias Hargreave"));
-  advance(0.02);
-  EXPECT_THAT(takeTrace(), ElementsAre("replace outbox.json"));
-}
-
-TEST_F(OutboxTest, ANoteCountsInMenuAndWidgetUntilTheServiceHasIt) {
-  service.holdsAnswers();
-  sends("Phoned");
-  EXPECT_EQ(statusItem().title, " VELK (1)");
-  EXPECT_EQ(widget().status, "1 queued — will retry");
-  service.releasesAll();
-  EXPECT_EQ(statusItem().title, " VELK");
-  EXPECT_EQ(widget().status, "");
-}
-
-TEST_F(OutboxTest, WithoutAWidgetNotesAreSentAsWell) {
-  defaults.setBoolean("VELKWidgetVisible", false);
-  restart();
-  sendsAndWaits("Phoned");
-  EXPECT_THAT(service.backend.notes, SizeIs(1));
-  EXPECT_EQ(views.quickNote, nullptr);
 }
 
 TEST_F(OutboxTest, TheCapturesLogIsOfTheDayOfQueueing) {
@@ -78,16 +41,10 @@ TEST_F(OutboxTest, TheCapturesLogIsOfTheDayOfQueueing) {
 
 TEST_F(OutboxTest, WaitingNotesTravelTogetherInTheirOrder) {
   hasWaiting({"one", "two"});
-  EXPECT_EQ(stored()[0].input, "one");
-  EXPECT_EQ(stored()[1].input, "two");
   app().flushOutbox();
-  const auto requests = service.requestsTo(CAPTURE_PATH);
-  ASSERT_THAT(requests, SizeIs(2));
-  EXPECT_EQ(requests[0].json(), json({{"participantId", "1"},
-                                      {"input", "one"},
-                                      {"durationMinutes", 30},
-                                      {"sessionDate", "2024-05-01"}}));
-  EXPECT_EQ(requests[1].json()["input"], "two");
+  ASSERT_THAT(service.requests, SizeIs(2));
+  EXPECT_EQ(service.requests[0].json()["input"], "one");
+  EXPECT_EQ(service.requests[1].json()["input"], "two");
 }
 
 TEST_F(OutboxTest, ANoteUnderWayIsNotSentAgain) {
@@ -100,23 +57,6 @@ TEST_F(OutboxTest, ANoteUnderWayIsNotSentAgain) {
   EXPECT_THAT(service.backend.notes, SizeIs(1));
 }
 
-TEST_F(OutboxTest, AnEmptyOutboxSendsNothing) {
-  advance(600);
-  EXPECT_THAT(service.requests, IsEmpty());
-}
-
-TEST_F(OutboxTest, TheTimerTriesEveryMinute) {
-  service.isUnreachable("offline");
-  advance(1);
-  sendsAndWaits("one");
-  advance(58);
-  EXPECT_EQ(app().outbox.front().attempts, 1);
-  advance(1);
-  EXPECT_EQ(app().outbox.front().attempts, 2);
-  advance(60);
-  EXPECT_EQ(app().outbox.front().attempts, 3);
-}
-
 TEST_F(OutboxTest, ACountOfAttemptsThatIsFullStaysFull) {
   hasWaiting({"one"});
   app().outbox.front().attempts = std::numeric_limits<std::int64_t>::max();
@@ -125,15 +65,7 @@ TEST_F(OutboxTest, ACountOfAttemptsThatIsFullStaysFull) {
   EXPECT_EQ(app().outbox.front().attempts, std::numeric_limits<std::int64_t>::max());
 }
 
-// --- Success -------------------------------------------------------------------------------------
-
-TEST_F(OutboxTest, ACapturedNoteIsAnnounced) {
-  sendsAndWaits("Phoned");
-  EXPECT_THAT(notifier.shown,
-              ElementsAre(Notification{"Captured — Tobias Hargreave",
-                                       "Parked in VELK (30 min). Write it up from your case-notes "
-                                       "page when you're ready."}));
-}
+// --- Answers -------------------------------------------------------------------------------------
 
 TEST_F(OutboxTest, AnAnswerConcernsItsOwnNoteWheneverItComes) {
   service.holdsAnswers();
@@ -150,6 +82,135 @@ TEST_F(OutboxTest, EveryNoteOfTheSameIdLeavesTogether) {
   app().outbox.push_back(app().outbox.front());
   service.releasesAll();
   EXPECT_THAT(waiting(), IsEmpty());
+}
+
+TEST_F(OutboxTest, APassingFailureIsShownButNotAnnounced) {
+  hasWaiting({"one", "two"});
+  service.isUnreachable("offline");
+  flush();
+  EXPECT_THAT(takeTrace(), ElementsAre("menu", "widget", "menu", "widget"));
+}
+
+TEST_F(OutboxTest, ARefusedNoteIsCountedSavedReportedAndDropped) {
+  service.answers(CAPTURE_PATH, 422, {{"error", "Participant archived"}});
+  sends("one");
+  trace.clear();
+  loop.runPosted();
+  EXPECT_THAT(takeTrace(),
+              ElementsAre("replace outbox.json", "replace atomically watch.log",
+                          "notify VELK Notewick", "menu", "replace outbox.json", "menu", "widget"));
+  const std::string report = "Note for Tobias Hargreave failed: Participant archived";
+  EXPECT_THAT(notifier.shown, ElementsAre(Notification{"VELK Notewick", report}));
+  EXPECT_THAT(watchLogLines(), ElementsAre("09:00:00 api-error: " + report));
+  EXPECT_THAT(stored(), IsEmpty());
+  EXPECT_EQ(statusItem().title, " VELK");
+}
+
+TEST_F(OutboxTest, ARefusalConcernsItsOwnNoteOnly) {
+  hasWaiting({"one", "two"});
+  service.answers(CAPTURE_PATH, 503);
+  service.answers(CAPTURE_PATH, 400);
+  flush();
+  EXPECT_THAT(waiting(), ElementsAre("one"));
+  EXPECT_EQ(app().outbox.front().lastError, "Server busy (503)");
+}
+
+TEST_F(OutboxTest, ANoteTakenAwayWhileUnderWayIsNotPutBackButItsRefusalReported) {
+  service.answers(CAPTURE_PATH, 422);
+  service.holdsAnswers();
+  sends("one");
+  app().outbox.clear();
+  service.releasesAll();
+  EXPECT_THAT(waiting(), IsEmpty());
+  EXPECT_EQ(notifier.shown.back().body, "Note for Tobias Hargreave failed: Request failed (422)");
+}
+
+TEST_F(OutboxTest, AnOutboxThatCannotBeSavedIsSentAllTheSame) {
+  files.failWrites = true;
+  sends("one");
+  loop.runPosted();
+  EXPECT_THAT(service.backend.notes, SizeIs(1));
+  EXPECT_THAT(waiting(), IsEmpty());
+}
+
+TEST_F(OutboxTest, AnAnswerAfterTheEndChangesNothing) {
+  service.holdsAnswers();
+  sends("one");
+  delegate = nullptr;
+  service.releasesAll();
+  EXPECT_THAT(stored(), SizeIs(1));
+  EXPECT_THAT(notifier.shown, IsEmpty());
+}
+
+// --- When the list is written to its file --------------------------------------------------------
+
+class OutboxSavingTest : public OutboxTest {
+ protected:
+  OutboxSavingTest() { hasWaiting({"one", "two", "three"}); }
+
+  /// How often the file was written since the notes began to wait.
+  [[nodiscard]] auto writes() const {
+    return std::ranges::count(trace, "replace " + supportFile("outbox.json"));
+  }
+  /// All changes so far are saved once, just before so many seconds have passed.
+  void expectSavedTogetherWithin(double seconds) {
+    advance(seconds - 0.001);
+    EXPECT_EQ(writes(), 0);
+    advance(0.001);
+    EXPECT_EQ(writes(), 1);
+  }
+};
+
+TEST_F(OutboxSavingTest, SuccessesOfTheSameMomentAreSavedTogetherWithin20Milliseconds) {
+  flush();
+  EXPECT_THAT(waiting(), IsEmpty());
+  expectSavedTogetherWithin(0.02);
+  EXPECT_THAT(stored(), IsEmpty());
+}
+
+TEST_F(OutboxSavingTest, FailedAttemptsAreSavedTogetherWithinASecond) {
+  service.isUnreachable("offline");
+  flush();
+  expectSavedTogetherWithin(1);
+  EXPECT_EQ(stored().front().attempts, app().outbox.front().attempts);
+}
+
+TEST_F(OutboxSavingTest, AttemptsThatFailForWantOfASignInMayWaitAsWell) {
+  service.backend.revokeTokens();
+  flush();
+  flush();
+  EXPECT_EQ(app().outbox.front().lastError, "Session expired — please sign in again");
+  expectSavedTogetherWithin(1);
+}
+
+TEST_F(OutboxSavingTest, ANewNoteSavesWhatWaits) {
+  flush();
+  service.isUnreachable("offline");
+  sends("new");
+  EXPECT_EQ(writes(), 1);
+  EXPECT_THAT(stored(), SizeIs(1));
+  advance(0.02);
+  EXPECT_EQ(writes(), 1) << "the successes need no save of their own any longer";
+}
+
+TEST_F(OutboxSavingTest, QuittingWritesWhatWaitsAndNothingElse) {
+  quit();
+  EXPECT_EQ(writes(), 0);
+  launch();
+  trace.clear();
+  quit();
+  EXPECT_EQ(writes(), 1);
+  EXPECT_THAT(stored(), IsEmpty());
+}
+
+TEST_F(OutboxSavingTest, AKillBeforeTheSaveSendsNotesTwiceAndLosesNone) {
+  flush();
+  kill();
+  EXPECT_THAT(stored(), SizeIs(3));
+  launch();
+  advance(1);
+  EXPECT_THAT(service.backend.notes, SizeIs(6));
+  EXPECT_THAT(stored(), IsEmpty());
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,21 +16,12 @@ class OutboxTest : public WorldTest {
  protected:
   OutboxTest() {
     loop.fireLate(0);
-    signIn();
-    knows({"Tobias Hargreave", "Lena O'Keefe"});
-    launch();
-    forgetThePast();
+    runsKnowing({"Tobias Hargreave", "Lena O'Keefe"});
   }
 
   /// The user sends a note about Tobias Hargreave; nothing is answered yet.
   void sends(const std::string& what) {
     app().enqueueNote(app().participants.at(0), what, 30, "2024-05-01");
-  }
-
-  /// The same, and the answer is there.
-  void sendsAndWaits(const std::string& what) {
-    sends(what);
-    loop.runPosted();
   }
 
   void flush() {
@@ -42,11 +32,13 @@ class OutboxTest : public WorldTest {
   /// Notes that could not be sent, their attempts saved; the next flush reaches the service.
   void hasWaiting(const std::vector<std::string>& notes) {
     service.isUnreachable("offline");
-    for (const auto& note : notes) sendsAndWaits(note);
+    for (const auto& note : notes) {
+      sends(note);
+      loop.runPosted();
+    }
     advance(1);
     service.recovers();
     forgetThePast();
-    trace.clear();
   }
 
   [[nodiscard]] std::vector<OutboxItem> stored() const {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/application.h"
 
@@ -12,13 +13,18 @@ namespace notewick {
 class FakeApplication : public Application {
  public:
   void becomeAccessory() override { accessory = true; }
-  int run(std::weak_ptr<ApplicationDelegate> owner) override;
+  int run(std::weak_ptr<ApplicationDelegate> owner) override {
+    ++runs;
+    delegate_ = std::move(owner);
+    tell(&ApplicationDelegate::applicationDidFinishLaunching);
+    return 0;
+  }
 
   /// The user starts the program a second time.
-  void startAgain();
+  void startAgain() { tell(&ApplicationDelegate::applicationReopened); }
 
   /// The user quits, or logs out.
-  void terminate();
+  void terminate() { tell(&ApplicationDelegate::applicationWillTerminate); }
 
   /// What the test does when the program asks for the application object.
   std::function<void()> onRequest = [] {};
@@ -27,6 +33,10 @@ class FakeApplication : public Application {
   int runs = 0;
 
  private:
+  void tell(void (ApplicationDelegate::*event)()) {
+    if (const auto delegate = delegate_.lock()) ((*delegate).*event)();
+  }
+
   std::weak_ptr<ApplicationDelegate> delegate_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -28,11 +29,16 @@ struct ReceivedRequest {
   std::vector<std::pair<std::string, std::string>> headers;
   std::optional<std::string> body;
   double timeout;
-  Date at;
 
-  [[nodiscard]] std::optional<std::string> header(std::string_view name) const;
+  [[nodiscard]] std::string authorization() const {
+    for (const auto& [name, value] : headers)
+      if (name == "Authorization") return value;
+    return "none";
+  }
   /// The body as JSON; discarded when there is none or it is none.
-  [[nodiscard]] nlohmann::json json() const;
+  [[nodiscard]] nlohmann::json json() const {
+    return nlohmann::json::parse(body.value_or(""), nullptr, false);
+  }
 };
 
 /// The service itself, in small: one account, access tokens that expire, notes it keeps.
@@ -40,12 +46,24 @@ class VelkBackend {
  public:
   explicit VelkBackend(FakeClock& clock) : clock_(clock) {}
 
-  [[nodiscard]] HttpResponse handle(const ReceivedRequest& request);
+  [[nodiscard]] HttpResponse handle(const ReceivedRequest& request) {
+    if (request.path.ends_with(LOGIN_PATH)) return login(request);
+    if (request.path.ends_with(REFRESH_PATH)) return refresh(request);
+    if (!isAuthorised(request)) return refusal("Unauthorised");
+    if (request.path.ends_with(PARTICIPANTS_PATH)) return listParticipants();
+    notes.push_back(request.json());
+    return taken({{"capturedId", "note-" + std::to_string(notes.size())}});
+  }
 
   /// A refresh token that the service accepts, as from an earlier sign-in.
-  [[nodiscard]] std::string issueRefreshToken();
+  [[nodiscard]] std::string issueRefreshToken() {
+    return *refreshTokens_.insert("refresh-" + std::to_string(++issued_)).first;
+  }
   /// The service takes no token any longer.
-  void revokeTokens();
+  void revokeTokens() {
+    accessTokens_.clear();
+    refreshTokens_.clear();
+  }
 
   std::string email = "ada@velk.example";
   std::string password = "correct horse";
@@ -54,16 +72,49 @@ class VelkBackend {
   double tokenLifetime = 3600;        ///< seconds an access token is good for
 
  private:
-  [[nodiscard]] HttpResponse login(const ReceivedRequest& request);
-  [[nodiscard]] HttpResponse refresh(const ReceivedRequest& request);
-  [[nodiscard]] HttpResponse listParticipants() const;
-  [[nodiscard]] HttpResponse capture(const ReceivedRequest& request);
-  [[nodiscard]] bool isAuthorised(const ReceivedRequest& request) const;
-  [[nodiscard]] nlohmann::json issueTokens();
+  static HttpResponse taken(const nlohmann::json& body) { return {200, body.dump()}; }
+  static HttpResponse refusal(const std::string& reason) {
+    return {401, nlohmann::json({{"error", reason}}).dump()};
+  }
+
+  [[nodiscard]] HttpResponse login(const ReceivedRequest& request) {
+    if (request.json() != nlohmann::json({{"email", email}, {"password", password}}))
+      return refusal("Invalid email or password");
+    auto answer = issueTokens();
+    answer["user"] = {{"email", email}};
+    return taken(answer);
+  }
+
+  [[nodiscard]] HttpResponse refresh(const ReceivedRequest& request) {
+    const bool known = refreshTokens_.contains(request.json().at("refreshToken"));
+    return known ? taken(issueTokens()) : refusal("Refresh token not accepted");
+  }
+
+  [[nodiscard]] HttpResponse listParticipants() const {
+    auto list = nlohmann::json::array();
+    for (const auto& [id, first, last] : participants)
+      list.push_back({{"id", id}, {"first_name", first}, {"last_name", last}});
+    return taken({{"participants", list}});
+  }
+
+  [[nodiscard]] bool isAuthorised(const ReceivedRequest& request) const {
+    const auto token = accessTokens_.find(request.authorization());
+    return token != accessTokens_.end() && clock_.now() < token->second;
+  }
+
+  [[nodiscard]] nlohmann::json issueTokens() {
+    const auto refreshToken = issueRefreshToken();
+    const auto accessToken = "access-" + std::to_string(issued_);
+    const auto expiry = clock_.now() + Date(tokenLifetime);
+    accessTokens_["Bearer " + accessToken] = expiry;
+    return {{"accessToken", accessToken},
+            {"refreshToken", refreshToken},
+            {"expiresAt", expiry.count() + SECONDS_FROM_1970_TO_2001}};
+  }
 
   FakeClock& clock_;
   int issued_ = 0;
-  std::map<std::string, Date> accessTokens_;  ///< with their expiry
+  std::map<std::string, Date> accessTokens_;  ///< as a request carries them, with their expiry
   std::set<std::string> refreshTokens_;
 };
 

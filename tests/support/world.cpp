@@ -1,23 +1,23 @@
 #include "tests/support/world.h"
 
 #include <sstream>
-#include <stdexcept>
 #include <utility>
 
 #include "app/app_delegate.h"
 #include "app/constants.h"
 #include "app/entry.h"
+#include "platform/composition.h"
 
 namespace notewick {
-namespace {
-
-template <class View>
-View& existing(View* view, const char* what) {
-  if (!view) throw std::logic_error(std::string("there is no ") + what);
-  return *view;
+FakeApplication& fakeApplication() {
+  static FakeApplication application;
+  return application;
 }
 
-}  // namespace
+Application& sharedApplication() {
+  fakeApplication().onRequest();
+  return fakeApplication();
+}
 
 World::World() {
   loop.fireLate(0.4);
@@ -55,7 +55,8 @@ void World::restart() {
 }
 
 AppDelegate& World::app() const {
-  return existing(delegate.get(), "running program");
+  if (!delegate) throw std::logic_error("the program does not run");
+  return *delegate;
 }
 
 void World::signIn() {
@@ -69,26 +70,11 @@ void World::signInWithPanel() {
   loop.runPosted();
 }
 
-void World::knows(const std::vector<std::string>& names) {
-  service.backend.participants = participantsNamed(names);
-}
-
-void World::advanceTo(const CivilTime& local) {
-  const auto seconds = (clock.dateOf(local) - clock.now()).count();
-  ASSERT_GE(seconds, 0) << "time does not go back";
-  advance(seconds);
-}
-
-FakeQuickNotePanel& World::widget() const {
-  return existing(views.quickNote, "quick-note panel");
-}
-
-FakeSignInPanel& World::signInPanel() const {
-  return existing(views.signIn, "sign-in panel");
-}
-
-FakeStatusItem& World::statusItem() const {
-  return existing(views.statusItem, "status item");
+void World::runsKnowing(const std::vector<std::string>& names) {
+  signIn();
+  knows(names);
+  launch();
+  forgetThePast();
 }
 
 std::string World::supportFile(const std::string& name) {

@@ -3,29 +3,32 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "model/records.h"
 #include "platform/ports.h"
-#include "tests/support/fake_accessibility.h"
 #include "tests/support/fake_application.h"
 #include "tests/support/fake_clock.h"
+#include "tests/support/fake_desktop.h"
 #include "tests/support/fake_files.h"
 #include "tests/support/fake_http_session.h"
 #include "tests/support/fake_main_loop.h"
-#include "tests/support/fake_notifier.h"
-#include "tests/support/fake_screen.h"
 #include "tests/support/fake_secret_store.h"
 #include "tests/support/fake_user_defaults.h"
-#include "tests/support/fake_uuid_source.h"
 #include "tests/support/fake_views.h"
-#include "tests/support/fake_workspace.h"
 #include "tests/support/trace.h"
 
 namespace notewick {
 
 class AppDelegate;
+
+/// The participants of a list of names of two words, with the ids "1", "2", ...
+[[nodiscard]] std::vector<Participant> participantsNamed(const std::vector<std::string>& names);
+
+/// The lines of a text, without their line feeds.
+[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
 
 /// Everything outside the program: a desktop, a network and a service, on Thursday 2024-05-02 at
 /// 09:00 where the wall clock is two hours ahead of UTC, on a machine whose timers fire up to 400
@@ -57,22 +60,32 @@ class World {
   /// Fills in and sends the sign-in panel that is on screen.
   void signInWithPanel();
   /// The service's participants from names of two words, with the ids "1", "2", ...
-  void knows(const std::vector<std::string>& names);
+  void knows(const std::vector<std::string>& names) {
+    service.backend.participants = participantsNamed(names);
+  }
+  /// The program runs, signed in and knowing these participants; what was before counts no more.
+  void runsKnowing(const std::vector<std::string>& names);
   /// Time passes; everything due happens.
   void advance(double seconds) { loop.advance(seconds); }
   /// So many samples pass.
   void samples(int count) { advance(15.0 * count); }
-  /// Time passes up to this moment of the wall clock.
-  void advanceTo(const CivilTime& local);
-  /// Requests and notifications so far count no more.
+  /// So many samples pass that see these titles of an application.
+  void sees(const std::vector<std::string>& titles, int count = 1, const char* app = "Mail") {
+    screen.show(app, titles);
+    samples(count);
+  }
+  /// So many samples pass that see nobody.
+  void looksElsewhere(int count) { sees({"Unrelated"}, count, "Editor"); }
+  /// Requests, notifications and the trace so far count no more.
   void forgetThePast() {
     service.forgetRequests();
     notifier.shown.clear();
+    trace.clear();
   }
   /// The panel or item on screen; a failure of the test when there is none.
-  [[nodiscard]] FakeQuickNotePanel& widget() const;
-  [[nodiscard]] FakeSignInPanel& signInPanel() const;
-  [[nodiscard]] FakeStatusItem& statusItem() const;
+  [[nodiscard]] FakeQuickNotePanel& widget() const { return existing(views.quickNote); }
+  [[nodiscard]] FakeSignInPanel& signInPanel() const { return existing(views.signIn); }
+  [[nodiscard]] FakeStatusItem& statusItem() const { return existing(views.statusItem); }
 
   // The local files.
 
@@ -103,15 +116,16 @@ class World {
   FakeUuidSource uuids;
   FakeViews views{trace};
   FakeService service{loop, clock};
+
+ private:
+  template <class View>
+  static View& existing(View* view) {
+    if (!view) throw std::logic_error("there is no such panel or item on screen");
+    return *view;
+  }
 };
 
 /// For suites that speak the world's language without naming it.
 class WorldTest : public testing::Test, public World {};
-
-/// The participants of a list of names of two words, with the ids "1", "2", ...
-[[nodiscard]] std::vector<Participant> participantsNamed(const std::vector<std::string>& names);
-
-/// The lines of a text, without their line feeds.
-[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
 
 }  // namespace notewick

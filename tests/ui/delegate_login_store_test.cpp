@@ -40,7 +40,8 @@ TEST_F(LockedStoreTest, OpenedItRefreshesSilentlySendsAndRebuilds) {
   const auto menus = statusItem().menusSet;
   secrets.userAnswers(true);
   EXPECT_THAT(service.requestsTo(PARTICIPANTS_PATH), SizeIs(1));
-  EXPECT_THAT(notifier.shown, ElementsAre(CAPTURED)) << "no word of the participants";
+  EXPECT_THAT(notifier.shown, ElementsAre(captured("Lena O'Keefe", 30)))
+      << "no word of the participants";
   EXPECT_GT(statusItem().menusSet, menus);
 }
 
@@ -96,15 +97,14 @@ TEST_F(LockedStoreTest, AnAnswerAfterTheEndReachesNobody) {
 // --- A store that locks later --------------------------------------------------------------------
 
 TEST_F(SigningInTest, AStoreThatLocksLaterIsAskedForByTheCommandsThatNeedIt) {
-  const std::string logLena = "Log: Lena O'Keefe (~3 min, 2024-05-01)";
-  for (const std::string& command :
-       {std::string("Reload participants"), std::string("Retry now"),
-        std::string("Log work now (call, visit…)"), logLena, std::string("Sign out of VELK")}) {
+  for (const char* const command :
+       {"Reload participants", "Retry now", "Log work now (call, visit…)",
+        "Log: Lena O'Keefe (~3 min, 2024-05-01)", "Sign out of VELK"}) {
     SCOPED_TRACE(command);
     signIn();
     restart();
     secrets.othersLock();
-    clock.set(clock.now() + Date(7200));
+    clock.jump(7200);
     app().participants.clear();
     app().outbox = {{"N", "1", "Tobias Hargreave", "x", 30, "2024-05-02"}};
     app().pendings = {{"P", "Lena O'Keefe", "2024-05-01", Date(0), Date(60), 3, {}}};
@@ -130,7 +130,8 @@ TEST_F(SigningInTest, WithoutAStoreThePanelSaysHowLongTheSignInLasts) {
   advance(7200);
   statusItem().choose("Reload participants");
   loop.runPosted();
-  EXPECT_EQ(notifier.shown.back(), WATCHING) << "also with a token that had to be refreshed";
+  EXPECT_EQ(notifier.shown.back(), general("Watching for work on 2 participants."))
+      << "also with a token that had to be refreshed";
   EXPECT_EQ(secrets.unlockRequests, 0u);
   restart();
   EXPECT_EQ(menuBegins(), SIGN_IN);

@@ -14,20 +14,6 @@ using testing::SizeIs;
 
 // --- The panel -----------------------------------------------------------------------------------
 
-TEST_F(SigningInTest, AfterASignInItGreetsLoadsAndSends) {
-  hasANoteWaiting();
-  launch();
-  signInWithPanel();
-  EXPECT_THAT(service.trail(),
-              ElementsAre("POST /api/desktop/auth/login", "GET /api/desktop/participants",
-                          "POST /api/desktop/case-notes/capture"));
-  EXPECT_THAT(notifier.shown,
-              ElementsAre(Notification{"VELK Notewick", "Signed in as ada@velk.example."}, WATCHING,
-                          CAPTURED));
-  EXPECT_TRUE(widget().visible);
-  EXPECT_EQ(menuBegins(), SIGNED_IN);
-}
-
 TEST_F(SigningInTest, WithoutAnEmailItGreetsYourAccount) {
   launch();
   service.answers(LOGIN_PATH, 200,

@@ -6,12 +6,6 @@
 
 namespace notewick {
 
-inline const Notification WATCHING = {"VELK Notewick", "Watching for work on 2 participants."};
-inline const Notification CAPTURED = {
-    "Captured — Lena O'Keefe",
-    "Parked in VELK (30 min). Write it up from your case-notes page "
-    "when you're ready."};
-
 // How the menu begins.
 inline const std::string SIGNED_IN = "(Signed in as ada@velk.example)";
 inline const std::string SIGN_IN = "Sign in to VELK…";

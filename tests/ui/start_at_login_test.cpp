@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/support/fake_workspace.h"
+#include "tests/support/fake_desktop.h"
 
 namespace notewick {
 namespace {
