@@ -14,12 +14,13 @@ using testing::SizeIs;
 
 // --- The panel -----------------------------------------------------------------------------------
 
-TEST_F(SigningInTest, WithoutAnEmailItGreetsYourAccount) {
+TEST_F(SigningInTest, WithoutAnEmailGreetingAndMenuSayYourAccount) {
   launch();
   service.answers(LOGIN_PATH, 200,
                   {{"accessToken", "A"}, {"refreshToken", service.backend.issueRefreshToken()}});
   signInWithPanel();
   EXPECT_EQ(notifier.shown.front().body, "Signed in as your VELK account.");
+  EXPECT_EQ(menuBegins(), "(Signed in as your VELK account)");
 }
 
 TEST_F(SigningInTest, TheMenuCommandBringsTheOpenPanelForwardOrOpensAFreshOne) {
