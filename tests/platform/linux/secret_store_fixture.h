@@ -136,6 +136,16 @@ class ScriptedServiceTest : public SecretStoreTest {
   static void waitForPrompt() {
     EXPECT_TRUE(waitUntil([] { return openPrompts() == 1; }));
   }
+  /// As soon as the service asks: "CompletePrompt" or "DismissPrompt".
+  static void userAnswers(const QString& how) {
+    waitForPrompt();
+    control(how);
+  }
+  /// Another service, which takes the name from the first.
+  static std::unique_ptr<ChildProcess> startSuccessor() {
+    return std::make_unique<ChildProcess>(
+        std::vector<std::string>{"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
+  }
   /// The only answer to unlock(), as soon as it is there.
   [[nodiscard]] bool isOpened() {
     EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));

@@ -19,30 +19,17 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-TEST_F(GnomeKeyringTest, ASavedSecretIsFoundAndARemovedOneIsNot) {
+TEST_F(GnomeKeyringTest, SavingReplacesAndNeverAddsASecondAndRemovingLeavesNone) {
   keyringIsOpen();
-  EXPECT_EQ(store_.save(token, "s3cr3t \xc3\xa9 \"x\""), SecretWrite::done);
-  EXPECT_EQ(loaded(), "found s3cr3t \xc3\xa9 \"x\"");
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
-  EXPECT_EQ(loaded(), "absent");
-}
-
-TEST_F(GnomeKeyringTest, WhetherItIsThereIsKnownWithoutFetchingIt) {
-  keyringIsOpen();
-  EXPECT_EQ(store_.state(token), SecretState::absent);
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
-  EXPECT_EQ(store_.state(token), SecretState::found);
-}
-
-TEST_F(GnomeKeyringTest, SavingAgainReplacesAndNeverAddsASecond) {
-  keyringIsOpen();
-  for (const char* secret : {"first", "second", "", "a much longer third one"}) {
+  for (const std::string secret : {"s3cr3t \xc3\xa9 \"x\"", "", "a much longer third one"}) {
     EXPECT_EQ(store_.save(token, secret), SecretWrite::done);
-    EXPECT_EQ(loaded(), std::string("found ") + secret);
+    EXPECT_EQ(loaded(), "found " + secret);
     const auto items = SecretServiceConversation().search(token);
     ASSERT_TRUE(items.has_value());
     EXPECT_THAT(items->unlocked, SizeIs(1));
   }
+  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_EQ(loaded(), "absent");
 }
 
 TEST_F(GnomeKeyringTest, SecretsOfOtherServicesAndAccountsAreOthers) {
@@ -60,32 +47,21 @@ TEST_F(GnomeKeyringTest, ASecretThatIsNoTextCountsAsAbsent) {
   EXPECT_EQ(loaded(), "absent");
 }
 
-TEST_F(GnomeKeyringTest, ALockedStoreIsNeitherReadNorWritten) {
-  keyringIsOpen();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
-  userLocksIt();
-  EXPECT_EQ(store_.state(token), SecretState::locked);
-  EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
-}
-
-TEST_F(GnomeKeyringTest, ALockedStoreWithoutTheSecretSaysAbsentButCannotSave) {
-  keyringIsOpen();
-  userLocksIt();
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
-}
-
-TEST_F(GnomeKeyringTest, WithoutAnyCollectionNothingIsThereAndSavingWaitsForOne) {
+TEST_F(GnomeKeyringTest, WithoutTheSecretALockedOrMissingCollectionSaysAbsentButCannotSave) {
+  const auto check = [this] {
+    EXPECT_EQ(loaded(), "absent");
+    EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+    EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  };
   keyringWasNeverMade();
-  EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  check();
+  serviceEnds();
+  keyringIsOpen();
+  userLocksIt();
+  check();
 }
 
-TEST_F(GnomeKeyringTest, TheSecretCrossesTheBusEncrypted) {
+TEST_F(GnomeKeyringTest, TheSecretIsInClearNeitherOnTheBusNorInAnyFile) {
   keyringIsOpen();
   const std::string recorded = LinuxSession::current().home() + "/recorded";
   {
@@ -100,26 +76,20 @@ TEST_F(GnomeKeyringTest, TheSecretCrossesTheBusEncrypted) {
   }
   EXPECT_TRUE(bytesOf(recorded).contains("CreateItem"));
   EXPECT_TRUE(bytesOf(recorded).contains("GetSecret"));
-  EXPECT_FALSE(bytesOf(recorded).contains("n0t-in-clear"));
-}
-
-TEST_F(GnomeKeyringTest, TheSecretIsNotInClearInAnyFile) {
-  keyringIsOpen();
-  EXPECT_EQ(store_.save(token, "n0t-in-clear"), SecretWrite::done);
   ChildProcess search({"grep", "-rlF", "n0t-in-clear", LinuxSession::current().home()});
-  EXPECT_EQ(search.readLine(), "");
+  EXPECT_EQ(search.readLine(), "") << "neither there nor in any other file";
 }
 
-TEST_F(ScriptedServiceTest, LookingNeverUnlocksAndNeverPrompts) {
+TEST_F(ScriptedServiceTest, ALockedStoreIsNeitherReadNorWrittenNorUnlockedByLooking) {
   serviceIs();
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   control("Lock");
+  EXPECT_EQ(store_.state(token), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
   EXPECT_FALSE(calls().contains("Unlock"));
   EXPECT_FALSE(calls().contains("Prompt"));
-  EXPECT_EQ(openPrompts(), 0U);
 }
 
 TEST_F(ScriptedServiceTest, AStoreThatLocksBetweenSearchAndUseIsLocked) {
@@ -135,9 +105,10 @@ TEST_F(ScriptedServiceTest, AStoreThatLocksBetweenSearchAndUseIsLocked) {
 
 TEST_F(ScriptedServiceTest, WhetherItIsThereTakesOneSearch) {
   serviceIs();
+  EXPECT_EQ(store_.state(token), SecretState::absent);
   control("Put", {tokenAttributes(), "s3cr3t"});
   EXPECT_EQ(store_.state(token), SecretState::found);
-  EXPECT_EQ(calls(), QStringList("SearchItems"));
+  EXPECT_EQ(calls(), (QStringList{"SearchItems", "SearchItems"}));
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatOffersNoEncryptionIsServedWithoutAndSessionsAreClosed) {
@@ -166,8 +137,7 @@ TEST_F(ScriptedServiceTest, UnlockingAsksTheUserAndEndsWithTheStoreOpen) {
 TEST_F(ScriptedServiceTest, ADismissedQuestionEndsWithTheStoreLocked) {
   serviceIs("--locked");
   unlock();
-  waitForPrompt();
-  control("DismissPrompt");
+  userAnswers("DismissPrompt");
   EXPECT_FALSE(isOpened());
   EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
 }
@@ -179,20 +149,17 @@ TEST_F(ScriptedServiceTest, AnOpenStoreIsUnlockedWithoutAQuestion) {
   EXPECT_FALSE(calls().contains("Prompt"));
 }
 
-TEST_F(ScriptedServiceTest, ACollectionIsMadeForASecretThatWaits) {
-  serviceIs("--empty");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
-  unlock();
-  EXPECT_TRUE(isOpened());
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
-}
-
-TEST_F(ScriptedServiceTest, NoCollectionIsMadeForNothing) {
+TEST_F(ScriptedServiceTest, ACollectionIsMadeForASecretThatWaitsAndForNothingElse) {
   serviceIs("--empty");
   EXPECT_EQ(loaded(), "absent");
   unlock();
   EXPECT_TRUE(isOpened());
   EXPECT_FALSE(calls().contains("CreateCollection"));
+  answers_.clear();
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
+  unlock();
+  EXPECT_TRUE(isOpened());
+  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
 }
 
 TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
@@ -201,35 +168,24 @@ TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
   control("Lock");
   EXPECT_EQ(loaded(), "locked");
   unlock();
-  waitForPrompt();
-  control("CompletePrompt");
-  EXPECT_TRUE(waitUntil([this] { return !answers_.empty(); }));
+  userAnswers("CompletePrompt");
+  EXPECT_TRUE(isOpened());
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
-TEST_F(ScriptedServiceTest, TheSameQuestionIsNotAskedTwiceAtOnce) {
+TEST_F(ScriptedServiceTest, TheSameQuestionIsAskedAgainAfterARefusalButNotTwiceAtOnce) {
   serviceIs("--locked");
   unlock();
   unlock();
   waitForPrompt();
   catchUp();
   EXPECT_EQ(openPrompts(), 1U);
-  control("CompletePrompt");
+  userAnswers("DismissPrompt");
   EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
-  EXPECT_THAT(answers_, ElementsAre(true, true));
-}
-
-TEST_F(ScriptedServiceTest, AfterARefusalTheQuestionCanBeAskedAgain) {
-  serviceIs("--locked");
   unlock();
-  waitForPrompt();
-  control("DismissPrompt");
-  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 1; }));
-  unlock();
-  waitForPrompt();
-  control("CompletePrompt");
-  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
-  EXPECT_THAT(answers_, ElementsAre(false, true));
+  userAnswers("CompletePrompt");
+  EXPECT_TRUE(waitUntil([this] { return answers_.size() == 3; }));
+  EXPECT_THAT(answers_, ElementsAre(false, false, true));
 }
 
 TEST_F(ScriptedServiceTest, TheQuestionIsNeverTakenBack) {
@@ -246,11 +202,17 @@ TEST_F(ScriptedServiceTest, TheQuestionIsNeverTakenBack) {
   catchUp();
 }
 
-TEST_F(ScriptedServiceTest, AServiceThatEndsWhileItAsksEndsTheQuestion) {
+TEST_F(ScriptedServiceTest, AServiceThatEndsOrIsReplacedWhileItAsksEndsTheQuestion) {
   serviceIs("--locked");
   unlock();
   waitForPrompt();
-  service_.reset();
+  serviceEnds();
+  EXPECT_FALSE(isOpened());
+  answers_.clear();
+  serviceIs("--locked");
+  unlock();
+  waitForPrompt();
+  const auto successor = startSuccessor();
   EXPECT_FALSE(isOpened());
 }
 
@@ -266,14 +228,6 @@ TEST_F(ScriptedServiceTest, ADismissalAfterOthersOpenedTheStoreIsStillADismissal
   service_.reset();
   catchUp();
   EXPECT_THAT(answers_, ElementsAre(false));
-}
-
-TEST_F(ScriptedServiceTest, AQuestionThatAnotherServiceTakesOverEnds) {
-  serviceIs("--locked");
-  unlock();
-  waitForPrompt();
-  const ChildProcess successor({"/usr/bin/python3", FAKE_SECRET_SERVICE, "--replace"});
-  EXPECT_FALSE(isOpened());
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatHangsKeepsTheMainThreadForAQuarterOfASecondAtMost) {

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "tests/support/linux_session.h"
 
@@ -46,27 +47,17 @@ TEST_F(SettingsUserDefaultsTest, AnAbsentKeyHasNoValueAndLookingCreatesNothing) 
   EXPECT_FALSE(fs::exists(file()));
 }
 
-TEST_F(SettingsUserDefaultsTest, BooleansAreReadBackAsBooleansOnly) {
-  defaults_.setBoolean("VELKWidgetVisible", false);
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), false);
-  EXPECT_EQ(defaults_.string("VELKWidgetVisible"), std::nullopt);
-  defaults_.setBoolean("VELKWidgetVisible", true);
-  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), true);
-}
-
-TEST_F(SettingsUserDefaultsTest, OnlyTheExactWordsAreBooleans) {
+TEST_F(SettingsUserDefaultsTest, OnlyTheExactWordsAreBooleansWhichAreNoTexts) {
+  for (const bool value : {false, true}) {
+    defaults_.setBoolean("key", value);
+    EXPECT_EQ(defaults_.boolean("key"), value);
+    EXPECT_EQ(defaults_.string("key"), std::nullopt);
+  }
   for (const char* text : {"True", "FALSE", "yes", "1", "0", "true ", "", "truefalse"}) {
     defaults_.setString("key", text);
     EXPECT_EQ(defaults_.boolean("key"), std::nullopt) << text;
     EXPECT_EQ(defaults_.string("key"), text);
   }
-}
-
-TEST_F(SettingsUserDefaultsTest, APresentEmptyTextIsAText) {
-  defaults_.setString("VELKBaseURL", "");
-  EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
-  userWrites("[General]\nVELKBaseURL=\n");
-  EXPECT_EQ(defaults_.string("VELKBaseURL"), "");
 }
 
 TEST_F(SettingsUserDefaultsTest, RemovingAKeyLeavesTheOthers) {
@@ -94,7 +85,7 @@ TEST_F(SettingsUserDefaultsTest, HandWrittenTextsAreTexts) {
   for (const auto& [written, read] :
        {std::pair("https://host/a;b=c", "https://host/a;b=c"), std::pair("\"a;b\", \"c\"", "a;b,c"),
         std::pair("@Variant(x)", "@Variant(x)"), std::pair("\" kept \"", " kept "),
-        std::pair("12", "12"), std::pair("True", "True")}) {
+        std::pair("12", "12"), std::pair("True", "True"), std::pair("", "")}) {
     userWrites(std::string("VELKBaseURL=") + written + "\n");
     EXPECT_EQ(defaults_.string("VELKBaseURL"), read) << written;
   }
@@ -108,26 +99,20 @@ TEST_F(SettingsUserDefaultsTest, AChangeMadeElsewhereCountsAtOnce) {
   EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
 }
 
-TEST_F(SettingsUserDefaultsTest, TheFileIsForItsOwnerOnly) {
+TEST_F(SettingsUserDefaultsTest, TheFileIsForItsOwnerOnlyFromTheLaunchAndFromEachWriteOn) {
   umask(0);
   defaults_.setString("VELKUserEmail", "a@example.org");
   EXPECT_EQ(mode(), 0600U);
-}
-
-TEST_F(SettingsUserDefaultsTest, WiderRightsAreTakenAwayAtLaunchAndAtEachWrite) {
-  const auto widened = [] {
+  const std::function<void()> narrow[] = {
+      [] { const SettingsUserDefaults atLaunch; },
+      [this] { defaults_.setBoolean("VELKWidgetVisible", true); },
+      [this] { defaults_.remove("VELKBaseURL"); }};
+  for (const auto& change : narrow) {
     userWrites("[General]\nVELKBaseURL=https://host\n");
     chmod(file().c_str(), 0664);
-  };
-  widened();
-  const SettingsUserDefaults atLaunch;
-  EXPECT_EQ(mode(), 0600U);
-  widened();
-  defaults_.setBoolean("VELKWidgetVisible", true);
-  EXPECT_EQ(mode(), 0600U);
-  widened();
-  defaults_.remove("VELKBaseURL");
-  EXPECT_EQ(mode(), 0600U);
+    change();
+    EXPECT_EQ(mode(), 0600U);
+  }
 }
 
 TEST_F(SettingsUserDefaultsTest, AFileThatCannotBeWrittenIsLeftAloneAndSwallowed) {

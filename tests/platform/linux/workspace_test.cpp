@@ -81,19 +81,16 @@ TEST_F(DesktopWorkspaceTest, StartsTheRunningExecutableAtLogin) {
   EXPECT_TRUE(fs::equivalent(workspace_.bundlePath(), "/proc/self/exe"));
 }
 
-TEST_F(DesktopWorkspaceTest, ConfigurationIsWhereXdgSays) {
-  qputenv("XDG_CONFIG_HOME", "/some/where");
-  EXPECT_EQ(workspace_.configurationFolder(), "/some/where");
-}
-
-TEST_F(DesktopWorkspaceTest, ConfigurationIsInTheHomeFolderOtherwise) {
+TEST_F(DesktopWorkspaceTest, ConfigurationIsWhereXdgSaysOrInTheHomeFolder) {
   const std::string fallback = LinuxSession::current().home() + "/.config";
   qunsetenv("XDG_CONFIG_HOME");
   EXPECT_EQ(workspace_.configurationFolder(), fallback);
-  qputenv("XDG_CONFIG_HOME", "relative/path");
-  EXPECT_EQ(workspace_.configurationFolder(), fallback);
-  qputenv("XDG_CONFIG_HOME", "");
-  EXPECT_EQ(workspace_.configurationFolder(), fallback);
+  for (const auto& [value, folder] :
+       {std::pair("/some/where", std::string("/some/where")), std::pair("relative/path", fallback),
+        std::pair("", fallback)}) {
+    qputenv("XDG_CONFIG_HOME", value);
+    EXPECT_EQ(workspace_.configurationFolder(), folder);
+  }
 }
 
 }  // namespace

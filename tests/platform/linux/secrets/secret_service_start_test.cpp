@@ -52,25 +52,12 @@ class ActivationTest : public SecretStoreTest {
   }
 };
 
-TEST_F(ActivationTest, WithoutAServiceThereIsNoStore) {
+TEST_F(ActivationTest, WithoutAServiceThereIsNoStoreUntilOneAppears) {
   EXPECT_EQ(store_.state(token), SecretState::noStore);
   EXPECT_EQ(loaded(), "no store");
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
   EXPECT_EQ(store_.remove(token), SecretWrite::noStore);
-}
-
-TEST_F(ActivationTest, WithoutAServiceThereIsNothingToUnlock) {
-  bool answered = false;
-  store_.unlock([&](bool opened) {
-    EXPECT_FALSE(opened);
-    answered = true;
-  });
-  EXPECT_FALSE(answered);
-  EXPECT_TRUE(waitUntil([&] { return answered; }));
-}
-
-TEST_F(ActivationTest, AServiceThatAppearsLaterIsUsed) {
-  EXPECT_EQ(loaded(), "no store");
+  EXPECT_THAT(unlocked(), ElementsAre(false));
   startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
   EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
@@ -90,7 +77,9 @@ TEST_F(ActivationTest, AServiceThatHasGoneIsStartedAgainForTheUserOnly) {
   EXPECT_EQ(loaded(), "absent");
   busStarts("/usr/bin/python3 " FAKE_SECRET_SERVICE);
   serviceEnds();
+  EXPECT_EQ(store_.state(token), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
+  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(token), SecretWrite::locked);
   EXPECT_TRUE(waitForOwner(secret_service::NAME, false));
   EXPECT_THAT(unlocked(), ElementsAre(true));
