@@ -13,13 +13,13 @@ _running = []
 class Program:
     """A process and the text it has printed so far (both streams)."""
 
-    def __init__(self, arguments, environment):
+    def __init__(self, arguments, environment, stdin=subprocess.DEVNULL):
         self.arguments = [str(a) for a in arguments]
         self._log = tempfile.TemporaryFile()
         self._process = subprocess.Popen(
             self.arguments,
             env={**os.environ, **environment},
-            stdin=subprocess.DEVNULL,
+            stdin=stdin,
             stdout=self._log,
             stderr=subprocess.STDOUT,
         )

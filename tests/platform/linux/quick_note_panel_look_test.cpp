@@ -7,12 +7,9 @@
 namespace notewick {
 namespace {
 
-TEST_F(QuickNotePanelTest, IsTitledAndHiddenAtFirst) {
+TEST_F(QuickNotePanelTest, ReadsLikeTheFormTopToBottom) {
   EXPECT_FALSE(window().isVisible());
   EXPECT_EQ(window().windowTitle(), QStringLiteral("VELK — quick note"));
-}
-
-TEST_F(QuickNotePanelTest, ReadsLikeTheFormTopToBottom) {
   panel_.setStatus("2 queued — will retry");
   panel_.setCaught({row("Lena · ~12m · 2024-05-02")}, "+ 2 more in the menu bar");
   panel_.orderFrontRegardless();

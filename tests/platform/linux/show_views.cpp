@@ -61,25 +61,14 @@ MenuItem line() {
 
 Menu sampleMenu(int notes) {
   Menu menu = {item("Signed in as anna_b@example.org", std::nullopt),
-               item("Watching · 12 participants", std::nullopt),
-               line(),
-               item("Log: Lena O'Keefe (~12 min, 2024-05-02)", MenuAction::openPending),
                item("Log: Snow & Sons & Daughters (~7 min, 2024-05-02)", MenuAction::openPending),
                line(),
                item(std::to_string(notes) + " notes waiting to send to VELK", std::nullopt),
                item("Retry now", MenuAction::retryOutbox),
                line(),
                item("Log work now (call, visit…)", MenuAction::logNow, "l"),
-               item("Hide floating widget", MenuAction::toggleWidget, "w"),
-               item("Open my case notes in VELK", MenuAction::openCaseNotes, "o"),
-               line(),
-               item("Pause watching", MenuAction::togglePause, "p"),
-               item("Reload participants", MenuAction::reloadParticipants),
-               item("Start at login", MenuAction::installLoginItem),
-               item("Sign out of VELK", MenuAction::menuSignOut),
-               line(),
                item("Quit VELK Notewick", MenuAction::terminate, "q")};
-  if (notes == 0) menu.erase(menu.begin() + 6, menu.begin() + 9);
+  if (notes == 0) menu.erase(menu.begin() + 2, menu.begin() + 5);
   return menu;
 }
 

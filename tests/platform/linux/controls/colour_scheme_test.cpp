@@ -83,14 +83,9 @@ class ColourSchemeTest : public testing::Test {
   static inline const QColor dark = darkPalette().color(QPalette::Window);
 };
 
-TEST_F(ColourSchemeTest, IsDarkWhereTheDesktopAsksForIt) {
-  const Portal portal(prefersDark);
-  const ColourScheme scheme;
-  EXPECT_TRUE(turns(dark));
-}
-
-TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutThatWish) {
-  for (const uint wish : {noPreference, prefersLight}) {
+TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAWishOrAnAnswer) {
+  for (const std::optional<uint> wish :
+       {std::optional(noPreference), std::optional(prefersLight), std::optional<uint>()}) {
     const Portal portal(wish);
     const ColourScheme scheme;
     ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
@@ -103,14 +98,12 @@ TEST_F(ColourSchemeTest, FollowsTheWish) {
   Portal portal(noPreference);
   const ColourScheme scheme;
   ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-  portal.tell(appearance, "color-scheme", prefersDark);
-  EXPECT_TRUE(turns(dark));
-  portal.tell(appearance, "color-scheme", noPreference);
-  EXPECT_TRUE(turns(own));
-  portal.tell(appearance, "color-scheme", prefersDark);
-  EXPECT_TRUE(turns(dark));
-  portal.tell(appearance, "color-scheme", prefersLight);
-  EXPECT_TRUE(turns(own));
+  for (const uint other : {noPreference, prefersLight}) {
+    portal.tell(appearance, "color-scheme", prefersDark);
+    EXPECT_TRUE(turns(dark));
+    portal.tell(appearance, "color-scheme", other);
+    EXPECT_TRUE(turns(own));
+  }
 }
 
 TEST_F(ColourSchemeTest, LeavesAThemeThatIsDarkAlready) {
@@ -123,7 +116,7 @@ TEST_F(ColourSchemeTest, LeavesAThemeThatIsDarkAlready) {
   EXPECT_EQ(window(), QColor(0x10, 0x20, 0x30));
 }
 
-TEST_F(ColourSchemeTest, TakesNoOtherSettingForIt) {
+TEST_F(ColourSchemeTest, IsDarkWhereTheDesktopAsksForItAndTakesNoOtherSettingForThat) {
   Portal portal(prefersDark);
   const ColourScheme scheme;
   ASSERT_TRUE(turns(dark));
@@ -134,14 +127,6 @@ TEST_F(ColourSchemeTest, TakesNoOtherSettingForIt) {
   portal.tell(appearance, "color-scheme", noPreference);
   EXPECT_TRUE(turns(own));
   EXPECT_EQ(changes.count, 1);
-}
-
-TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAnAnswer) {
-  const Portal portal(std::nullopt);
-  const ColourScheme scheme;
-  ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-  catchUp();
-  EXPECT_EQ(window(), own);
 }
 
 TEST_F(ColourSchemeTest, FollowsAPortalThatComesLater) {

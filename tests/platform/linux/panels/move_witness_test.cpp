@@ -1,9 +1,15 @@
 #include "platform/linux/panels/move_witness.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace notewick {
 namespace {
+
+using testing::ElementsAre;
+using enum Mover;
 
 constexpr QPoint WANTED(800, 450);
 constexpr QPoint CORNER(900, 500);
@@ -11,21 +17,30 @@ constexpr QPoint ABOVE(900, 400);  ///< where the window stands in its corner wh
 constexpr QPoint HERE(200, 100);
 constexpr QPoint THERE(300, 150);
 
-/// A window on the screen, at the place that its window manager has given it.
 class MoveWitnessTest : public testing::Test {
  protected:
-  MoveWitnessTest() {
-    witness_.mapped(WANTED);
-    EXPECT_EQ(witness_.reported(HERE), Mover::windowManager);
-    witness_.drawn();
+  MoveWitnessTest() { appear(witness_); }
+
+  /// On the screen, at the place that its window manager has given it.
+  static void appear(MoveWitness& witness) {
+    witness.mapped(WANTED);
+    EXPECT_EQ(witness.reported(HERE), Mover::windowManager);
+    witness.drawn();
+  }
+
+  /// Who moved a window to the places reported, after the program has asked for those before.
+  static std::vector<Mover> movers(const std::vector<QPoint>& asked,
+                                   const std::vector<QPoint>& reported) {
+    MoveWitness witness(Placing::once);
+    appear(witness);
+    for (const QPoint place : asked) witness.asked(place);
+    std::vector<Mover> found;
+    for (const QPoint place : reported) found.push_back(witness.reported(place));
+    return found;
   }
 
   MoveWitness witness_{Placing::once};
 };
-
-TEST_F(MoveWitnessTest, AMoveRightAfterTheWindowAppearedIsTheUsers) {
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-}
 
 TEST_F(MoveWitnessTest, NothingBeforeTheWindowIsDrawnIsTheUsers) {
   witness_.mapped(WANTED);
@@ -40,50 +55,26 @@ TEST_F(MoveWitnessTest, AWindowThatIsMappedAgainComesBackWithoutAReport) {
   EXPECT_EQ(witness_.reported(THERE), Mover::user);
 }
 
+TEST_F(MoveWitnessTest, AMoveThatNobodyAskedForIsTheUsers) {
+  EXPECT_THAT(movers({}, {THERE}), ElementsAre(user)) << "right after the window appeared, too";
+  EXPECT_THAT(movers({CORNER}, {CORNER, THERE, CORNER}), ElementsAre(program, user, user))
+      << "to where the program once wanted it";
+}
+
 TEST_F(MoveWitnessTest, TheFrameMayBePutOnAfterTheWindowIsDrawn) {
-  EXPECT_EQ(witness_.reported(WANTED), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
+  EXPECT_THAT(movers({}, {WANTED, THERE}), ElementsAre(program, user));
 }
 
-TEST_F(MoveWitnessTest, APlaceThatWasAskedForIsTheProgramsDoing) {
-  witness_.asked(CORNER);
-  EXPECT_EQ(witness_.reported(CORNER), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-}
-
-TEST_F(MoveWitnessTest, AnotherPlaceThanTheOneAskedForIsAnAnswerToo) {
-  witness_.asked(CORNER);
-  EXPECT_EQ(witness_.reported(HERE), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-}
-
-TEST_F(MoveWitnessTest, ASlowWindowManagerAnswersEveryRequestThatWaited) {
-  const std::vector<QPoint> places{ABOVE, CORNER, ABOVE, CORNER};
-  for (const QPoint place : places) witness_.asked(place);
-  for (const QPoint place : places) EXPECT_EQ(witness_.reported(place), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-}
-
-TEST_F(MoveWitnessTest, SeveralPlacesThatItPrefersAreItsAnswers) {
-  witness_.asked(ABOVE);
-  witness_.asked(CORNER);
-  EXPECT_EQ(witness_.reported(HERE), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::program);
-  EXPECT_EQ(witness_.reported(HERE), Mover::user);
-}
-
-TEST_F(MoveWitnessTest, TheLastPlaceAskedForMayBeTheOnlyAnswer) {
-  witness_.asked(ABOVE);
-  witness_.asked(CORNER);
-  EXPECT_EQ(witness_.reported(CORNER), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-}
-
-TEST_F(MoveWitnessTest, TheUserMayPutTheWindowWhereTheProgramOnceWantedIt) {
-  witness_.asked(CORNER);
-  EXPECT_EQ(witness_.reported(CORNER), Mover::program);
-  EXPECT_EQ(witness_.reported(THERE), Mover::user);
-  EXPECT_EQ(witness_.reported(CORNER), Mover::user);
+TEST_F(MoveWitnessTest, AnAnswerOfTheWindowManagerIsTheProgramsDoing) {
+  EXPECT_THAT(movers({CORNER}, {HERE, THERE}), ElementsAre(program, user))
+      << "another place than the one asked for";
+  EXPECT_THAT(movers({ABOVE, CORNER}, {HERE, THERE, HERE}), ElementsAre(program, program, user))
+      << "several places that it prefers";
+  EXPECT_THAT(movers({ABOVE, CORNER}, {CORNER, THERE}), ElementsAre(program, user))
+      << "the last place asked for alone";
+  EXPECT_THAT(movers({ABOVE, CORNER, ABOVE, CORNER}, {ABOVE, CORNER, ABOVE, CORNER, THERE}),
+              ElementsAre(program, program, program, program, user))
+      << "slow, to every request that waited";
 }
 
 TEST_F(MoveWitnessTest, AWindowThatTheUserHoldsIsMovedByTheUser) {
@@ -92,20 +83,15 @@ TEST_F(MoveWitnessTest, AWindowThatTheUserHoldsIsMovedByTheUser) {
   EXPECT_EQ(witness_.reported(THERE), Mover::user);
 }
 
-TEST(AWindowThatIsDrawnFirst, IsPlacedByTheWindowManagerAllTheSame) {
-  MoveWitness witness(Placing::once);
-  witness.mapped(WANTED);
-  witness.drawn();
-  EXPECT_EQ(witness.reported(HERE), Mover::windowManager);
-  EXPECT_EQ(witness.reported(THERE), Mover::user);
-}
-
-TEST(AWindowThatIsDrawnFirst, MayBeGrabbedBeforeItsPlaceIsReported) {
-  MoveWitness witness(Placing::once);
-  witness.mapped(WANTED);
-  witness.drawn();
-  witness.grabbed();
-  EXPECT_EQ(witness.reported(THERE), Mover::user);
+TEST(AWindowThatIsDrawnFirst, IsPlacedByTheWindowManagerUnlessItIsGrabbedBefore) {
+  for (const bool isGrabbed : {false, true}) {
+    MoveWitness witness(Placing::once);
+    witness.mapped(WANTED);
+    witness.drawn();
+    if (isGrabbed) witness.grabbed();
+    EXPECT_EQ(witness.reported(HERE), isGrabbed ? user : Mover::windowManager);
+    EXPECT_EQ(witness.reported(THERE), user);
+  }
 }
 
 TEST(AWindowOfXWayland, IsPlacedEachTimeItIsMapped) {

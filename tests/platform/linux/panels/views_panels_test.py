@@ -55,11 +55,6 @@ class TheQuickNotePanel(unittest.TestCase):
         self.addCleanup(desk.close_all)
         self.addCleanup(lambda: os.path.exists(settings_path()) and os.remove(settings_path()))
 
-    def show(self, *options, **environment):
-        views = ShownViews(*options, **environment)
-        self.addCleanup(views.close)
-        return views
-
     def wait_for_corner(self, window, right=SCREEN_WIDTH - 24, bottom=SCREEN_HEIGHT - 24):
         wait_until(lambda: frame_of(window)[2:] == (right, bottom), what=f"the corner {right}, {bottom}")
 
@@ -69,7 +64,7 @@ class TheQuickNotePanel(unittest.TestCase):
     def test_floats_alone_and_leaves_the_keyboard_where_it_is_each_time_it_is_shown(self):
         work = desk.xterm("the user's work").window()
         work.focus()
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         for _ in range(3):
             window = views.window()
             self.wait_until_it_floats(window)
@@ -81,7 +76,7 @@ class TheQuickNotePanel(unittest.TestCase):
 
     def test_takes_the_keyboard_when_it_is_asked_to_hidden_or_not(self):
         work = desk.xterm("the user's work").window()
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         for command in ("show", "hide"):
             views.window()
             work.focus()
@@ -90,7 +85,7 @@ class TheQuickNotePanel(unittest.TestCase):
             wait_until(lambda: views.window().is_active, what="the panel being active")
 
     def test_stands_in_the_bottom_right_corner_and_stays_there_when_it_grows(self):
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         window = views.window()
         self.wait_for_corner(window)
         height = window.geometry.height
@@ -102,7 +97,7 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window)
 
     def test_moves_by_its_background_and_comes_back_there(self):
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         window = views.window()
         self.wait_for_corner(window)
         left, top, _, _ = frame_of(window)
@@ -113,11 +108,11 @@ class TheQuickNotePanel(unittest.TestCase):
         self.assertAlmostEqual(place[0], left - 300, delta=START_OF_A_DRAG)
         self.assertAlmostEqual(place[1], top - 200, delta=START_OF_A_DRAG)
         views.close()
-        again = self.show("--quick").window()
+        again = ShownViews("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
 
     def test_keeps_a_drag_by_its_title_bar(self):
-        window = self.show("--quick").window()
+        window = ShownViews("--quick").window()
         self.wait_for_corner(window)
         left, top, right, _ = frame_of(window)
         drag(((left + right) // 2, top + 8), (-300, -200))
@@ -125,7 +120,7 @@ class TheQuickNotePanel(unittest.TestCase):
         self.assertEqual(frame_of(window)[:2], (left - 300, top - 200))
 
     def test_takes_no_answer_of_a_slow_window_manager_for_a_move(self):
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         window = views.window()
         self.wait_for_corner(window)
         with desk.windows.stopped_manager():
@@ -139,23 +134,23 @@ class TheQuickNotePanel(unittest.TestCase):
     def test_comes_back_there_also_when_the_window_manager_is_slow(self):
         save_frame(700, 400, 320, 258)
         with desk.windows.stopped_manager():
-            views = self.show("--quick")
+            views = ShownViews("--quick")
             views.do("status waits for the window manager")
         window = views.window()
         self.wait_for_corner(window, 1020, 658)
 
     def test_is_pulled_back_onto_the_screen(self):
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         window = views.window()
         self.wait_for_corner(window)
         window.move(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40)
         wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
         views.close()
-        again = self.show("--quick").window()
+        again = ShownViews("--quick").window()
         self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
 
     def test_comes_back_when_it_was_minimised(self):
-        views = self.show("--quick")
+        views = ShownViews("--quick")
         window = views.window()
         wait_until(lambda: STATES <= window.states, what="the panel being managed")
         subprocess.run(["xdotool", "windowminimize", window.number], check=True)
@@ -163,16 +158,8 @@ class TheQuickNotePanel(unittest.TestCase):
         views.do("show")
         wait_until(lambda: "HIDDEN" not in window.states, what="the panel coming back")
 
-    def test_outlives_its_closing(self):
-        views = self.show("--quick")
-        views.window().ask_to_close()
-        views.wait_for("closed")
-        desk.windows.wait_until_gone(QUICK_NOTE, views.pid)
-        views.do("show")
-        views.window()
-
     def test_sends_with_return_on_desktops_where_it_presses_any_control(self):
-        views = self.show("--quick", "--key", XDG_CURRENT_DESKTOP="GNOME")
+        views = ShownViews("--quick", "--key", XDG_CURRENT_DESKTOP="GNOME")
         wait_until(lambda: views.window().is_active, what="the panel being active")
         screen.type_text("Called about rent")
         screen.press("Tab", "Right", "space", "Return")
@@ -182,7 +169,7 @@ class TheQuickNotePanel(unittest.TestCase):
         wait_until(lambda: views.lines.count(sent) == 2, what="the note sent from the chooser")
 
     def test_knows_no_shortcuts_of_the_menu(self):
-        views = self.show("--quick", "--key", "--tray")
+        views = ShownViews("--quick", "--key", "--tray")
         wait_until(lambda: views.window().is_active, what="the panel being active")
         screen.press("ctrl+l", "ctrl+w", "ctrl+q")
         screen.type_text("still here")

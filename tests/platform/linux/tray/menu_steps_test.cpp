@@ -31,13 +31,10 @@ std::vector<std::string> pendings(int count) {
   return ids;
 }
 
-TEST(MenuSteps, AreNoneBetweenEqualMenus) {
-  EXPECT_EQ(stepsBetween(menuWith({"a"}, 2), menuWith({"a"}, 2)), Steps{});
-  EXPECT_EQ(stepsBetween({}, {}), Steps{});
-}
-
 TEST(MenuSteps, ACountThatChangesIsOneNewTitle) {
+  EXPECT_EQ(stepsBetween(menuWith({"a"}, 2), menuWith({"a"}, 2)), Steps{});
   EXPECT_EQ(stepsBetween(menuWith({"a"}, 3), menuWith({"a"}, 2)), (Steps{{retitle, 5}}));
+  EXPECT_EQ(stepsBetween({}, {}), Steps{});
 }
 
 TEST(MenuSteps, ATitleIsNeverChangedUnderAnotherObjectOrCommand) {
@@ -46,13 +43,10 @@ TEST(MenuSteps, ATitleIsNeverChangedUnderAnotherObjectOrCommand) {
   EXPECT_EQ(stepsBetween(menuWith({}, 0), menuWith({"a"}, 0)), (Steps{{remove, 3}, {insert, 3}}));
 }
 
-TEST(MenuSteps, PendingWorkComesAndGoesInALine) {
+TEST(MenuSteps, PendingWorkAndTheLinesOfNotesComeAndGo) {
   EXPECT_EQ(stepsBetween(menuWith({"a", "b"}, 1), menuWith({"a", "b", "c"}, 1)),
             (Steps{{insert, 5}}));
   EXPECT_EQ(stepsBetween(menuWith({"a", "b"}, 1), menuWith({"b"}, 1)), (Steps{{remove, 3}}));
-}
-
-TEST(MenuSteps, TheFirstNoteBringsThreeLinesAndTheLastTakesThemAway) {
   EXPECT_EQ(stepsBetween(menuWith({"a"}, 0), menuWith({"a"}, 1)).size(), 3U);
   EXPECT_EQ(stepsBetween(menuWith({"a"}, 1), menuWith({"a"}, 0)).size(), 3U);
 }
