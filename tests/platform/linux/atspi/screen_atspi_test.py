@@ -1,22 +1,14 @@
 """Titles read from the accessibility bus, here in an X session, where the windows are easy to move."""
 
-import os
 import signal
-import tempfile
 import unittest
+from pathlib import Path
 
 import desk
-from title_reader import Reader
+from title_reader import Reader, text_file
 
-FAKE_PROGRAM = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_accessible_program.py")
+FAKE_PROGRAM = Path(__file__).resolve().with_name("fake_accessible_program.py")
 LIMIT = 250  # milliseconds that all reads of a sample may take
-
-
-def text_file(name):
-    path = os.path.join(tempfile.mkdtemp(), name)
-    with open(path, "w", encoding="utf-8"):
-        pass
-    return path
 
 
 def has_stopped(program):

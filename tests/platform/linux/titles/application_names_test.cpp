@@ -25,63 +25,57 @@ class ApplicationNamesTest : public testing::Test {
     std::ofstream(root_ / file) << text;
   }
 
-  [[nodiscard]] ApplicationNames names(std::vector<std::string> languages = {"de_CH", "de"}) const {
-    return {{root_ / "own", root_ / "all"}, std::move(languages)};
+  [[nodiscard]] std::string name(const std::string& id,
+                                 std::vector<std::string> languages = {"de_CH", "de"}) const {
+    return ApplicationNames({root_ / "own", root_ / "all"}, std::move(languages)).nameOf(id);
+  }
+
+  /// The name of a program with this desktop entry.
+  [[nodiscard]] std::string nameIn(const std::string& entry) {
+    install("all/editor.desktop", entry);
+    return name("editor");
   }
 
   std::filesystem::path root_;
 };
 
-TEST_F(ApplicationNamesTest, ComesFromTheDesktopEntry) {
+TEST_F(ApplicationNamesTest, ComesFromTheDesktopEntryAlsoOneInLowerCase) {
   install("all/org.example.Editor.desktop",
           "[Desktop Entry]\nType=Application\nName=Text Editor\n");
-  EXPECT_EQ(names().nameOf("org.example.Editor"), "Text Editor");
+  EXPECT_EQ(name("org.example.Editor"), "Text Editor");
+  install("all/editor.desktop", "[Desktop Entry]\nName=Editor\n");
+  EXPECT_EQ(name("Editor"), "Editor");
 }
 
-TEST_F(ApplicationNamesTest, IsTheIdOfAProgramWithoutEntry) {
-  EXPECT_EQ(names().nameOf("XTerm"), "XTerm");
+TEST_F(ApplicationNamesTest, IsTheIdOfAProgramWithoutEntryOrName) {
+  EXPECT_EQ(name("XTerm"), "XTerm");
+  EXPECT_EQ(nameIn("[Desktop Entry]\nExec=editor\n=\nName\nName=\n"), "editor");
 }
 
 TEST_F(ApplicationNamesTest, ThisProgramHasOneNameWhateverItsWindowsCallThemselves) {
   install("all/tools.velk.notewick.desktop", "[Desktop Entry]\nName=Another edition\n");
-  for (const char* id : {"notewick", "tools.velk.notewick"}) {
-    EXPECT_EQ(names().nameOf(id), "VELK Notewick");
-  }
+  EXPECT_EQ(name("notewick"), "VELK Notewick");
+  EXPECT_EQ(name("tools.velk.notewick"), "VELK Notewick");
 }
 
-TEST_F(ApplicationNamesTest, FindsAnEntryInLowerCase) {
-  install("all/editor.desktop", "[Desktop Entry]\nName=Text Editor\n");
-  EXPECT_EQ(names().nameOf("Editor"), "Text Editor");
-}
-
-TEST_F(ApplicationNamesTest, IsInTheLanguageOfTheUser) {
-  install("all/editor.desktop",
-          "[Desktop Entry]\nName=Text Editor\nName[de]=Textbearbeitung\nName[fr]=Éditeur\n");
-  EXPECT_EQ(names().nameOf("editor"), "Textbearbeitung");
-  EXPECT_EQ(names({"sv"}).nameOf("editor"), "Text Editor");
-}
-
-TEST_F(ApplicationNamesTest, TheUsersOwnEntryGoesFirst) {
+TEST_F(ApplicationNamesTest, IsInTheLanguageOfTheUserWhoseOwnEntryGoesFirst) {
+  EXPECT_EQ(
+      nameIn("[Desktop Entry]\nName=Text Editor\nName[de]=Textbearbeitung\nName[fr]=Éditeur\n"),
+      "Textbearbeitung");
+  EXPECT_EQ(name("editor", {"sv"}), "Text Editor");
   install("own/editor.desktop", "[Desktop Entry]\nName=Mine\n");
-  install("all/editor.desktop", "[Desktop Entry]\nName=Everyone's\n");
-  EXPECT_EQ(names().nameOf("editor"), "Mine");
+  EXPECT_EQ(name("editor"), "Mine");
 }
 
 TEST_F(ApplicationNamesTest, NamesOfActionsAreNotTheProgramsName) {
-  install("all/editor.desktop",
-          "[Desktop Action new]\nName=New Window\n[Desktop Entry]\nName = Text Editor\n"
-          "[Desktop Action old]\nName[de]=Altes Fenster\n");
-  EXPECT_EQ(names().nameOf("editor"), "Text Editor");
-}
-
-TEST_F(ApplicationNamesTest, AnEntryWithoutNameLeavesTheId) {
-  install("all/editor.desktop", "[Desktop Entry]\nExec=editor\n=\nName\nName=\n");
-  EXPECT_EQ(names().nameOf("editor"), "editor");
+  EXPECT_EQ(nameIn("[Desktop Action new]\nName=New Window\n[Desktop Entry]\nName = Text Editor\n"
+                   "[Desktop Action old]\nName[de]=Altes Fenster\n"),
+            "Text Editor");
 }
 
 TEST_F(ApplicationNamesTest, LooksNowhereElse) {
   install("secret.desktop", "[Desktop Entry]\nName=Secret\n");
-  EXPECT_EQ(names().nameOf("../secret"), "../secret");
+  EXPECT_EQ(name("../secret"), "../secret");
 }
 
 }  // namespace

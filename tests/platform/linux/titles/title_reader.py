@@ -3,6 +3,8 @@
 import json
 import os
 import subprocess
+import tempfile
+from pathlib import Path
 
 from desk import wait_until
 from desk.waiting import LIMIT
@@ -10,6 +12,12 @@ from desk.waiting import LIMIT
 PROGRAM = os.environ.get("PRINT_TITLES", "")
 if not os.access(PROGRAM, os.X_OK):
     PROGRAM = os.path.join(os.getcwd(), "print-titles")
+
+
+def text_file(name):
+    path = Path(tempfile.mkdtemp(), name)
+    path.touch()
+    return path
 
 
 class Sample:

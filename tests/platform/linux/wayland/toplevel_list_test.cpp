@@ -33,14 +33,11 @@ class ToplevelListTest : public testing::Test {
   std::array<char, 64> windows_{};
 };
 
-TEST_F(ToplevelListTest, NothingIsFrontmostWithoutAnActiveWindow) {
+TEST_F(ToplevelListTest, TheActiveWindowHasTheFocusWithItsNewestTitle) {
   EXPECT_FALSE(frontmost());
   show(1, "letter", "editor");
   EXPECT_FALSE(frontmost());
-}
-
-TEST_F(ToplevelListTest, TheActiveWindowHasTheFocus) {
-  show(1, "letter", "editor");
+  activate(2, "before", "mail");
   activate(2, "inbox", "mail");
   EXPECT_EQ(frontmost()->name, "mail");
   EXPECT_EQ(frontmost()->focusedTitle, "inbox");
@@ -57,24 +54,14 @@ TEST_F(ToplevelListTest, WindowsComeInTheOrderOfTheirLastActivation) {
   EXPECT_THAT(titles(), ElementsAre("one", "two", "three"));
 }
 
-TEST_F(ToplevelListTest, ANewTitleOfTheActiveWindowReplacesTheOld) {
-  activate(1, "before", "editor");
-  activate(1, "after", "editor");
-  EXPECT_THAT(titles(), ElementsAre("after"));
-}
-
-TEST_F(ToplevelListTest, NeverShowsAWindowOfAnotherApplication) {
+TEST_F(ToplevelListTest, NeverShowsAWindowOfAnotherApplicationOrOfNone) {
   show(1, "private", "mail");
   show(2, "nameless", "");
   activate(3, "letter", "editor");
   EXPECT_THAT(titles(), ElementsAre("letter"));
-}
-
-TEST_F(ToplevelListTest, WindowsWithoutApplicationIdStayApart) {
-  show(1, "one", "");
-  activate(2, "two", "");
+  activate(4, "nameless too", "");
   EXPECT_EQ(frontmost()->name, std::nullopt);
-  EXPECT_THAT(titles(), ElementsAre("two"));
+  EXPECT_THAT(titles(), ElementsAre("nameless too"));
 }
 
 TEST_F(ToplevelListTest, AClosedWindowIsGone) {

@@ -4,7 +4,6 @@ import ctypes
 import os
 import signal
 import subprocess
-import tempfile
 import unittest
 
 import dbus
@@ -12,11 +11,7 @@ import dbus.lowlevel
 
 import desk
 from desk.x_server import XServer
-from title_reader import Reader
-
-
-def set_property(window, name, form, value):
-    subprocess.run(["xprop", "-id", window.number, "-f", name, form, "-set", name, value], check=True)
+from title_reader import Reader, text_file
 
 
 def set_long_title(window, title):
@@ -32,17 +27,6 @@ def set_long_title(window, title):
     text = title.encode()
     x11.XChangeProperty(display, number, name, kind, 8, 0, text, len(text))
     x11.XCloseDisplay(display)
-
-
-def remove_property(window, name):
-    subprocess.run(["xprop", "-id", window.number, "-remove", name], check=True)
-
-
-def text_file(name):
-    path = os.path.join(tempfile.mkdtemp(), name)
-    with open(path, "w", encoding="utf-8"):
-        pass
-    return path
 
 
 def window_manager_is_there():
@@ -120,8 +104,9 @@ class ScreenOnX11(unittest.TestCase):
 
     def test_reads_string_titles_as_latin_1(self):
         window = desk.xterm("x").window()
-        remove_property(window, "_NET_WM_NAME")
-        set_property(window, "WM_NAME", "8s", b"Ren\xe9 M\xfcller")
+        xprop = ["xprop", "-id", window.number]
+        subprocess.run([*xprop, "-remove", "_NET_WM_NAME"], check=True)
+        subprocess.run([*xprop, "-f", "WM_NAME", "8s", "-set", "WM_NAME", b"Ren\xe9 M\xfcller"], check=True)
         self.reader.wait_for_focus("René Müller")
 
     def test_reads_a_title_of_any_length_whole(self):
