@@ -46,15 +46,6 @@ TEST_F(CurlHttpSessionTest, ACutIsALostConnectionAndANoteIsNotSentAgain) {
   }
 }
 
-TEST_F(CurlHttpSessionTest, AServerThatClosesWithoutSayingSoHoldsNothingUp) {
-  const RawServer server(RawServer::answering(answer("200 OK")));
-  constexpr std::size_t many = 300;
-  for (std::size_t count = 0; count < many; ++count) send(post(server.url(), "{}"));
-  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == many; }));
-  EXPECT_THAT(outcomes_, testing::Each("200"));
-  EXPECT_EQ(server.connections(), many);
-}
-
 TEST_F(CurlHttpSessionTest, ARefusedConnectionIsATransportError) {
   std::string url;
   {

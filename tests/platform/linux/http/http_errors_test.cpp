@@ -9,18 +9,17 @@ namespace notewick {
 namespace {
 
 TEST(HttpErrorsTest, DescribesErrorsByTheirKind) {
-  const auto text = [](CURLcode code) { return std::string(descriptionOf(code)); };
-  EXPECT_EQ(text(CURLE_COULDNT_RESOLVE_HOST), "The server could not be found.");
-  EXPECT_EQ(text(CURLE_COULDNT_RESOLVE_PROXY), "The proxy could not be found.");
-  EXPECT_EQ(text(CURLE_PROXY), "The proxy refused the connection.");
-  EXPECT_EQ(text(CURLE_GOT_NOTHING), "The connection was lost.");
-  EXPECT_EQ(text(CURLE_PARTIAL_FILE), "The connection was lost.");
-  EXPECT_EQ(text(CURLE_OPERATION_TIMEDOUT), "The request timed out.");
-  EXPECT_EQ(text(CURLE_PEER_FAILED_VERIFICATION), "A secure connection could not be made.");
-  EXPECT_EQ(text(CURLE_WEIRD_SERVER_REPLY), "The server's answer could not be understood.");
-}
-
-TEST(HttpErrorsTest, TellsARefusedConnectionFromAnImpossibleOne) {
+  for (const auto& [code, text] :
+       {std::pair(CURLE_COULDNT_RESOLVE_HOST, "The server could not be found."),
+        std::pair(CURLE_COULDNT_RESOLVE_PROXY, "The proxy could not be found."),
+        std::pair(CURLE_PROXY, "The proxy refused the connection."),
+        std::pair(CURLE_GOT_NOTHING, "The connection was lost."),
+        std::pair(CURLE_PARTIAL_FILE, "The connection was lost."),
+        std::pair(CURLE_OPERATION_TIMEDOUT, "The request timed out."),
+        std::pair(CURLE_PEER_FAILED_VERIFICATION, "A secure connection could not be made."),
+        std::pair(CURLE_WEIRD_SERVER_REPLY, "The server's answer could not be understood.")}) {
+    EXPECT_STREQ(descriptionOf(code), text);
+  }
   EXPECT_STREQ(descriptionOf(CURLE_COULDNT_CONNECT, ECONNREFUSED), "The connection was refused.");
   EXPECT_STREQ(descriptionOf(CURLE_COULDNT_CONNECT, ENETUNREACH), "The connection failed.");
 }
