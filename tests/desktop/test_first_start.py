@@ -1,14 +1,13 @@
 #!/usr/bin/python3
 """The user signs in, and stays signed in; what the program writes meanwhile."""
 
-import stat
 import unittest
 
 import desk
 from desk import local_service, notifications, screen
 from desk.local_service import EMAIL, PASSWORD
 from desk.notewick import NO_WORK, SIGNED_OUT, WATCHING, menu, stored_token
-from desk.story import Chapters, Story
+from desk.story import Story
 
 
 class SigningIn(Story):
@@ -52,31 +51,20 @@ class SigningIn(Story):
         self.wait_until_active(program.sign_in_panel.window)
 
 
-class WhatIsWritten(Chapters):
-    def setUp(self):
-        super().setUp()
-        self.program.widget.write_note("Called about rent")
-        self.service.wait_for_notes("Called about rent")
-
-    def test_is_for_its_owner_alone(self):
-        self.assertEqual(stat.S_IMODE(self.home.support.stat().st_mode), 0o700)
-        written = [*self.home.support.iterdir(), self.home.settings]
-        names = {path.name for path in written}
-        self.assertLessEqual({"outbox.json", "participants.json", "Notewick.ini"}, names)
-        self.assertTrue(any(name.startswith("captures-") for name in names))
-        modes = {path.name: stat.S_IMODE(path.stat().st_mode) for path in written}
-        self.assertEqual(modes, dict.fromkeys(names, 0o600))
-
+class WhatIsWritten(Story):
     def test_keeps_the_token_in_the_secret_store_alone(self):
+        program = self.start_signed_in()
+        program.widget.write_note("Called about rent")
+        self.service.wait_for_notes("Called about rent")
         token = stored_token()
         self.assertIsNotNone(token)
         self.assertNotEqual(self.home.files_with("Tobias"), [], "the search finds what is there")
         for secret in (token, self.service.bearer(), PASSWORD):
             self.assertEqual(self.home.files_with(secret), [])
             for view in ("environ", "cmdline"):
-                with open(f"/proc/{self.program.pid}/{view}", "rb") as file:
+                with open(f"/proc/{program.pid}/{view}", "rb") as file:
                     self.assertNotIn(secret.encode(), file.read())
-            self.assertNotIn(secret, self.program.output)
+            self.assertNotIn(secret, program.output)
 
 
 if __name__ == "__main__":

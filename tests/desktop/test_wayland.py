@@ -7,8 +7,6 @@ import desk
 from desk import screen
 from desk.story import Chapters
 
-FIRST_SAMPLES = 60  # seconds; a sample comes every fifteen
-
 
 class OnWayland(Chapters):
     """Each test begins while the user works in a native window, the widget being hidden."""
@@ -54,12 +52,6 @@ class OnWayland(Chapters):
             screen.type_text(text)
             self.program.widget.note.wait_for_text(text)
             self.program.widget.note.write("")
-
-    def test_titles_of_native_windows_are_watched(self):
-        seen = 'matches=["Tobias Hargreave"]'
-        desk.wait_until(
-            lambda: seen in self.home.text("watch.log"), FIRST_SAMPLES, "a native window being seen"
-        )
 
 
 if __name__ == "__main__":

@@ -1,10 +1,7 @@
 """The local service beside the program: started and stopped, made to fail, and read back."""
 
-import http.cookiejar
 import json
 import os
-import ssl
-import urllib.parse
 import urllib.request
 from pathlib import Path
 
@@ -110,16 +107,3 @@ class LocalService:
 
     def wait_for_notes(self, *inputs):
         wait_until(lambda: self.inputs() == list(inputs), what=f"the notes {inputs} in the service")
-
-    def case_notes_page(self):
-        """The page as a browser gets it that trusts the authority and signs in."""
-        trust = ssl.create_default_context(cafile=self.authority)
-        browser = urllib.request.build_opener(
-            urllib.request.HTTPSHandler(context=trust),
-            urllib.request.HTTPCookieProcessor(http.cookiejar.CookieJar()),
-        )
-        form = urllib.parse.urlencode({"email": EMAIL, "password": PASSWORD}).encode()
-        with browser.open(self.origin + "/login", form, timeout=10) as page:
-            if not page.geturl().endswith("/case-notes"):
-                raise AssertionError(f"signing in led to {page.geturl()}")
-            return page.read().decode()
