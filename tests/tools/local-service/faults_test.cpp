@@ -53,13 +53,10 @@ TEST_F(FaultsTest, AnswerAsTheySayAndLeaveTheServiceUntouched) {
   EXPECT_EQ(answer.get_header_value("Content-Type"), "application/json");
   EXPECT_EQ(answer.body, "no");
   EXPECT_EQ(served, 0);
-}
-
-TEST_F(FaultsTest, ABodyThatIsNoTextIsSentAsItsJsonWithStatus200) {
+  faults.clear();
   faults.add({{"body", {{"error", "Busy"}}}});
-  const auto answer = pass();
-  EXPECT_EQ(answer.status, 200);
-  EXPECT_EQ(answer.body, R"({"error":"Busy"})");
+  EXPECT_EQ(pass().status, 200);
+  EXPECT_EQ(pass().body, R"({"error":"Busy"})") << "a body that is no text is its JSON";
 }
 
 TEST_F(FaultsTest, HitTheNextRequestsToTheirPathInTheirOrder) {

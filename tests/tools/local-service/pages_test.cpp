@@ -53,14 +53,11 @@ TEST_F(PagesTest, SigningInSetsACookieThatScriptsAndOtherSitesCannotUse) {
   EXPECT_EQ(statusOf(answer), 303);
   EXPECT_EQ(answer->get_header_value("Location"), "/case-notes");
   EXPECT_TRUE(answer->get_header_value("Set-Cookie").ends_with("; Path=/; HttpOnly; SameSite=Lax"));
-}
-
-TEST_F(PagesTest, OverTlsTheCookieGoesNowhereElse) {
-  httplib::Request request;
-  request.params = {{"email", TestWorld::EMAIL}, {"password", TestWorld::PASSWORD}};
-  httplib::Response response;
-  pageRoutes(world.service.records(), true).at(1).handler(request, response);
-  EXPECT_TRUE(response.get_header_value("Set-Cookie").ends_with("; Secure"));
+  httplib::Request overTls;
+  overTls.params = {{"email", TestWorld::EMAIL}, {"password", TestWorld::PASSWORD}};
+  httplib::Response answered;
+  pageRoutes(world.service.records(), true).at(1).handler(overTls, answered);
+  EXPECT_TRUE(answered.get_header_value("Set-Cookie").ends_with("; Secure"));
 }
 
 TEST_F(PagesTest, AWrongPasswordShowsTheFormAgainWithTheEmailEscaped) {

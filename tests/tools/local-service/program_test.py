@@ -107,18 +107,17 @@ class ProgramTest(unittest.TestCase):
             self.assertEqual(len(listed), count)
             self.end(signal.SIGTERM)
 
-    def test_explains_a_command_line_that_it_cannot_follow(self):
+    def test_says_why_it_cannot_start(self):
         wrong = ["--tls-dir x", "--port 65536", "--port 80x", "--control-port -1", "--participants x", "y"]
-        for line in ["", "--plain --account a", *(f"--plain {more}" for more in wrong)]:
+        complaints = {
+            line: "--help" for line in ["", "--plain --account a", *(f"--plain {w}" for w in wrong)]
+        }
+        complaints[f"--plain --database {self.folder}/no/such"] = "local-service: database: "
+        for line, complaint in complaints.items():
             with self.subTest(line):
                 self.start(*line.split(), password=None)
-                self.assertIn("--help", self.program.communicate(timeout=10)[0])
-                self.assertEqual(self.program.returncode, 2)
-
-    def test_says_why_it_cannot_start(self):
-        self.start("--plain", "--database", self.folder / "no" / "such")
-        self.assertIn("local-service: database: ", self.program.communicate(timeout=10)[0])
-        self.assertEqual(self.program.returncode, 1)
+                self.assertIn(complaint, self.program.communicate(timeout=10)[0])
+                self.assertEqual(self.program.returncode, 2 if complaint == "--help" else 1)
 
 
 if __name__ == "__main__":
