@@ -44,18 +44,11 @@ TEST_F(MacosScreenTest, IsTrusted) {
   EXPECT_EQ(AccessibilityTrust().remedy(), TrustRemedy::settingsPage);
 }
 
-TEST_F(MacosScreenTest, ReadsTheTitleOfTheFocusedWindow) {
+TEST_F(MacosScreenTest, ReadsTheTitleOfTheFocusedWindowAndThoseOfAll) {
   EXPECT_TRUE(eventually([this] {
     const auto application = editor();
-    return application && isShown(application->focusedTitle);
-  }));
-}
-
-TEST_F(MacosScreenTest, ReadsTheTitlesOfAllWindows) {
-  EXPECT_TRUE(eventually([this] {
-    const auto application = editor();
-    if (!application) return false;
-    return std::ranges::any_of(application->titles,
+    return application && isShown(application->focusedTitle) &&
+           std::ranges::any_of(application->titles,
                                [this](const auto& title) { return isShown(title); });
   }));
 }

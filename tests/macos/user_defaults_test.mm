@@ -46,18 +46,14 @@ TEST_F(MacosUserDefaultsTest, SeesWhatAnotherObjectWrites) {
   EXPECT_EQ(defaults_.string("VELKBaseURL"), "https://velk.example");
 }
 
-TEST(MacosArgumentsTest, AreNoSettings) {
+TEST(MacosArgumentsTest, AreNoSettingsAndOpenNoDocuments) {
   NSUserDefaults* database = NSUserDefaults.standardUserDefaults;
   [database removeVolatileDomainForName:NSArgumentDomain];
   [database setVolatileDomain:@{@"VELKBaseURL" : @"https://argument.example"}
                       forName:NSArgumentDomain];
   ASSERT_EQ(CocoaUserDefaults(database).string("VELKBaseURL"), "https://argument.example");
   EXPECT_EQ(CocoaUserDefaults(withoutArguments(database)).string("VELKBaseURL"), std::nullopt);
-}
-
-TEST(MacosArgumentsTest, OpenNoDocuments) {
-  NSUserDefaults* database = withoutArguments(NSUserDefaults.standardUserDefaults);
-  EXPECT_FALSE([database boolForKey:@"NSTreatUnknownArgumentsAsOpen"]);
+  EXPECT_FALSE([withoutArguments(database) boolForKey:@"NSTreatUnknownArgumentsAsOpen"]);
 }
 
 }  // namespace

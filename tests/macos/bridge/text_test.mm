@@ -12,7 +12,10 @@ TEST(MacosTextTest, BringsTextThereAndBackUnchanged) {
   }
 }
 
-TEST(MacosTextTest, MakesNoTextOfInvalidUtf8) { EXPECT_EQ(nsString("\xFF\xFE").length, 0U); }
+TEST(MacosTextTest, MakesNoTextOfInvalidUtf8AndNothingOfNil) {
+  EXPECT_EQ(nsString("\xFF\xFE").length, 0U);
+  EXPECT_EQ(utf8(nil), "");
+}
 
 TEST(MacosTextTest, ReplacesHalvesOfSurrogatePairs) {
   const unichar half = 0xD83D;
@@ -20,8 +23,6 @@ TEST(MacosTextTest, ReplacesHalvesOfSurrogatePairs) {
   EXPECT_FALSE(text.empty());
   EXPECT_EQ(utf8(nsString(text)), text);
 }
-
-TEST(MacosTextTest, MakesNothingOfNil) { EXPECT_EQ(utf8(nil), ""); }
 
 }  // namespace
 }  // namespace notewick
