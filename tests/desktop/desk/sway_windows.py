@@ -2,11 +2,8 @@
 
 import json
 import subprocess
-from collections import namedtuple
 
-from desk.waiting import wait_until
-
-Geometry = namedtuple("Geometry", "x y width height")
+from desk.any_window import AnyWindow, Geometry
 
 
 def _nodes():
@@ -21,21 +18,7 @@ def _nodes():
             yield node
 
 
-class Window:
-    """Every property is read afresh; of a window that is gone, all are empty."""
-
-    def __init__(self, number):
-        self.number = number
-
-    def __eq__(self, other):
-        return isinstance(other, Window) and self.number == other.number
-
-    def __hash__(self):
-        return hash(self.number)
-
-    def __repr__(self):
-        return f"<window {self.number} {self.title!r}>"
-
+class Window(AnyWindow):
     def _node(self):
         return next((n for n in _nodes() if n["id"] == self.number), {})
 
@@ -83,18 +66,12 @@ class Window:
     def is_active(self):
         return self._node().get("focused", False)
 
-    def focus(self):
-        """Makes it the active window, and waits until it is."""
+    def _activate(self):
         self._command("focus")
-        wait_until(lambda: self.is_active, what=f"{self} being active")
 
     def ask_to_close(self):
         """What the user's key for closing does."""
         self._command("kill")
-
-    def close(self):
-        self.ask_to_close()
-        wait_until(lambda: not self.exists, what=f"the end of {self}")
 
 
 def everything():

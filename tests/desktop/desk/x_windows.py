@@ -2,11 +2,9 @@
 
 import re
 import subprocess
-from collections import namedtuple
 
+from desk.any_window import AnyWindow, Geometry
 from desk.waiting import wait_until
-
-Geometry = namedtuple("Geometry", "x y width height")
 
 
 def _run(*arguments):
@@ -14,21 +12,7 @@ def _run(*arguments):
     return done.stdout if done.returncode == 0 else ""
 
 
-class Window:
-    """Every property is read afresh; of a window that is gone, all are empty."""
-
-    def __init__(self, number):
-        self.number = number
-
-    def __eq__(self, other):
-        return isinstance(other, Window) and self.number == other.number
-
-    def __hash__(self):
-        return hash(self.number)
-
-    def __repr__(self):
-        return f"<window {self.number} {self.title!r}>"
-
+class Window(AnyWindow):
     def _property(self, name):
         _, separator, value = _run("xprop", "-notype", "-id", self.number, name).strip().partition(" = ")
         return value if separator else ""
@@ -82,10 +66,8 @@ class Window:
     def is_active(self):
         return active() == self
 
-    def focus(self):
-        """Makes it the active window, and waits until it is."""
+    def _activate(self):
         _run("wmctrl", "-i", "-a", self.number)
-        wait_until(lambda: self.is_active, what=f"{self} being active")
 
     def retitle(self, title):
         """Gives it another title, as a browser does when its page changes."""
@@ -98,10 +80,6 @@ class Window:
     def ask_to_close(self):
         """What the close button of its frame does."""
         _run("wmctrl", "-i", "-c", self.number)
-
-    def close(self):
-        self.ask_to_close()
-        wait_until(lambda: not self.exists, what=f"the end of {self}")
 
 
 def _root_windows(name):

@@ -32,3 +32,7 @@ class ShownViews(Program):
 
     def controls(self):
         return controls.of(self)
+
+    def close(self):
+        super().close()
+        self._process.stdin.close()

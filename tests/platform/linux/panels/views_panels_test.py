@@ -4,6 +4,7 @@ import os
 import re
 import subprocess
 import unittest
+from pathlib import Path
 
 import desk
 from desk import screen, wait_until
@@ -11,6 +12,7 @@ from shown_views import QUICK_NOTE, ShownViews
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1280, 800
 START_OF_A_DRAG = 16  # pixels that the mouse moves before a window follows
+SETTINGS = Path(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
 STATES = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 
 
@@ -35,25 +37,15 @@ def drag(start, way):
     subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
 
 
-def settings_path():
-    return os.path.join(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
-
-
-def settings_text():
-    with open(settings_path(), encoding="utf-8") as file:
-        return file.read()
-
-
 def save_frame(*frame):
-    os.makedirs(os.path.dirname(settings_path()), exist_ok=True)
-    with open(settings_path(), "w", encoding="utf-8") as file:
-        file.write(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
+    SETTINGS.parent.mkdir(parents=True, exist_ok=True)
+    SETTINGS.write_text(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
 
 
 class TheQuickNotePanel(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
-        self.addCleanup(lambda: os.path.exists(settings_path()) and os.remove(settings_path()))
+        self.addCleanup(SETTINGS.unlink, missing_ok=True)
 
     def wait_for_corner(self, window, right=SCREEN_WIDTH - 24, bottom=SCREEN_HEIGHT - 24):
         wait_until(lambda: frame_of(window)[2:] == (right, bottom), what=f"the corner {right}, {bottom}")
@@ -103,7 +95,7 @@ class TheQuickNotePanel(unittest.TestCase):
         left, top, _, _ = frame_of(window)
         inner = window.geometry
         drag((inner.x + inner.width - 5, inner.y + inner.height - 5), (-300, -200))
-        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
+        wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
         place = frame_of(window)
         self.assertAlmostEqual(place[0], left - 300, delta=START_OF_A_DRAG)
         self.assertAlmostEqual(place[1], top - 200, delta=START_OF_A_DRAG)
@@ -116,7 +108,7 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window)
         left, top, right, _ = frame_of(window)
         drag(((left + right) // 2, top + 8), (-300, -200))
-        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
+        wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
         self.assertEqual(frame_of(window)[:2], (left - 300, top - 200))
 
     def test_takes_no_answer_of_a_slow_window_manager_for_a_move(self):
@@ -129,7 +121,7 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window)
         views.do("quit")
         views.wait()
-        self.assertFalse(os.path.exists(settings_path()))
+        self.assertFalse(SETTINGS.exists())
 
     def test_comes_back_there_also_when_the_window_manager_is_slow(self):
         save_frame(700, 400, 320, 258)
@@ -144,7 +136,7 @@ class TheQuickNotePanel(unittest.TestCase):
         window = views.window()
         self.wait_for_corner(window)
         window.move(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40)
-        wait_until(lambda: "VELKQuickWidget" in settings_text(), what="the saved place")
+        wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
         views.close()
         again = ShownViews("--quick").window()
         self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
