@@ -93,20 +93,17 @@ class RunWithLocalService(unittest.TestCase):
         self.assertEqual(running.home, str(self.build.parent / "run" / "home"))
         self.assertEqual(running.arguments, "--selftest")
 
-    def test_ends_both_when_it_is_ended(self):
-        running = self.run_script()
-        started = running.children()
-        self.assertEqual(len(started), 2)
-        running.process.terminate()
-        self.assertEqual(running.wait(), 128 + signal.SIGTERM)
-        self.assertEqual([pid for pid in started if Path("/proc", str(pid)).exists()], [])
-
-    def test_ends_the_service_with_the_program(self):
-        running = self.run_script()
-        [service] = set(running.children()) - {running.pid}
-        os.kill(running.pid, signal.SIGTERM)
-        running.wait()
-        self.assertFalse(Path("/proc", str(service)).exists())
+    def test_ends_both_when_it_or_the_program_is_ended(self):
+        for ends_script in (True, False):
+            running = self.run_script()
+            started = running.children()
+            self.assertEqual(len(started), 2)
+            os.kill(running.process.pid if ends_script else running.pid, signal.SIGTERM)
+            status = running.wait()
+            self.assertEqual([pid for pid in started if Path("/proc", str(pid)).exists()], [])
+            if ends_script:
+                self.assertEqual(status, 128 + signal.SIGTERM)
+            running.end()
 
     def test_keeps_account_and_settings_for_the_next_time(self):
         first = self.run_script()

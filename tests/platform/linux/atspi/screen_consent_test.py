@@ -36,11 +36,6 @@ class Consent(unittest.TestCase):
     def questions(self):
         return [w for w in desk.windows.everything() if w.pid == self.reader.pid]
 
-    def test_reading_alone_never_asks(self):
-        self.assertFalse(self.reader.sample().trusted)
-        desk.xterm("another window")
-        self.assertEqual(self.questions(), [])
-
     def test_yes_turns_the_setting_on(self):
         self.open_question()
         desk.screen.press("alt+t")
@@ -70,7 +65,8 @@ class Consent(unittest.TestCase):
         set_accessibility("false")
         self.reader.wait_for(lambda sample: not sample.trusted, "the end of trust")
 
-    def test_never_asks_where_the_setting_is_on(self):
+    def test_never_asks_by_reading_nor_where_the_setting_is_on(self):
+        self.assertFalse(self.reader.sample().trusted)
         set_accessibility("true")
         self.reader.wait_for(lambda sample: sample.trusted, "trust")
         self.assertTrue(self.reader.ask_for_leave().trusted)
