@@ -1,11 +1,13 @@
 #include "platform/linux/controls/chooser.h"
 
+#include <QAbstractItemView>
 #include <QEvent>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <QTextDocument>
 #include <QWheelEvent>
 
+#include "platform/linux/controls/entry_field.h"
 #include "platform/linux/controls/panel_button.h"
 
 namespace notewick {
@@ -17,6 +19,11 @@ constexpr int STYLE_MARGIN = 2;  // what a style leaves free beside the text, bo
 
 Chooser::Chooser() {
   setFocusPolicy(Qt::TabFocus);
+  connect(this, &QComboBox::currentIndexChanged, this, &Chooser::tellChoice);
+}
+
+void Chooser::tellChoice(int index) {
+  if (hasFocus() && !view()->isVisible()) view()->setCurrentIndex(model()->index(index, 0));
 }
 
 QString Chooser::shownText() const {
@@ -47,6 +54,8 @@ void Chooser::paintEvent(QPaintEvent* /*event*/) {
   QStylePainter painter(this);
   painter.drawComplexControl(QStyle::CC_ComboBox, option);
   painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+  painter.end();
+  drawOutline(*this);
 }
 
 void Chooser::wheelEvent(QWheelEvent* event) {

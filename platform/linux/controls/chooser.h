@@ -20,6 +20,11 @@ class Chooser : public QComboBox {
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  /// Screen readers speak what the arrow keys choose while the list is closed. Qt tells of it only
+  /// as a new name of the chooser, which they do not speak.
+  void tellChoice(int index);
 };
 
 }  // namespace notewick

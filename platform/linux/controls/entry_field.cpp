@@ -1,5 +1,6 @@
 #include "platform/linux/controls/entry_field.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QPainter>
 
@@ -12,12 +13,17 @@ constexpr double FIELD_RADIUS = 2.0;
 
 }  // namespace
 
-EntryField::EntryField(const std::string& accessibleName) {
+EntryField::EntryField(const std::string& accessibleName, const std::string& example) {
   setAccessibleName(fromUtf8(accessibleName));
   setFont(panelFont(13));
   setTextMargins(points(2), 0, points(2), 0);
   setMinimumHeight(points(26));
   colourExample();
+  const auto showExample = [this, shown = fromUtf8(example)] {
+    setPlaceholderText(text().isEmpty() ? shown : QString());
+  };
+  showExample();
+  connect(this, &QLineEdit::textChanged, this, showExample);
 }
 
 void EntryField::changeEvent(QEvent* event) {
@@ -25,9 +31,15 @@ void EntryField::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) colourExample();
 }
 
+void EntryField::focusInEvent(QFocusEvent* event) {
+  const auto telling = QAccessible::installUpdateHandler([](QAccessibleEvent*) {});
+  QLineEdit::focusInEvent(event);
+  QAccessible::installUpdateHandler(telling);
+}
+
 void EntryField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
-  drawFieldOutline(*this);
+  drawOutline(*this);
 }
 
 void EntryField::colourExample() {
@@ -38,15 +50,17 @@ void EntryField::colourExample() {
   setPalette(own);
 }
 
-void drawFieldOutline(QWidget& field) {
-  QPainter painter(&field);
+void drawOutline(QWidget& control) {
+  QPainter painter(&control);
   painter.setRenderHint(QPainter::Antialiasing);
-  const double thickness = field.hasFocus() ? 2.0 : 1.0;
-  painter.setPen(QPen(field.hasFocus() ? field.palette().color(QPalette::Highlight)
-                                       : outlineColour(field.palette()),
-                      thickness));
+  const QPalette& colours = control.palette();
+  const bool isFocused = control.hasFocus();
+  const double thickness = isFocused ? points(2) : 1;
+  const QColor window = colours.color(QPalette::Window);
+  painter.setPen(
+      QPen(isFocused ? focusColour(colours, window) : outlineColour(colours), thickness));
   const double half = thickness / 2;
-  painter.drawRoundedRect(QRectF(field.rect()).adjusted(half, half, -half, -half),
+  painter.drawRoundedRect(QRectF(control.rect()).adjusted(half, half, -half, -half),
                           points(FIELD_RADIUS), points(FIELD_RADIUS));
 }
 

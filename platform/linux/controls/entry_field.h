@@ -6,21 +6,25 @@
 namespace notewick {
 
 /// Qt's one-line field with an outline and an example text that are legible in every palette: those
-/// of Fusion stay below a contrast of 3 and 4.5 in many.
+/// of Fusion stay below a contrast of 3 and 4.5 in many. The example is there for screen readers,
+/// too, while nothing has been typed.
 class EntryField : public QLineEdit {
  public:
-  explicit EntryField(const std::string& accessibleName);
+  explicit EntryField(const std::string& accessibleName, const std::string& example = "");
 
  protected:
   void changeEvent(QEvent* event) override;
+  /// Screen readers hear of the focus, and not of the selection that comes with it: told of that
+  /// first, as Qt would do it, Orca takes the field for known and does not speak its name.
+  void focusInEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   void colourExample();
 };
 
-/// Draws the outline of a field over its edge: a contrast of 3 to the window, and the palette's
-/// highlight, twice as thick, while it has the keyboard.
-void drawFieldOutline(QWidget& field);
+/// Draws the outline of a control over its edge: a contrast of 3 to the window, and the focus
+/// colour, twice as thick, while it has the keyboard.
+void drawOutline(QWidget& control);
 
 }  // namespace notewick

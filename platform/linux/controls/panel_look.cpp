@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -15,10 +17,20 @@ constexpr double PURE_CONTRAST = 20.0;
 constexpr double SECONDARY_CONTRAST = 7.0;
 constexpr double TEXT_CONTRAST = 4.5;
 constexpr double OUTLINE_CONTRAST = 3.0;
+constexpr int STEPS = 20;                // from one colour to another
+constexpr double TALLEST_PANEL = 384.0;  // the quick-note panel with all its rows, in points
+constexpr int AROUND_PANEL = 64;         // its title bar and its distance to the edge, in pixels
 const QColor RED(0xff, 0x3b, 0x30);
 
+double largestScale() {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  const int height = screen != nullptr ? screen->availableGeometry().height() : 0;
+  return (height - AROUND_PANEL) / TALLEST_PANEL;
+}
+
 double pointScale() {
-  return std::max(1.0, QFontInfo(QApplication::font()).pixelSize() / SYSTEM_FONT_SIZE);
+  const double wanted = QFontInfo(QApplication::font()).pixelSize() / SYSTEM_FONT_SIZE;
+  return std::max(1.0, std::min(wanted, largestScale()));
 }
 
 double linear(double channel) {
@@ -40,7 +52,6 @@ QColor mixed(const QColor& one, const QColor& other, double share) {
 
 /// Goes from `from` towards `to` no further than needed for `wanted` on `background`.
 QColor withContrast(const QColor& from, const QColor& to, const QColor& background, double wanted) {
-  constexpr int STEPS = 20;
   for (int step = 0; step < STEPS; ++step) {
     const QColor candidate = mixed(from, to, static_cast<double>(step) / STEPS);
     if (contrast(candidate, background) >= wanted) return candidate;
@@ -111,6 +122,32 @@ QColor exampleColour(const QPalette& palette) {
 QColor outlineColour(const QPalette& palette) {
   return dimmed(palette.color(QPalette::Active, QPalette::WindowText),
                 palette.color(QPalette::Active, QPalette::Window), 0.6, OUTLINE_CONTRAST);
+}
+
+QColor focusColour(const QPalette& palette, const QColor& ground) {
+  return withContrast(palette.color(QPalette::Active, QPalette::Highlight),
+                      palette.color(QPalette::Active, QPalette::WindowText), ground,
+                      OUTLINE_CONTRAST);
+}
+
+QColor disabledTextColour(const QPalette& palette) {
+  return withContrast(palette.color(QPalette::Disabled, QPalette::ButtonText),
+                      palette.color(QPalette::Active, QPalette::ButtonText),
+                      palette.color(QPalette::Active, QPalette::Button), OUTLINE_CONTRAST);
+}
+
+ChosenColours chosenColours(const QPalette& palette) {
+  const QColor highlight = palette.color(QPalette::Active, QPalette::Highlight);
+  const QColor text = palette.color(QPalette::Active, QPalette::HighlightedText);
+  const QColor others = palette.color(QPalette::Active, QPalette::Button);
+  const QColor onOthers = palette.color(QPalette::Active, QPalette::ButtonText);
+  for (int step = 0; step < STEPS; ++step) {
+    const QColor face = mixed(highlight, onOthers, static_cast<double>(step) / STEPS);
+    const bool isLegible = contrast(face, text) >= TEXT_CONTRAST;
+    if (isLegible && contrast(face, others) >= OUTLINE_CONTRAST) return {face, text};
+  }
+  const QColor face = withContrast(highlight, onOthers, others, OUTLINE_CONTRAST);
+  return {face, contrast(face, Qt::black) > contrast(face, Qt::white) ? Qt::black : Qt::white};
 }
 
 QString fromUtf8(const std::string& utf8) {

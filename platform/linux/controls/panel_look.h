@@ -13,7 +13,8 @@ namespace notewick {
 
 // Sizes, fonts and colours of the panels. The panels are laid out in points for a system font of 13
 // points. Here a point is a device-independent pixel, and more for a desktop whose own font is
-// larger than 13 pixels; it is never less, so that the smallest text stays legible.
+// larger than 13 pixels; it is never less, so that the smallest text stays legible, and never so
+// much that the tallest panel would not fit on the screen.
 
 /// A length given in points, in whole device-independent pixels.
 [[nodiscard]] int points(double length);
@@ -42,6 +43,23 @@ enum class Tint { primary, secondary, tertiary, error };
 
 /// The colour of an outline that shows where a control is: a contrast of 3 to the window.
 [[nodiscard]] QColor outlineColour(const QPalette& palette);
+
+/// The colour of what shows that a control on `ground` has the keyboard: the palette's highlight,
+/// brought to a contrast of 3.
+[[nodiscard]] QColor focusColour(const QPalette& palette, const QColor& ground);
+
+/// The colour of a button's title that cannot be pressed now: the palette's, brought to a contrast
+/// of 3.
+[[nodiscard]] QColor disabledTextColour(const QPalette& palette);
+
+struct ChosenColours {
+  QColor face;
+  QColor text;
+};
+
+/// The colours of the chosen one among several buttons: the palette's highlight, brought to a
+/// contrast of 3 to the others, and a text on it with one of 4.5.
+[[nodiscard]] ChosenColours chosenColours(const QPalette& palette);
 
 /// The QString of UTF-8; what is not valid becomes U+FFFD.
 [[nodiscard]] QString fromUtf8(const std::string& utf8);

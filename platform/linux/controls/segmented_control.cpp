@@ -2,7 +2,6 @@
 
 #include <QAbstractButton>
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QPainterPath>
 
 #include "platform/linux/controls/panel_button.h"
@@ -37,31 +36,10 @@ class Segment : public QAbstractButton {
   }
 
   void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QPalette& colours = palette();
-    painter.setPen(outlineColour(colours));
-    painter.setBrush(background());
-    painter.drawPath(outline(0.5));
-    painter.setPen(colours.color(isChecked() ? QPalette::HighlightedText : QPalette::ButtonText));
-    painter.drawText(rect(), Qt::AlignCenter, text());
-    if (!hasFocus()) return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(focusColour(), points(1.5)));
-    painter.drawPath(outline(points(2.5)));
+    paintButton(*this, [this](double inset) { return outline(inset); });
   }
 
  private:
-  [[nodiscard]] QBrush background() const {
-    if (isChecked()) return palette().highlight();
-    const QColor plain = palette().color(QPalette::Button);
-    return isDown() ? plain.darker(115) : underMouse() ? plain.lighter(107) : plain;
-  }
-
-  [[nodiscard]] QColor focusColour() const {
-    return palette().color(isChecked() ? QPalette::HighlightedText : QPalette::Highlight);
-  }
-
   /// Neighbours share their border: only the outer ends are round and stand free.
   [[nodiscard]] QPainterPath outline(double inset) const {
     QRectF box = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
@@ -92,7 +70,6 @@ SegmentedControl::SegmentedControl(const std::vector<std::string>& segments,
   auto* const row = rowIn(*this, 0);
   for (std::size_t i = 0; i < segments.size(); ++i) {
     auto* const segment = new Segment(segments[i], placeOf(i, segments.size()));
-    segment->setAccessibleDescription(fromUtf8(label));
     row->addWidget(segment, 1);
     segments_.push_back(segment);
   }

@@ -19,7 +19,7 @@ namespace notewick {
 /// Fusion shows the chosen one by a shade whose contrast to the others is below 3
 /// (WCAG 2.1, 1.4.11).
 ///
-/// Screen readers see a group of radio buttons, each described by the name of the whole.
+/// Screen readers see a group of radio buttons, and read the name of the group when it is entered.
 class SegmentedControl : public QWidget {
  public:
   SegmentedControl(const std::vector<std::string>& segments, const std::string& label);

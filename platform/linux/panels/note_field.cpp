@@ -38,7 +38,7 @@ QString NoteField::text() const {
 bool NoteField::event(QEvent* event) {
   if (event->type() != QEvent::Paint) return QPlainTextEdit::event(event);
   QPainter(this).fillRect(rect(), palette().base());
-  drawFieldOutline(*this);
+  drawOutline(*this);
   return true;
 }
 

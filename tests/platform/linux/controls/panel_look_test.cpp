@@ -60,17 +60,39 @@ TEST(PanelLook, DimsNothingInAHighContrastPalette) {
   EXPECT_NE(exampleColour(pure), QColor(Qt::white)) << "an example must not look typed";
 }
 
-TEST(PanelLook, SizesGrowWithTheFontOfTheDesktopButNeverShrink) {
+TEST(PanelLook, TheChosenButtonIsTellableAndLegible) {
+  auto palettes = everydayPalettes();
+  palettes.push_back(paletteOf(Qt::white, Qt::black));
+  palettes.push_back(paletteOf(Qt::black, Qt::white));
+  for (QPalette palette : palettes) {
+    for (const QColor highlight : {QColor(0, 49, 110), QColor(61, 174, 233), QColor(255, 255, 0)}) {
+      palette.setColor(QPalette::Highlight, highlight);
+      palette.setColor(QPalette::HighlightedText, Qt::white);
+      const auto [face, text] = chosenColours(palette);
+      EXPECT_GE(contrast(face, palette.color(QPalette::Button)), 3.0)
+          << highlight.name().toStdString();
+      EXPECT_GE(contrast(face, text), 4.5) << highlight.name().toStdString();
+    }
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, palette.color(QPalette::Button));
+    EXPECT_GE(contrast(disabledTextColour(palette), palette.color(QPalette::Button)), 3.0);
+  }
+}
+
+TEST(PanelLook, SizesGrowWithTheFontOfTheDesktopAsFarAsTheScreenAllowsButNeverShrink) {
   const QFont before = QApplication::font();
   QFont font = before;
   font.setPixelSize(9);
   QApplication::setFont(font);
   EXPECT_EQ(points(296), 296);
   EXPECT_EQ(panelFont(10).pixelSize(), 10);
-  font.setPixelSize(26);
+  font.setPixelSize(19);
   QApplication::setFont(font);
-  EXPECT_EQ(points(296), 2 * 296);
-  EXPECT_EQ(panelFont(10).pixelSize(), 20);
+  EXPECT_EQ(points(260), 19 * 20);
+  EXPECT_EQ(panelFont(13).pixelSize(), 19);
+  font.setPixelSize(130);
+  QApplication::setFont(font);
+  EXPECT_LT(points(400), QGuiApplication::primaryScreen()->availableGeometry().height());
+  EXPECT_GT(points(400), 400);
   QApplication::setFont(before);
 }
 
