@@ -61,17 +61,14 @@ void replaceItems(QComboBox& chooser, const std::vector<std::string>& titles) {
   while (chooser.count() > wanted.size()) chooser.removeItem(chooser.count() - 1);
 }
 
-Chooser* participantChooser(const std::string& label, QWidget& window) {
+Chooser* participantChooser(const std::string& label) {
   auto* const chooser = new Chooser;
+  // Qt gives a chooser its current item as its accessible name. A label of its own would keep Orca
+  // from reading that name, and with it who is chosen.
   chooser->setAccessibleName(fromUtf8(label));
+  chooser->setAccessibleDescription(fromUtf8(label));
   chooser->setFont(panelFont(13));
   chooser->setFixedSize(points(WIDTH), points(CHOOSER_HEIGHT));
-  // Qt gives a chooser its current item as its accessible name. A label that is its buddy
-  // says what it is for.
-  auto* const caption = new Label(label, 13, Tint::primary);
-  caption->setParent(&window);
-  caption->setBuddy(chooser);
-  caption->hide();
   return chooser;
 }
 
@@ -121,11 +118,13 @@ void QtQuickNotePanel::makeKeyAndOrderFront() {
 
 void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
   auto* const stack = columnIn(window_, SPACING, INSET);
-  stack->addWidget(participants_ = participantChooser(texts.participantLabel, window_));
+  stack->addWidget(participants_ = participantChooser(texts.participantLabel));
   stack->addWidget(noteField(texts));
   stack->addWidget(placeholder_ = placeholderLabel(texts.placeholder));
+  placeholder_->setBuddy(note_);
   stack->addWidget(minutes_ = minutesControl(texts));
   stack->addWidget(hint_ = new Label("", 10, Tint::secondary));
+  hint_->setBuddy(minutes_);
   stack->addWidget(sendRow(texts));
   stack->addWidget(caughtHeader_ = new Label(texts.caughtHeader, 11, Tint::secondary, QFont::Bold));
   stack->addWidget(caughtList(texts));
@@ -136,7 +135,6 @@ void QtQuickNotePanel::build(const QuickNoteTexts& texts) {
 QWidget* QtQuickNotePanel::noteField(const QuickNoteTexts& texts) {
   note_ = new NoteField;
   note_->setAccessibleName(fromUtf8(texts.noteLabel));
-  note_->setAccessibleDescription(fromUtf8(texts.placeholder));
   note_->setFixedSize(points(WIDTH), points(NOTE_HEIGHT));
   QObject::connect(note_, &NoteField::textChanged, &window_,
                    [this] { forward([](auto& target) { target.textDidChange(); }); });
@@ -216,6 +214,7 @@ void QtQuickNotePanel::deselectMinutes() {
 
 void QtQuickNotePanel::setHint(const std::string& text) {
   hint_->display(text);
+  minutes_->setAccessibleName(fromUtf8(text));
 }
 
 void QtQuickNotePanel::setStatus(const std::string& text) {

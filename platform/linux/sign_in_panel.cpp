@@ -31,9 +31,9 @@ Text* wrapped(Text* label) {
 }
 
 /// A field with its caption above it.
-QLineEdit* addField(QBoxLayout& stack, const std::string& label) {
+QLineEdit* addField(QBoxLayout& stack, const std::string& label, const std::string& example = "") {
   auto* const caption = new Label(label, 13, Tint::primary);
-  auto* const field = new EntryField(label);
+  auto* const field = new EntryField(label, example);
   field->setFixedWidth(points(FIELD_WIDTH));
   caption->setBuddy(field);
   stack.addWidget(caption);
@@ -56,8 +56,7 @@ void QtSignInPanel::build(const SignInTexts& texts) {
   auto& stack = *columnIn(window_, SPACING, INSET);
   stack.addWidget(new Label(texts.heading, 14, Tint::primary, QFont::Bold));
   stack.addWidget(wrapped(new Label(texts.explanation, 11, Tint::secondary)));
-  email_ = addField(stack, texts.emailLabel);
-  email_->setPlaceholderText(fromUtf8(texts.emailPlaceholder));
+  email_ = addField(stack, texts.emailLabel, texts.emailPlaceholder);
   email_->setInputMethodHints(Qt::ImhEmailCharactersOnly | Qt::ImhNoAutoUppercase);
   password_ = addField(stack, texts.passwordLabel);
   password_->setEchoMode(QLineEdit::Password);

@@ -36,7 +36,7 @@ class Control:
     """One control; every question is asked afresh.
 
     Toolkits differ in what they name: Qt names a combo box after its current entry, so find it by its role
-    or by the label that is its buddy.
+    or by its description.
     """
 
     def __init__(self, owner, path):
@@ -59,6 +59,10 @@ class Control:
     @property
     def name(self):
         return str(self._read("Accessible", "Name"))
+
+    @property
+    def description(self):
+        return str(self._read("Accessible", "Description"))
 
     @property
     def role(self):
@@ -124,7 +128,8 @@ class Control:
 
     def is_called(self, name, role):
         try:
-            fits = role in (None, self.role) and (name in (None, self.name) or name in self.labels)
+            names = (None, self.name, self.description)
+            fits = role in (None, self.role) and (name in names or name in self.labels)
             return fits and self.showing
         except dbus.DBusException:
             return False
