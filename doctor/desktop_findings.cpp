@@ -3,6 +3,8 @@
 namespace notewick {
 namespace {
 
+constexpr const char* SIGN_IN = ". Choose “Sign in to VELK…” in Notewick's menu.";
+
 std::string orUnknown(const std::string& text) {
   return text.empty() ? "unknown" : text;
 }
@@ -10,7 +12,7 @@ std::string orUnknown(const std::string& text) {
 }  // namespace
 
 Finding aboutVersions(const Versions& versions) {
-  return fine("Notewick " + versions.program + ", " + versions.toolkit + ", " + versions.transport +
+  return fine("Notewick " + versions.program + ", " + versions.qt + ", " + versions.transport +
               ", distribution " + orUnknown(versions.distribution));
 }
 
@@ -22,6 +24,7 @@ Finding aboutSession(const SessionFacts& session) {
 }
 
 Finding aboutTitles(const TitleFacts& titles) {
+  if (!titles.hasDisplay) return toDo("cannot be read: no display.");
   if (!titles.isTrusted) {
     return toDo(
         "cannot be read by " + titles.reader +
@@ -56,10 +59,10 @@ Finding aboutSecretStore(const StoreFacts& store) {
     case StoreState::silent:
       return toDo("does not answer. Log out and in.");
     case StoreState::locked:
+      if (!store.holdsSignIn) return toDo("locked" + signIn + SIGN_IN);
       return toDo("locked" + signIn + ". Open it when Notewick asks for its password.");
     case StoreState::open:
-      if (store.holdsSignIn) return fine("open" + signIn);
-      return toDo("open" + signIn + ". Choose “Sign in to VELK…” in Notewick's menu.");
+      return store.holdsSignIn ? fine("open" + signIn) : toDo("open" + signIn + SIGN_IN);
     case StoreState::none:
       break;
   }

@@ -11,7 +11,7 @@ namespace notewick {
 
 struct Versions {
   std::string program;
-  std::string toolkit;       ///< with its name
+  std::string qt;            ///< with its name
   std::string transport;     ///< with its name
   std::string distribution;  ///< with its name; empty when it does not say
 };
@@ -25,9 +25,10 @@ struct SessionFacts {
 [[nodiscard]] Finding aboutSession(const SessionFacts& session);
 
 struct TitleFacts {
-  std::string reader;  ///< what reads the titles
-  bool isTrusted;
-  std::size_t count;  ///< titles of the frontmost application that it saw
+  bool hasDisplay;
+  std::string reader = "";  ///< what reads the titles
+  bool isTrusted = false;
+  std::size_t count = 0;  ///< titles of the frontmost application that it saw
 };
 [[nodiscard]] Finding aboutTitles(const TitleFacts& titles);
 

@@ -7,6 +7,8 @@ namespace notewick {
 namespace {
 
 constexpr double RENEWAL_IS_DUE = 14;  // days
+constexpr int WANTS_A_TOKEN = 401;
+constexpr int TOO_MANY_REQUESTS = 429;
 constexpr int FIRST_SERVER_ERROR = 500;
 
 std::string withoutUser(std::string_view origin) {
@@ -57,8 +59,11 @@ Finding aboutService(const ServiceFacts& service) {
                 " Check the network, and ask whoever runs the service.");
   }
   const std::string answer = "answers with " + std::to_string(*service.statusCode) + certificate;
-  if (*service.statusCode >= FIRST_SERVER_ERROR) {
+  if (*service.statusCode >= FIRST_SERVER_ERROR || *service.statusCode == TOO_MANY_REQUESTS) {
     return toDo(answer + ". Try again later, and ask whoever runs the service.");
+  }
+  if (*service.statusCode != WANTS_A_TOKEN) {
+    return toDo(answer + ", not as VELK does. Correct VELKBaseURL in the settings.");
   }
   if (service.certificate && service.certificate->daysLeft < RENEWAL_IS_DUE) {
     return toDo(answer + ". Ask whoever runs the service to renew the certificate.");

@@ -46,6 +46,14 @@ std::string drawnText(std::string_view text) {
   return drawn;
 }
 
+std::string appearanceOf(std::string_view drawn) {
+  std::string visible;
+  forEachCodePoint(drawn, [&](std::int32_t value, std::string_view character) {
+    if (utf8proc_get_property(value)->category != UTF8PROC_CATEGORY_CF) visible += character;
+  });
+  return composed(visible);
+}
+
 std::string drawnWithin(std::string_view text) {
   const std::string drawn = drawnText(text);
   bool isolated = false;

@@ -19,4 +19,8 @@ namespace notewick {
 /// left is isolated as a whole.
 [[nodiscard]] std::string drawnWithin(std::string_view text);
 
+/// Equal for drawn texts that nobody can tell apart on the screen, because they are canonically
+/// equivalent, or differ in format characters only (soft hyphens, joiners, byte-order marks).
+[[nodiscard]] std::string appearanceOf(std::string_view drawn);
+
 }  // namespace notewick

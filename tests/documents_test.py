@@ -41,6 +41,15 @@ class Links(unittest.TestCase):
                         self.assertIn(anchor, anchors(target))
         self.assertGreater(found, 20)
 
+    def test_every_path_of_a_source_in_back_quotes_exists(self):
+        paths = {
+            path
+            for document in DOCUMENTS
+            for path in re.findall(r"`(\w+/[\w/.-]+\.(?:h|cpp|mm|py))`", text(document))
+        }
+        self.assertGreater(len(paths), 20)
+        self.assertEqual([path for path in sorted(paths) if not (PROJECT / path).exists()], [])
+
     def test_every_picture_is_shown_somewhere(self):
         shown = "".join(map(text, DOCUMENTS))
         for picture in PROJECT.glob("docs/pictures/*"):

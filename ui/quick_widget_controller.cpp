@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <ranges>
 #include <set>
 
 #include "detect/stamps.h"
@@ -42,13 +44,14 @@ CaughtRow rowFor(const Pending& pending) {
   return {.text = text, .logLabel = "Log " + text, .skipLabel = "Skip " + text};
 }
 
-/// Adding a name that is there already moves it to the end.
+/// A name that comes again stands where it came last.
 std::vector<std::string> distinctNames(const std::vector<Participant>& participants) {
   std::vector<std::string> names;
-  for (const Participant& participant : participants) {
-    std::erase(names, participant.name());
-    names.push_back(participant.name());
+  std::set<std::string> seen;
+  for (const Participant& participant : std::views::reverse(participants)) {
+    if (seen.insert(participant.name()).second) names.push_back(participant.name());
   }
+  std::ranges::reverse(names);
   return names;
 }
 
@@ -56,13 +59,16 @@ std::vector<std::string> distinctNames(const std::vector<Participant>& participa
 /// goes to the namesake.
 std::vector<std::string> titlesOf(const std::vector<std::string>& names) {
   std::vector<std::string> titles;
+  std::map<std::string, int> numbers;
   std::set<std::string> taken;
   for (const std::string& name : names) {
     const std::string drawn = drawnText(name);
-    std::string title = drawn;
-    for (int number = 2; !taken.insert(title).second; ++number) {
-      title = drawn + " (" + std::to_string(number) + ")";
-    }
+    int& number = numbers[appearanceOf(drawn)];
+    std::string title;
+    do {
+      ++number;
+      title = number == 1 ? drawn : drawn + " (" + std::to_string(number) + ")";
+    } while (!taken.insert(appearanceOf(title)).second);
     titles.push_back(title);
   }
   return titles;

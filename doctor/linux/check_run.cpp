@@ -21,8 +21,10 @@ constexpr char END = '\0';
 
 using Steady = std::chrono::steady_clock;
 
-const Finding NO_ANSWER = toDo("did not answer in time. Log out and in, and try again.");
-const Finding NO_END = toDo("ended without an answer. Log out and in, and try again.");
+constexpr const char* ASK_AGAIN =
+    " Run notewick-doctor again; where this line stays, show it to whoever helps you.";
+const Finding NO_ANSWER = toDo(std::string("did not answer in time.") + ASK_AGAIN);
+const Finding NO_END = toDo(std::string("ended without an answer.") + ASK_AGAIN);
 
 void beSilent() {
   const int nowhere = open("/dev/null", O_RDWR);

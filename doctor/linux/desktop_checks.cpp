@@ -22,6 +22,8 @@ using namespace std::chrono_literals;
 
 /// Programs join the accessibility bus, and answer on it, some turns after they were asked.
 constexpr auto TITLES_PATIENCE = 4s;
+/// All checks begin at once, and this one keeps no user waiting.
+constexpr auto STORE_PATIENCE = 6s;
 constexpr std::size_t MOST_WINDOWS = 8;
 
 std::string valueOf(const char* variable) {
@@ -51,6 +53,7 @@ std::size_t countOf(const std::optional<FrontmostApplication>& application) {
 }
 
 Finding lookAtTitles() {
+  if (!hasDisplay()) return aboutTitles({.hasDisplay = false});
   const Turns turns;
   const TitleReader reader = chooseTitleReader();
   std::size_t count = 0;
@@ -61,7 +64,7 @@ Finding lookAtTitles() {
         return count > 0;
       },
       TITLES_PATIENCE);
-  return aboutTitles({reader.name, reader.accessibility->isTrusted(), count});
+  return aboutTitles({true, reader.name, reader.accessibility->isTrusted(), count});
 }
 
 Finding lookAtTray(char** argv) {
@@ -81,14 +84,13 @@ bool isStartedWhenNeeded() {
   return names.contains(secret_service::NAME) || names.contains(secret_service::WALLET_NAME);
 }
 
-bool isDefaultCollectionLocked() {
-  const SecretServiceConversation service;
+bool isDefaultCollectionLocked(const SecretServiceConversation& service) {
   const auto collection = service.defaultCollection();
   return collection && *collection && service.isLocked(**collection).value_or(false);
 }
 
 StoreFacts storeFacts() {
-  const SecretServiceConversation service;
+  const SecretServiceConversation service(STORE_PATIENCE);
   const auto running = service.isRunning();
   if (!running) {
     const bool isMissing = running.error() == SecretServiceFailure::missing;
@@ -99,7 +101,7 @@ StoreFacts storeFacts() {
   if (!items) return {StoreState::silent, false};
   if (!items->unlocked.isEmpty()) return {StoreState::open, true};
   if (!items->locked.isEmpty()) return {StoreState::locked, true};
-  return {isDefaultCollectionLocked() ? StoreState::locked : StoreState::open, false};
+  return {isDefaultCollectionLocked(service) ? StoreState::locked : StoreState::open, false};
 }
 
 Finding lookAtSecretStore() {

@@ -6,6 +6,7 @@
 #include "doctor/linux/checks.h"
 #include "model/local_store.h"
 #include "model/record_json.h"
+#include "platform/linux/user_defaults.h"
 #include "platform/ports.h"
 #include "ui/start_at_login.h"
 
@@ -48,7 +49,7 @@ Finding lookAtFiles() {
   std::vector<FileFacts> files;
   std::error_code failure;
   for (const auto& entry : fs::directory_iterator(SUPPORT_DIR, failure)) addFile(entry, files);
-  addFile(ports().workspace.configurationFolder() + "/VELK/Notewick.ini", files);
+  addFile(settingsFile(), files);
   std::ranges::sort(files, {}, &FileFacts::name);
   const bool exists = fs::is_directory(SUPPORT_DIR, failure);
   return aboutFiles(exists ? std::optional(rightsOf(SUPPORT_DIR)) : std::nullopt, files);

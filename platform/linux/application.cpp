@@ -75,7 +75,7 @@ class StartFailures {
   inline static QtMessageHandler others = nullptr;
 };
 
-std::unique_ptr<QApplication> startToolkit(int& argc, char** argv) {
+std::unique_ptr<QApplication> startQt(int& argc, char** argv) {
   const StartFailures failures;
   const PlatformChoice platform;
   auto application = std::make_unique<QApplication>(argc, argv);
@@ -96,7 +96,7 @@ QtApplication::UntimelyExit::~UntimelyExit() {
   isAlive = false;
 }
 
-QtApplication::QtApplication(char** argv) : application_(startToolkit(argumentCount_, argv)) {
+QtApplication::QtApplication(char** argv) : application_(startQt(argumentCount_, argv)) {
   QObject::connect(
       application_.get(), &QGuiApplication::saveStateRequest, application_.get(),
       [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },

@@ -74,6 +74,7 @@ Application& sharedApplication() {
   if (!application) {
     application = std::make_unique<QtApplication>(platform->argv);
     platform->colours = std::make_unique<ColourScheme>();
+    SettingsUserDefaults::keepFilePrivate();
   }
   return *application;
 }

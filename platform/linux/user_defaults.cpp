@@ -62,14 +62,15 @@ constexpr const char* SYSTEM_WIDE_KEY = "VELKBaseURL";
 
 const QString NAME_IN_FOLDER = QStringLiteral("/VELK/Notewick.ini");
 
-QString settingsFile() {
+QString ownFile() {
   return QString::fromStdString(DesktopWorkspace().configurationFolder()) + NAME_IN_FOLDER;
 }
 
 QStringList systemWideFiles() {
-  QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
-  folders.removeFirst();  // the user's own
-  return folders.replaceInStrings(QRegularExpression(QStringLiteral("$")), NAME_IN_FOLDER);
+  QStringList paths = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+  paths.removeFirst();  // the user's own
+  for (QString& path : paths) path += NAME_IN_FOLDER;
+  return paths;
 }
 
 // Qt would wait for the other end of a pipe, and read a file of any size.
@@ -132,7 +133,7 @@ std::optional<QString> read(const std::string& key) {
 
 template <typename Change>
 void change(const Change& makeChange) {
-  const QString file = settingsFile();
+  const QString file = ownFile();
   if (!isUsable(file)) return;
   removeDeadLock(file);
   OpenSettings settings(file);
@@ -146,8 +147,8 @@ const QString NO = QStringLiteral("false");
 
 }  // namespace
 
-SettingsUserDefaults::SettingsUserDefaults() {
-  keepPrivate(settingsFile());
+void SettingsUserDefaults::keepFilePrivate() {
+  keepPrivate(ownFile());
 }
 
 std::optional<std::string> SettingsUserDefaults::string(const std::string& key) {
@@ -173,6 +174,10 @@ void SettingsUserDefaults::setBoolean(const std::string& key, bool value) {
 
 void SettingsUserDefaults::remove(const std::string& key) {
   change([&](auto& settings) { settings.remove(QString::fromStdString(key)); });
+}
+
+std::string settingsFile() {
+  return ownFile().toStdString();
 }
 
 std::optional<QString> plainSetting(const QByteArray& file, const QByteArray& key) {

@@ -25,7 +25,7 @@ namespace notewick {
 class SettingsUserDefaults : public UserDefaults {
  public:
   /// Leaves the file to its owner, as each write does.
-  SettingsUserDefaults();
+  static void keepFilePrivate();
 
   [[nodiscard]] std::optional<std::string> string(const std::string& key) override;
   [[nodiscard]] std::optional<bool> boolean(const std::string& key) override;
@@ -33,6 +33,9 @@ class SettingsUserDefaults : public UserDefaults {
   void setBoolean(const std::string& key, bool value) override;
   void remove(const std::string& key) override;
 };
+
+/// The user's own file.
+[[nodiscard]] std::string settingsFile();
 
 /// The text of a setting in a settings file (INI), as the person who wrote it sees it there.
 /// QSettings itself ends an unquoted text at the first `;` without a word, takes it apart at each

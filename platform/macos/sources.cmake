@@ -1,4 +1,4 @@
-# The bodies of the ports for macOS, named once: a Mac compiles them, every other machine checks
+# The implementations of the ports for macOS, named once: a Mac compiles them, every other machine checks
 # their types. The composition root, which knows them all, is compiled into the program.
 set(NOTEWICK_MACOS_COMPOSITION ${CMAKE_CURRENT_LIST_DIR}/composition.mm)
 set(NOTEWICK_MACOS_SOURCES
@@ -35,6 +35,6 @@ list(TRANSFORM NOTEWICK_MACOS_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.mm)
 foreach(source IN LISTS found)
   if(NOT source IN_LIST NOTEWICK_MACOS_SOURCES AND NOT source STREQUAL NOTEWICK_MACOS_COMPOSITION)
-    message(FATAL_ERROR "${source} is not in the list of the bodies for macOS")
+    message(FATAL_ERROR "${source} is not in the list of the implementations for macOS")
   endif()
 endforeach()

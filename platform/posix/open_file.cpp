@@ -6,9 +6,9 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace notewick {
@@ -91,13 +91,15 @@ bool OpenFile::writePages(std::string_view contents) const {
 #ifdef O_DIRECT
 bool OpenFile::writePastCache(std::string_view pages) const {
   if (pages.empty() || pages.size() % PAGE != 0) return false;
-  const std::unique_ptr<void, decltype(&std::free)> memory(std::aligned_alloc(PAGE, pages.size()),
-                                                           &std::free);
+  std::string memory(pages.size() + PAGE, '\0');
+  void* aligned = memory.data();
+  std::size_t space = memory.size();
+  std::align(PAGE, pages.size(), aligned, space);
   const int flags = fcntl(descriptor_, F_GETFL);
-  if (!memory || flags < 0 || fcntl(descriptor_, F_SETFL, flags | O_DIRECT) != 0) return false;
-  std::memcpy(memory.get(), pages.data(), pages.size());
+  if (flags < 0 || fcntl(descriptor_, F_SETFL, flags | O_DIRECT) != 0) return false;
+  std::memcpy(aligned, pages.data(), pages.size());
   const ssize_t count =
-      uninterrupted([&] { return pwrite(descriptor_, memory.get(), pages.size(), 0); });
+      uninterrupted([&] { return pwrite(descriptor_, aligned, pages.size(), 0); });
   fcntl(descriptor_, F_SETFL, flags);
   return std::cmp_equal(count, pages.size());
 }

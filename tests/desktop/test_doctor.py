@@ -29,6 +29,9 @@ class Doctor(Story):
             self.lines[check] = (verdict, text)
         return program.output, status
 
+    def everything(self):
+        return sorted((path, path.stat().st_mode) for path in self.home.folder.rglob("*"))
+
     def assert_told(self, check, verdict, text):
         self.assertEqual(self.lines[check][0], verdict, self.lines[check])
         self.assertRegex(self.lines[check][1], rf"^{text}$")
@@ -60,9 +63,10 @@ class Doctor(Story):
             self.assertNotIn(private.lower(), output.lower())
 
     def test_changes_nothing_for_a_user_who_has_never_run_the_program(self):
-        before = sorted(self.home.folder.rglob("*"))
+        self.home.settings.chmod(0o644)
+        before = self.everything()
         self.ask()
-        self.assertEqual(sorted(self.home.folder.rglob("*")), before)
+        self.assertEqual(self.everything(), before)
         self.assertEqual(self.service.requests(local_service.LOGIN), [])
         self.assertFalse(keyring.prompts())
         self.assert_told("password store", "todo", "open, holds no sign-in.*")

@@ -26,14 +26,18 @@ TEST(DesktopFindings, ASessionNeedsADisplay) {
 }
 
 TEST(DesktopFindings, TitlesNeedTrustAndAWindow) {
-  EXPECT_EQ(aboutTitles({"X11", true, 3}), fine("3 seen by X11"));
+  EXPECT_EQ(aboutTitles({true, "X11", true, 3}), fine("3 seen by X11"));
   expectToDo(
-      aboutTitles({"X11", true, 0}),
+      aboutTitles({true, "X11", true, 0}),
       "none seen by X11. Click a window with a title, and run notewick-doctor again while it "
       "is in front.");
-  expectToDo(aboutTitles({"AT-SPI", false, 0}),
+  expectToDo(aboutTitles({true, "AT-SPI", false, 0}),
              "cannot be read by AT-SPI. Choose “Can't see your screen yet — click to fix” in "
              "Notewick's menu, and log out and in once.");
+}
+
+TEST(DesktopFindings, WithoutADisplayThereAreNoTitles) {
+  expectToDo(aboutTitles({.hasDisplay = false}), "cannot be read: no display.");
 }
 
 TEST(DesktopFindings, AnyKindOfTrayIsFine) {
@@ -52,7 +56,7 @@ TEST(DesktopFindings, ASecretStoreShouldBeOpenAndHoldASignIn) {
   expectToDo(aboutSecretStore({StoreState::locked, true}),
              "locked, holds a sign-in. Open it when Notewick asks for its password.");
   expectToDo(aboutSecretStore({StoreState::locked, false}),
-             "locked, holds no sign-in. Open it when Notewick asks for its password.");
+             "locked, holds no sign-in. Choose “Sign in to VELK…” in Notewick's menu.");
   expectToDo(aboutSecretStore({StoreState::silent, false}), "does not answer. Log out and in.");
   expectToDo(aboutSecretStore({StoreState::none, false}),
              "none: a sign-in lasts until Notewick quits. Install gnome-keyring to keep it.");

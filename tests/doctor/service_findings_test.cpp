@@ -31,13 +31,20 @@ TEST(ServiceFindings, AProxyIsToldWithoutUserAndPassword) {
             toDo("cannot be used. Correct the address that the environment names."));
 }
 
-TEST(ServiceFindings, AServiceThatAnswersIsWellAlsoWhenItRefuses) {
+TEST(ServiceFindings, AServiceThatAsksForATokenIsWell) {
   EXPECT_EQ(aboutService({401, "", std::nullopt}), fine("answers with 401"));
   EXPECT_EQ(aboutService({401, "", CertificateEnd{"2027-03-01", 90}}),
             fine("answers with 401, its certificate ends on 2027-03-01"));
   EXPECT_EQ(aboutService({503, "", CertificateEnd{"2027-03-01", 90}}),
             toDo("answers with 503, its certificate ends on 2027-03-01. Try again later, and ask "
                  "whoever runs the service."));
+  EXPECT_EQ(aboutService({429, "", std::nullopt}),
+            toDo("answers with 429. Try again later, and ask whoever runs the service."));
+  for (const int other : {200, 302, 404}) {
+    EXPECT_EQ(aboutService({other, "", std::nullopt}),
+              toDo("answers with " + std::to_string(other) +
+                   ", not as VELK does. Correct VELKBaseURL in the settings."));
+  }
 }
 
 TEST(ServiceFindings, ACertificateIsRenewedTwoWeeksBeforeItsEnd) {

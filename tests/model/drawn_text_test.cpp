@@ -24,6 +24,12 @@ TEST(DrawnText, MarksOfDirectionAreLeftOut) {
             "abcdefgh");
 }
 
+TEST(DrawnText, TextsThatLookAlikeHaveOneAppearance) {
+  EXPECT_EQ(appearanceOf("Rene\u0301"), appearanceOf("René"));
+  EXPECT_EQ(appearanceOf("Le\u200Bna O\u00AD'Ke\uFEFFefe"), appearanceOf("Lena O'Keefe"));
+  EXPECT_NE(appearanceOf("Rene"), appearanceOf("René"));
+}
+
 TEST(DrawnText, WhatIsWrittenFromRightToLeftIsIsolatedWithinAnotherText) {
   EXPECT_EQ(drawnWithin("דנה כהן"), "\u2068דנה כהן\u2069");
   EXPECT_EQ(drawnWithin("سارة"), "\u2068سارة\u2069");

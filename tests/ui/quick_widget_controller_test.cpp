@@ -160,6 +160,13 @@ TEST_F(WidgetTest, ANameThatLooksLikeAnotherTakesNoneOfItsNotes) {
                           "note for 1: Phoned again, 30 min, 2024-05-02", "remove P"));
 }
 
+TEST_F(WidgetTest, NamesThatDifferInvisiblyAreNumbered) {
+  controller->refresh(
+      {{"1", "Rene\u0301", "Roux"}, {"2", "René", "Roux"}, {"3", "Re\u00ADné", "Roux"}}, {}, 0);
+  EXPECT_THAT(widget().participants,
+              ElementsAre("Rene\u0301 Roux", "René Roux (2)", "Re\u00ADné Roux (3)"));
+}
+
 // --- Caught work ---------------------------------------------------------------------------------
 
 TEST_F(WidgetTest, ACaughtItemIsARowForWhichThePanelIsFitted) {

@@ -6,6 +6,7 @@
 #include "platform/linux/http/transfer_options.h"
 
 namespace notewick {
+
 HttpTransfer::HttpTransfer(CurlLoop& loop, HttpRequest request, std::chrono::milliseconds patience,
                            Ended ended)
     : loop_(loop), request_(std::move(request)), ended_(std::move(ended)) {

@@ -22,8 +22,8 @@ inline constexpr std::chrono::milliseconds SECRET_SERVICE_PATIENCE{200};
 
 /// One conversation with the Secret Service (the freedesktop Secret Service API, 0.2): its calls as
 /// functions. The calls block, because the port answers at once; all of them together take at most
-/// `SECRET_SERVICE_PATIENCE`. No call makes the service ask the user anything, and only `start`
-/// starts it. Main thread.
+/// as long as the conversation's patience. No call makes the service ask the user anything, and
+/// only `start` starts it. Main thread.
 ///
 /// The objects of the service: a collection is what the user locks and unlocks, and holds items; an
 /// item has attributes, by which it is found, and a secret. A secret is handed over in a session,
@@ -32,7 +32,8 @@ inline constexpr std::chrono::milliseconds SECRET_SERVICE_PATIENCE{200};
 /// over the bus, a local socket of this user, in the clear.
 class SecretServiceConversation {
  public:
-  SecretServiceConversation() : end_(SECRET_SERVICE_PATIENCE) {}
+  explicit SecretServiceConversation(std::chrono::milliseconds patience = SECRET_SERVICE_PATIENCE)
+      : end_(patience) {}
 
   /// Whether some program owns the service's name.
   [[nodiscard]] SecretServiceAnswer<bool> isRunning() const;

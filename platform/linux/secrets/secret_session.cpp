@@ -19,8 +19,10 @@ SecretSession::SecretSession(SecretSession&& other) noexcept
 
 SecretSession::~SecretSession() {
   if (path_.path().isEmpty()) return;
-  QDBusConnection::sessionBus().send(
-      QDBusMessage::createMethodCall(NAME, path_.path(), SESSION_INTERFACE, "Close"));
+  QDBusMessage close =
+      QDBusMessage::createMethodCall(NAME, path_.path(), SESSION_INTERFACE, "Close");
+  close.setAutoStartService(false);
+  QDBusConnection::sessionBus().send(close);
 }
 
 SecretServiceAnswer<SecretOnBus> SecretSession::wrapped(const std::string& secret) const {

@@ -61,7 +61,7 @@ void NotificationServer::listen() {
 }
 
 void NotificationServer::show(NotificationRequest request) {
-  if (knowsActions_) return send(request);
+  if (takesActions_.has_value()) return send(request);
   waiting_.push_back(std::move(request));
   if (!question_) askForCapabilities();
 }
@@ -75,7 +75,7 @@ void NotificationServer::onActionInvoked(uint id, const QString& action) {
 // A call that started the server is answered by it; asking again does no harm.
 void NotificationServer::serverChanged(const QString& newOwner) {
   clicked_.clear();
-  knowsActions_.reset();
+  takesActions_.reset();
   if (question_ && !newOwner.isEmpty()) askForCapabilities();
 }
 
@@ -89,12 +89,12 @@ void NotificationServer::askForCapabilities() {
 void NotificationServer::capabilitiesArrived() {
   const QDBusPendingReply<QStringList> answer = *question_;
   question_.release()->deleteLater();
-  if (answer.isValid()) knowsActions_ = answer.value().contains("actions");
+  if (answer.isValid()) takesActions_ = answer.value().contains("actions");
   for (const NotificationRequest& request : std::exchange(waiting_, {})) send(request);
 }
 
 void NotificationServer::send(const NotificationRequest& request) {
-  const bool hasAction = request.clicked && knowsActions_.value_or(false);
+  const bool hasAction = request.clicked && takesActions_.value_or(false);
   const auto call = QDBusConnection::sessionBus().asyncCall(notifyCall(request, hasAction));
   if (!hasAction) return;
   auto* const shown = new QDBusPendingCallWatcher(call, this);

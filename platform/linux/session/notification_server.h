@@ -49,7 +49,7 @@ class NotificationServer : public QObject {
 
   QDBusServiceWatcher watcher_;
   std::unique_ptr<QDBusPendingCallWatcher> question_;  ///< for the capabilities
-  std::optional<bool> knowsActions_;
+  std::optional<bool> takesActions_;
   std::vector<NotificationRequest> waiting_;       ///< for the answer
   std::map<uint, std::function<void()>> clicked_;  ///< by the ids of this server
 };

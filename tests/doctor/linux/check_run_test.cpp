@@ -33,7 +33,8 @@ TEST(CheckRun, ACheckThatHangsOrCrashesSpoilsNoOther) {
   const Check crashes{"crashes", []() -> Finding { std::abort(); }};
   const Check leaves{"leaves", []() -> Finding { _exit(0); }};
   EXPECT_EQ(printed({hangs, crashes, leaves, {"well", [] { return fine("a"); }}}, 2s),
-            "todo  hangs: did not answer in time. Log out and in, and try again.\n"
+            "todo  hangs: did not answer in time. Run notewick-doctor again; where this line "
+            "stays, show it to whoever helps you.\n"
             "todo  crashes: ended without an answer. Log out and in, and try again.\n"
             "todo  leaves: ended without an answer. Log out and in, and try again.\n"
             "ok    well: a\n"
