@@ -106,13 +106,6 @@ TEST_F(ClockChanges, HoweverItIsSetSamplesAndRetriesGoOnAndNoneIsRepeated) {
 
 // --- The machine is suspended --------------------------------------------------------------------
 
-TEST_F(ClockChanges, TenMinutesOfSuspensionEndASession) {
-  works();
-  clock.jump(600);
-  looksElsewhere(1);
-  EXPECT_THAT(caughtWork(), ElementsAre("2024-05-02 ~1 min"));
-}
-
 TEST_F(ClockChanges, ANightOfSuspensionIsNoWork) {
   works();
   clock.jump(DAY);

@@ -70,8 +70,9 @@ class World {
   /// So many samples pass.
   void samples(int count) { advance(15.0 * count); }
   /// So many samples pass that see these titles of an application.
-  void sees(const std::vector<std::string>& titles, int count = 1, const char* app = "Mail") {
-    screen.show(app, titles);
+  void sees(const std::vector<std::string>& titles, int count = 1,
+            const std::string& application = "Mail") {
+    screen.show(application, titles);
     samples(count);
   }
   /// So many samples pass that see nobody.
