@@ -146,12 +146,12 @@ class RunTest(ScriptTest):
         super().setUp()
         for tool in ("tools/install-packages", "tools/build"):
             self.put(tool, ORDERLY)
-        for program in ("build/release/notewick", "tools/run-with-local-service"):
+        for program in ("build/release/notewick", "tools/demo", "tools/run-with-local-service"):
             self.put(program, f"#!/bin/sh\necho runs {program}\n")
 
-    def assert_runs(self, program):
+    def assert_runs(self, program, display=":0"):
         folders = {"XDG_CONFIG_HOME": str(self.root / "own"), "XDG_CONFIG_DIRS": f"/nowhere:{self.root}/all"}
-        ended = self.run_script(**folders, DISPLAY=":0")
+        ended = self.run_script(**folders, DISPLAY=display, WAYLAND_DISPLAY="")
         self.assertIn(f"runs {program}\n", ended.stdout, ended.stderr)
 
     def test_the_program_alone_where_a_service_is_configured_for_the_user_or_for_all(self):
@@ -159,6 +159,7 @@ class RunTest(ScriptTest):
             settings = self.root / folder / "VELK/Notewick.ini"
             self.put(settings, "[General]\nVELKUserEmail=a@example.org\n")
             self.assert_runs("tools/run-with-local-service")
+            self.assert_runs("tools/demo", display="")
             self.put(settings, "[General]\nVELKBaseURL=https://velk.example\n")
             self.assert_runs("build/release/notewick")
             settings.unlink()

@@ -4,6 +4,7 @@ It speaks the X Session Management Protocol 1.0 over ICE 1.0, without authentica
 """
 
 import os
+import re
 import socket
 import struct
 import threading
@@ -34,29 +35,8 @@ _ANSWERS = {
 }
 
 
-class _Reader:
-    """Takes a list of properties apart."""
-
-    def __init__(self, content):
-        self._content = content
-
-    def _take(self, length):
-        taken, self._content = self._content[:length], self._content[length:]
-        return taken
-
-    def count(self):
-        return struct.unpack("<I4x", self._take(8))[0]
-
-    def text(self):
-        length = struct.unpack("<I", self._take(4))[0]
-        return self._take(length + -(4 + length) % 8)[:length]
-
-    def properties(self):
-        return dict(self._property() for _ in range(self.count()))
-
-    def _property(self):
-        name, _type = self.text(), self.text()
-        return name.decode(), [self.text() for _ in range(self.count())]
+# The property as a program sends it: each text with its length before it, filled up to eight bytes.
+_RESTART_STYLE = re.compile(rb"RestartStyleHint.{4}\x05\0\0\0CARD8.{7}\x01\0\0\0.{4}\x04\0\0\0(.)", re.DOTALL)
 
 
 class SessionManager:
@@ -65,7 +45,7 @@ class SessionManager:
     def __init__(self, folder):
         path = os.path.join(folder, "session-manager")
         self.environment = {"SESSION_MANAGER": f"local/{socket.gethostname()}:{path}"}
-        self.properties = {}  # what the program has told of itself, a list of values for each name
+        self._properties = b""  # what the program has told of itself
         self._saved = threading.Event()
         self._connection = None
         self._door = socket.socket(socket.AF_UNIX)
@@ -78,8 +58,7 @@ class SessionManager:
 
     @property
     def restart_style(self):
-        [value] = self.properties["RestartStyleHint"]
-        return value[0]
+        return _RESTART_STYLE.search(self._properties)[1][0]
 
     def save(self):
         """Says that the session will end, and waits until the program has saved what it wants to."""
@@ -103,6 +82,6 @@ class SessionManager:
         if message == (_XSMP, _REGISTER):
             self._connection = connection
         elif message == (_XSMP, _SET_PROPERTIES):
-            self.properties |= _Reader(content).properties()
+            self._properties += content
         elif message == (_XSMP, _SAVED):
             self._saved.set()
