@@ -40,39 +40,6 @@ struct KeepingServer {
   RawServer server;
 };
 
-/// A well-behaved server with several threads.
-class GoodServer {
- public:
-  GoodServer() {
-    server_.Get(R"(/status/(\d+))",
-                [](const httplib::Request& request, httplib::Response& response) {
-                  response.status = std::stoi(request.matches[1].str());
-                  response.set_content("told", "text/plain");
-                });
-    server_.Post("/echo", [](const httplib::Request& request, httplib::Response& response) {
-      response.set_content(request.body, "application/octet-stream");
-    });
-    port_ = bindForMany(server_);
-    thread_ = std::thread([this] { server_.listen_after_bind(); });
-    while (!server_.is_running()) std::this_thread::yield();
-  }
-  GoodServer(const GoodServer&) = delete;
-  GoodServer& operator=(const GoodServer&) = delete;
-  ~GoodServer() {
-    server_.stop();
-    thread_.join();
-  }
-
-  [[nodiscard]] std::string url(const std::string& path) const {
-    return "http://127.0.0.1:" + std::to_string(port_) + path;
-  }
-
- private:
-  httplib::Server server_;
-  int port_;
-  std::thread thread_;
-};
-
 [[nodiscard]] std::vector<std::string> sortedHeaders(const std::string& request) {
   std::vector<std::string> lines;
   std::size_t start = request.find("\r\n") + 2;
