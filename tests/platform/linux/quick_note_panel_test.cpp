@@ -183,6 +183,13 @@ TEST_F(QuickNotePanelTest, StartsInTheNoteAndReturnsToItWhenAskedOrWhenTheLastRo
   EXPECT_EQ(focused(), "What did you do?");
 }
 
+TEST_F(QuickNotePanelTest, TellsNothingWhenTheApplicationQuits) {
+  activate(window());
+  QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
+  QApplication::exec();
+  EXPECT_EQ(delegate_->log, Log{});
+}
+
 TEST_F(QuickNotePanelTest, TellsOfACloseByTheUserAndLivesOn) {
   activate(window());
   closeByUser(window());
@@ -190,13 +197,6 @@ TEST_F(QuickNotePanelTest, TellsOfACloseByTheUserAndLivesOn) {
   EXPECT_FALSE(window().isVisible());
   panel_.orderFrontRegardless();
   EXPECT_TRUE(window().isVisible());
-}
-
-TEST_F(QuickNotePanelTest, TellsNothingWhenTheApplicationQuits) {
-  activate(window());
-  QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
-  QApplication::exec();
-  EXPECT_EQ(delegate_->log, Log{});
 }
 
 TEST_F(QuickNotePanelTest, DropsWhatHappensAfterTheDelegateIsGone) {

@@ -21,17 +21,14 @@ void say(const std::string& line) {
 
 struct Printer : StatusItemTarget, QuickNotePanelDelegate {
   void menuItemChosen(const MenuItem& item) override { say("chosen " + item.title); }
-  void statusItemClicked() override {
-    say("clicked");
-    if (quick) quick->makeKeyAndOrderFront();
-  }
+  void statusItemClicked() override {}
   void send() override {
     const auto minutes = quick->selectedMinutes();
     say("send " + quick->selectedParticipant().value_or("nobody") + " | " + quick->noteText() +
         " | " + (minutes ? std::to_string(*minutes) : "none"));
   }
-  void caughtLog(std::size_t tag) override { say("log " + std::to_string(tag)); }
-  void caughtSkip(std::size_t tag) override { say("skip " + std::to_string(tag)); }
+  void caughtLog(std::size_t /*tag*/) override {}
+  void caughtSkip(std::size_t /*tag*/) override {}
   void textDidChange() override { quick->setPlaceholderHidden(!quick->noteText().empty()); }
   void windowWillClose() override { say("closed"); }
 
@@ -79,22 +76,13 @@ void showNotes(StatusItem& item, int notes) {
                 static_cast<std::size_t>(notes));
 }
 
-std::vector<CaughtRow> sampleRows(int count) {
-  const std::vector<std::string> names = {"Lena O'Keefe", "Tobias Hargreave",
-                                          "Maximiliane Featherstonehaugh-Cholmondeley", "Zoë Abel"};
+void showRows(QuickNotePanel& panel, int count) {
   std::vector<CaughtRow> rows;
-  for (const std::string& name : names) {
-    if (static_cast<int>(rows.size()) == count) break;
-    const std::string text = name + " · ~12m · 2024-05-02";
+  for (int row = 0; row < count; ++row) {
+    const std::string text = "Participant " + std::to_string(row) + " · ~12m · 2024-05-02";
     rows.push_back({text, "Log " + text, "Skip " + text});
   }
-  return rows;
-}
-
-void showRows(QuickNotePanel& panel, int count) {
-  panel.setCaught(sampleRows(count), count > 4 ? std::optional("+ " + std::to_string(count - 4) +
-                                                               " more in the menu bar")
-                                               : std::nullopt);
+  panel.setCaught(rows, std::nullopt);
   panel.fitToContents();
 }
 

@@ -65,25 +65,17 @@ TEST_F(DesktopProxiesTest, ManyRequestsAskOnceForEachOrigin) {
   EXPECT_EQ(asked_, 2);
 }
 
-TEST_F(DesktopProxiesTest, ADesktopThatDoesNotAnswerHoldsNothingUp) {
+TEST_F(DesktopProxiesTest, ADesktopThatDoesNotAnswerHoldsNothingUpAndMayAnswerTooLate) {
   hangs_ = true;
-  find(*proxies_, "https://velk.example/");
-  EXPECT_TRUE(waitUntil([this] { return asked_ == 1; }));
-  catchUp();
-  EXPECT_THAT(told_, ElementsAre());
-  goOn_.release();
-  EXPECT_TRUE(waitUntil([this] { return told_.size() == 1; }));
-}
-
-TEST_F(DesktopProxiesTest, AnAnswerThatComesTooLateIsDropped) {
-  hangs_ = true;
-  find(*proxies_, "https://velk.example/");
-  EXPECT_TRUE(waitUntil([this] { return asked_ == 1; }));
-  proxies_.reset();
-  goOn_.release();
-  QThreadPool::globalInstance()->waitForDone();
-  catchUp();
-  EXPECT_THAT(told_, ElementsAre());
+  for (const bool isTooLate : {false, true}) {
+    find(*proxies_, isTooLate ? "https://other.example/" : "https://velk.example/");
+    EXPECT_TRUE(waitUntil([&] { return asked_ == (isTooLate ? 2 : 1); }));
+    if (isTooLate) proxies_.reset();
+    goOn_.release();
+    QThreadPool::globalInstance()->waitForDone();
+    catchUp();
+    EXPECT_THAT(told_, ElementsAre("https://velk.example"));
+  }
 }
 
 }  // namespace

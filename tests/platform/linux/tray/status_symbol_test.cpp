@@ -35,14 +35,9 @@ TEST(StatusSymbol, ShowsOneDigitOfACount) {
   EXPECT_EQ(badgeOf(std::numeric_limits<std::size_t>::max()), QStringLiteral("9+"));
 }
 
-TEST(StatusSymbol, IsDrawnForTheUsualSizesOfPanels) {
+TEST(StatusSymbol, IsSeenOnLightAndOnDarkPanels) {
   for (const int side : {16, 22, 24, 32, 48}) {
     EXPECT_TRUE(statusSymbol().availableSizes().contains(QSize(side, side)));
-  }
-}
-
-TEST(StatusSymbol, IsSeenOnLightAndOnDarkPanels) {
-  for (const int side : {16, 22, 32}) {
     const QImage image = imageOf(0, side);
     EXPECT_GT(pixelsNear(image, Qt::white), side) << "on dark";
     EXPECT_GT(pixelsNear(image, QColor(0x2e, 0x34, 0x36)), side) << "on light";
