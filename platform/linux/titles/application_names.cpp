@@ -1,6 +1,7 @@
 #include "platform/linux/titles/application_names.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -41,6 +42,15 @@ std::string lowered(std::string text) {
   return text;
 }
 
+constexpr std::uintmax_t LARGEST_ENTRY = 1024 * 1024;
+
+/// Opening a pipe would wait for its other end, and reading a device might never end.
+bool isUsable(const path& entry) {
+  std::error_code failed;
+  return std::filesystem::is_regular_file(entry, failed) &&
+         std::filesystem::file_size(entry, failed) <= LARGEST_ENTRY && !failed;
+}
+
 /// The values of the names in the entry's main group by their keys, "Name" or "Name[de]".
 std::map<std::string, std::string> namesIn(std::istream& entry) {
   std::map<std::string, std::string> names;
@@ -66,6 +76,8 @@ ApplicationNames::ApplicationNames(std::vector<path> folders, std::vector<std::s
 std::string ApplicationNames::nameOf(const std::string& id) {
   if (id == OWN_WINDOW_CLASS || id == OWN_DESKTOP_ENTRY) return OWN_NAME;
   if (const auto known = known_.find(id); known != known_.end()) return known->second;
+  if (id.size() > LONGEST_ID) return id;
+  if (known_.size() >= MOST_KNOWN) known_.clear();
   const auto found = lookUp(id).value_or("");
   return known_[id] = found.empty() ? id : found;
 }
@@ -74,8 +86,9 @@ std::optional<std::string> ApplicationNames::lookUp(const std::string& id) const
   if (id.find('/') != std::string::npos) return std::nullopt;
   for (const auto& folder : folders_) {
     for (const auto& stem : {id, lowered(id)}) {
-      std::ifstream entry(folder / (stem + ".desktop"));
-      if (!entry) continue;
+      const auto file = folder / (stem + ".desktop");
+      if (!isUsable(file)) continue;
+      std::ifstream entry(file);
       auto names = namesIn(entry);
       for (const auto& language : languages_) {
         if (const auto name = names.find("Name[" + language + "]"); name != names.end()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -23,9 +24,14 @@ inline constexpr const char* OWN_DESKTOP_ENTRY = "tools.velk.notewick";
 
 /// The names by which the user knows programs, from their desktop entries (freedesktop.org,
 /// Desktop Entry and XDG Base Directories): a window itself says only "org.gnome.TextEditor".
-/// Each program is looked up once.
+/// A window may call itself anything, so what is remembered is bounded.
 class ApplicationNames {
  public:
+  /// Each program is looked up once, until so many are known; then all are forgotten.
+  static constexpr std::size_t MOST_KNOWN = 1000;
+  /// A longer id, in bytes, is no name of a file, so that nothing is looked up and remembered.
+  static constexpr std::size_t LONGEST_ID = 255;
+
   /// Searches the folders that the environment names, for the languages that it names.
   ApplicationNames();
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -71,6 +72,39 @@ TEST_F(ApplicationNamesTest, NamesOfActionsAreNotTheProgramsName) {
   EXPECT_EQ(nameIn("[Desktop Action new]\nName=New Window\n[Desktop Entry]\nName = Text Editor\n"
                    "[Desktop Action old]\nName[de]=Altes Fenster\n"),
             "Text Editor");
+}
+
+TEST_F(ApplicationNamesTest, LooksAgainOnlyAfterAThousandOtherPrograms) {
+  auto names = this->names();
+  const auto meetOthers = [&](std::size_t count) {
+    while (count-- > 0) EXPECT_NE(names.nameOf("other" + std::to_string(count)), "");
+  };
+  EXPECT_EQ(names.nameOf("editor"), "editor");
+  install("all/editor.desktop", "[Desktop Entry]\nName=Text Editor\n");
+  meetOthers(999);
+  EXPECT_EQ(names.nameOf("editor"), "editor");
+  meetOthers(1000);
+  EXPECT_EQ(names.nameOf("editor"), "Text Editor");
+}
+
+TEST_F(ApplicationNamesTest, AnIdOfAnyLengthIsTakenAndLooksForNothing) {
+  const std::string longest(255 - std::string(".desktop").size(), 'x');
+  install("all/" + longest + ".desktop", "[Desktop Entry]\nName=Long\n");
+  EXPECT_EQ(names().nameOf(longest), "Long");
+  const std::string endless(1'000'000, 'x');
+  EXPECT_EQ(names().nameOf(endless), endless);
+}
+
+TEST_F(ApplicationNamesTest, WhatIsNoFileOrTooLargeIsNoEntryAndNeverWaitedFor) {
+  install("all/large.desktop", "[Desktop Entry]\nName=Large\n");
+  std::filesystem::resize_file(root_ / "all/large.desktop", 1024 * 1024 + 1);
+  ASSERT_EQ(mkfifo((root_ / "all/pipe.desktop").c_str(), 0600), 0);
+  std::filesystem::create_symlink("/dev/zero", root_ / "all/device.desktop");
+  std::filesystem::create_symlink("loop.desktop", root_ / "all/loop.desktop");
+  std::filesystem::create_directory(root_ / "all/folder.desktop");
+  for (const char* id : {"large", "pipe", "device", "loop", "folder"}) {
+    EXPECT_EQ(names().nameOf(id), id);
+  }
 }
 
 TEST_F(ApplicationNamesTest, LooksNowhereElse) {
