@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 #include <QStringList>
 #include <chrono>
+#include <filesystem>
 
 #include "platform/linux/workspace.h"
 
@@ -79,13 +80,25 @@ bool isUsable(const QString& path) {
   return !file.exists() || (file.isFile() && file.size() <= LARGEST_FILE);
 }
 
-// Qt would wait for ever for a lock that a program of another machine left behind.
-void removeDeadLock(const QString& path) {
+bool isNoFile(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code failed;
+  const auto type = fs::symlink_status(path, failed).type();
+  return type != fs::file_type::not_found && type != fs::file_type::regular;
+}
+
+// Qt would wait for ever for a lock that a program of another machine left behind, and for what is
+// no lock at all. False where it would still have to wait.
+bool removeDeadLock(const QString& path) {
   const QString name = path + ".lock";
+  std::error_code failed;
+  if (isNoFile(name.toStdString())) std::filesystem::remove(name.toStdString(), failed);
+  if (isNoFile(name.toStdString())) return false;
   QLockFile lock(name);
   if (!lock.tryLock(PATIENCE_WITH_A_LOCK) && lock.error() == QLockFile::LockFailedError) {
     QFile::remove(name);
   }
+  return true;
 }
 
 // The file names the user, and Qt would let everyone read it.
@@ -123,7 +136,7 @@ std::optional<QString> read(const QString& file, const std::string& key) {
 }
 
 std::optional<QString> read(const std::string& key) {
-  auto text = read(settingsFile(), key);
+  auto text = read(ownFile(), key);
   if (text || key != SYSTEM_WIDE_KEY) return text;
   for (const QString& file : systemWideFiles()) {
     if ((text = read(file, key))) break;
@@ -134,8 +147,7 @@ std::optional<QString> read(const std::string& key) {
 template <typename Change>
 void change(const Change& makeChange) {
   const QString file = ownFile();
-  if (!isUsable(file)) return;
-  removeDeadLock(file);
+  if (!isUsable(file) || !removeDeadLock(file)) return;
   OpenSettings settings(file);
   makeChange(settings);
   settings.sync();

@@ -4,6 +4,7 @@
 #include <openssl/x509.h>
 
 #include <ctime>
+#include <filesystem>
 
 namespace notewick {
 namespace {
@@ -42,7 +43,11 @@ int TrustedAuthorities::noteEnd(int isGood, X509_STORE_CTX* judgement) {
 TrustedAuthorities::Store TrustedAuthorities::load(const std::string& userFile) {
   Store store(X509_STORE_new());
   X509_STORE_load_path(store.get(), X509_get_default_cert_dir());
-  if (!userFile.empty()) X509_STORE_load_file(store.get(), userFile.c_str());
+  std::error_code missing;
+  // Opening a pipe would wait for its other end, and reading a device might never end.
+  if (std::filesystem::is_regular_file(userFile, missing)) {
+    X509_STORE_load_file(store.get(), userFile.c_str());
+  }
   ERR_clear_error();
   return store;
 }

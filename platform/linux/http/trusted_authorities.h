@@ -17,8 +17,8 @@ namespace notewick {
 /// connection many times its handshake.
 class TrustedAuthorities {
  public:
-  /// The file is read when the first connection needs it. One that is empty, missing or holds no
-  /// certificate adds no authority.
+  /// The file is read when the first connection needs it. One that is empty, missing, no regular
+  /// file or without a certificate adds no authority.
   explicit TrustedAuthorities(std::string userFile) : userFile_(std::move(userFile)) {}
 
   /// Makes connections of this context trust these authorities and no others.

@@ -129,6 +129,40 @@ TEST_F(SettingsUserDefaultsTest, APipeInItsPlaceHoldsNothingAndIsNeverWaitedFor)
   EXPECT_TRUE(fs::is_fifo(file()));
 }
 
+TEST_F(SettingsUserDefaultsTest, ALinkToADeviceHoldsNothingAndStaysAndOneToItselfIsReplaced) {
+  fs::create_directories(folder());
+  fs::create_symlink("Notewick.ini", file());
+  EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+  defaults_.setBoolean("VELKWidgetVisible", true);
+  EXPECT_EQ(defaults_.boolean("VELKWidgetVisible"), true);
+  for (const std::string target : {"/dev/zero", "/dev/full"}) {
+    fs::remove(file());
+    fs::create_symlink(target, file());
+    EXPECT_EQ(defaults_.string("VELKBaseURL"), std::nullopt);
+    defaults_.setBoolean("VELKWidgetVisible", true);
+    EXPECT_EQ(fs::read_symlink(file()), target);
+  }
+}
+
+TEST_F(SettingsUserDefaultsTest, WhatIsNoLockInItsPlaceIsTakenAway) {
+  const std::string lock = file() + ".lock";
+  const auto isWrittenDespite = [&](const char* what) {
+    defaults_.setString("VELKUserEmail", what);
+    EXPECT_EQ(defaults_.string("VELKUserEmail"), what);
+    EXPECT_FALSE(fs::exists(fs::symlink_status(lock)));
+  };
+  fs::create_directories(folder());
+  ASSERT_EQ(mkfifo(lock.c_str(), 0600), 0);
+  isWrittenDespite("a pipe");
+  for (const char* target : {"/dev/zero", "Notewick.ini.lock"}) {
+    fs::create_symlink(target, lock);
+    isWrittenDespite(target);
+  }
+  fs::create_directories(lock + "/full");
+  defaults_.setString("VELKUserEmail", "is not written");
+  EXPECT_EQ(defaults_.string("VELKUserEmail"), "Notewick.ini.lock");
+}
+
 TEST_F(SettingsUserDefaultsTest, AFileTooLargeForSettingsHoldsNothing) {
   userWrites("[General]\nVELKBaseURL=https://host\n");
   fs::resize_file(file(), std::uintmax_t{1} << 40U);

@@ -1,4 +1,6 @@
 // Whom a request trusts.
+#include <sys/stat.h>
+
 #include <fstream>
 
 #include "tests/support/certificate_authority.h"
@@ -112,6 +114,11 @@ TEST_F(HttpTlsTest, AFileWithoutCertificatesTrustsNobodyMore) {
   EXPECT_EQ(answerAt(server.url()), INSECURE);
   userTrusts(file + ".missing");
   EXPECT_EQ(answerAt(server.url()), INSECURE);
+  ASSERT_EQ(mkfifo((file + ".pipe").c_str(), 0600), 0);
+  for (const std::string& endless : {file + ".pipe", std::string("/dev/zero")}) {
+    userTrusts(endless);
+    EXPECT_EQ(answerAt(server.url()), INSECURE);
+  }
 }
 
 }  // namespace
