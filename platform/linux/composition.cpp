@@ -11,6 +11,7 @@
 #include "platform/linux/screen.h"
 #include "platform/linux/secret_store.h"
 #include "platform/linux/session/core_limit.h"
+#include "platform/linux/session/large_memory.h"
 #include "platform/linux/user_defaults.h"
 #include "platform/linux/uuid_source.h"
 #include "platform/linux/views.h"
@@ -46,6 +47,7 @@ LinuxPlatform* platform = nullptr;
 
 std::shared_ptr<void> makePlatform(char** argv) {
   refuseCores();
+  returnLargeMemory();
   const auto owner = std::make_shared<LinuxPlatform>(argv);
   LinuxPlatform& made = *owner;
   platform = &made;
