@@ -5,6 +5,7 @@ import time
 
 import dbus
 import dbus.service
+from fake_secret_sessions import InTheClear, Sealed
 
 ROOT = "/org/freedesktop/secrets"
 COLLECTION_PATH = ROOT + "/collection/login"
@@ -105,8 +106,9 @@ class Item(Exported):
 
     def secret(self, session):
         self.store.require_unlocked()
+        vector, value = self.store.handed_over(session, self.value)
         return dbus.Struct(
-            (dbus.ObjectPath(session), dbus.ByteArray(b""), dbus.ByteArray(self.value), self.content_type),
+            (dbus.ObjectPath(session), dbus.ByteArray(vector), dbus.ByteArray(value), self.content_type),
             signature="oayays",
         )
 
@@ -123,7 +125,7 @@ class Item(Exported):
     @secret_method("Item", in_signature="(oayays)")
     def SetSecret(self, secret):
         self.store.require_unlocked()
-        self.value, self.content_type = bytes(secret[2]), secret[3]
+        self.value, self.content_type = self.store.received(secret), secret[3]
         self.store.collection.ItemChanged(self.path)
 
 
@@ -171,7 +173,7 @@ class Collection(Exported):
         self.store.require_unlocked()
         attributes = {str(k): str(v) for k, v in properties.get(SECRET + "Item.Attributes", {}).items()}
         label = properties.get(SECRET + "Item.Label", "")
-        item = self.put(label, attributes, bytes(secret[2]), secret[3], replace)
+        item = self.put(label, attributes, self.store.received(secret), secret[3], replace)
         return dbus.ObjectPath(item.path), NOTHING
 
     @dbus.service.signal(SECRET + "Collection", signature="o")
@@ -227,12 +229,15 @@ class Service(Exported):
         return {"Collections": paths([COLLECTION_PATH])}
 
     @secret_method("Service", in_signature="sv", out_signature="vo")
-    def OpenSession(self, algorithm, _input):
-        if algorithm != "plain":
-            raise NotSupported("only plain sessions")
+    def OpenSession(self, algorithm, theirs):
+        if algorithm not in self.store.algorithms:
+            raise NotSupported("no such sessions")
         path = self.store.new_path("session")
         Session(self.store, path)
-        return dbus.String("", variant_level=1), dbus.ObjectPath(path)
+        transfer = InTheClear() if algorithm == "plain" else Sealed(bytes(theirs))
+        self.store.transfers[path] = transfer
+        broken = algorithm != "plain" and self.store.key_instead is not None
+        return self.store.key_instead if broken else transfer.answer, dbus.ObjectPath(path)
 
     @secret_method("Service", in_signature="a{ss}", out_signature="aoao", async_callbacks=("reply", "_error"))
     def SearchItems(self, attributes, reply=None, _error=None):

@@ -2,7 +2,7 @@
 """A small Secret Service whose lock, items and prompts a test decides.
 
 It serves the freedesktop Secret Service interface with one collection, "login" (also the alias
-"default"), over plain sessions. Every answer is immediate: a test that wants a stuck service stops the
+"default"), over plain sessions, or over encrypted ones, too (--encrypting). Every answer is immediate: a test that wants a stuck service stops the
 process (SIGSTOP) and lets it go on, or holds the searches only.
 
 The test steers it through the interface CONTROL at CONTROL_PATH:
@@ -13,6 +13,9 @@ The test steers it through the interface CONTROL at CONTROL_PATH:
   HoldSearches(), ReleaseSearches() in between no search is answered, while pings are
   Refuse(error, method)             from now on answers this Secret Service method, or all for "", with this
                                     error; "" as the error ends that
+  AnswerKey(value)                  every encrypted session is opened with this in the place of a key
+  SealBadly(fault)                  secrets are handed over with this fault; "" ends that
+  Crossed() -> [bytes]              what crossed the bus of secrets, as it did, in either direction
   OpenPrompts() -> int              prompts on the screen, waiting for the user
   CompletePrompt(), DismissPrompt() the user's answer to the oldest of them; dismissing leaves the lock
   Calls() -> [name]                 every Secret Service method called so far, in order
@@ -40,6 +43,7 @@ from fake_secret_objects import (
     Prompt,
     Service,
 )
+from fake_secret_sessions import ENCRYPTED
 from gi.repository import GLib
 
 BUS_NAME = "org.freedesktop.secrets"
@@ -91,6 +95,18 @@ class Control(Exported):
     def Refuse(self, error, method):
         self.store.refusal, self.store.refused = error, method
 
+    @dbus.service.method(CONTROL, in_signature="v")
+    def AnswerKey(self, value):
+        self.store.key_instead = value
+
+    @dbus.service.method(CONTROL, in_signature="s")
+    def SealBadly(self, fault):
+        self.store.fault = fault
+
+    @dbus.service.method(CONTROL, out_signature="aay")
+    def Crossed(self):
+        return [dbus.ByteArray(value) for value in self.store.crossed]
+
     @dbus.service.method(CONTROL, out_signature="u")
     def OpenPrompts(self):
         return len(self.store.open_prompts())
@@ -119,6 +135,11 @@ class Store:
         self.searches_held = False
         self.searches = []
         self.refusal = self.refused = ""
+        self.algorithms = ("plain", ENCRYPTED) if "--encrypting" in sys.argv else ("plain",)
+        self.transfers = {}  # by the session's path
+        self.key_instead = None
+        self.fault = ""
+        self.crossed = []
         self.calls = []
         self.prompts = []
         self.numbers = 0
@@ -150,6 +171,17 @@ class Store:
     def require_room(self, method):
         if self.refusal and self.refused in ("", method):
             raise dbus.DBusException("refused", name=self.refusal)
+
+    def handed_over(self, session, secret):
+        transfer = self.transfers[session]
+        sealed = transfer.seal_badly(self.fault, secret) if self.fault else transfer.seal(secret)
+        self.crossed.append(sealed[1])
+        return sealed
+
+    def received(self, secret):
+        session, vector, value, _ = secret
+        self.crossed.append(bytes(value))
+        return self.transfers[session].open(vector, bytes(value))
 
     def answer_searches(self):
         while self.searches and not self.searches_held:

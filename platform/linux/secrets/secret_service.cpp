@@ -120,8 +120,9 @@ SecretServiceAnswer<SecretSession> SecretServiceConversation::openSession() cons
            {SecretCipher::ALGORITHM, QVariant::fromValue(QDBusVariant(cipher.publicKey()))});
   if (!opened && opened.error() == SecretServiceFailure::refused) return openPlainSession();
   if (!opened) return tl::unexpected(opened.error());
-  const auto theirs = opened->value(0).value<QDBusVariant>().variant().toByteArray();
-  const bool agreed = cipher.agree(theirs);
+  const auto theirs = opened->value(0).value<QDBusVariant>().variant();
+  const bool agreed =
+      theirs.typeId() == QMetaType::QByteArray && cipher.agree(theirs.toByteArray());
   SecretSession session(opened->value(1).value<QDBusObjectPath>(), std::move(cipher));
   if (!agreed) return tl::unexpected(SecretServiceFailure::refused);
   return session;
