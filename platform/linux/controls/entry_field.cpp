@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QPainter>
 
+#include "platform/linux/controls/masked_typing.h"
 #include "platform/linux/controls/panel_look.h"
 
 namespace notewick {
@@ -14,6 +15,7 @@ constexpr double FIELD_RADIUS = 2.0;
 }  // namespace
 
 EntryField::EntryField(const std::string& accessibleName, const std::string& example) {
+  maskTyping();
   setAccessibleName(fromUtf8(accessibleName));
   setFont(panelFont(13));
   setTextMargins(points(2), 0, points(2), 0);

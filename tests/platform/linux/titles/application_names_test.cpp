@@ -26,10 +26,11 @@ class ApplicationNamesTest : public testing::Test {
     std::ofstream(root_ / file) << text;
   }
 
-  [[nodiscard]] std::string name(const std::string& id,
-                                 std::vector<std::string> languages = {"de_CH", "de"}) const {
-    return ApplicationNames({root_ / "own", root_ / "all"}, std::move(languages)).nameOf(id);
+  [[nodiscard]] ApplicationNames names(std::vector<std::string> languages = {"de_CH", "de"}) const {
+    return ApplicationNames({root_ / "own", root_ / "all"}, std::move(languages));
   }
+
+  [[nodiscard]] std::string name(const std::string& id) const { return names().nameOf(id); }
 
   /// The name of a program with this desktop entry.
   [[nodiscard]] std::string nameIn(const std::string& entry) {
@@ -90,9 +91,9 @@ TEST_F(ApplicationNamesTest, LooksAgainOnlyAfterAThousandOtherPrograms) {
 TEST_F(ApplicationNamesTest, AnIdOfAnyLengthIsTakenAndLooksForNothing) {
   const std::string longest(255 - std::string(".desktop").size(), 'x');
   install("all/" + longest + ".desktop", "[Desktop Entry]\nName=Long\n");
-  EXPECT_EQ(names().nameOf(longest), "Long");
+  EXPECT_EQ(name(longest), "Long");
   const std::string endless(1'000'000, 'x');
-  EXPECT_EQ(names().nameOf(endless), endless);
+  EXPECT_EQ(name(endless), endless);
 }
 
 TEST_F(ApplicationNamesTest, WhatIsNoFileOrTooLargeIsNoEntryAndNeverWaitedFor) {
@@ -103,7 +104,7 @@ TEST_F(ApplicationNamesTest, WhatIsNoFileOrTooLargeIsNoEntryAndNeverWaitedFor) {
   std::filesystem::create_symlink("loop.desktop", root_ / "all/loop.desktop");
   std::filesystem::create_directory(root_ / "all/folder.desktop");
   for (const char* id : {"large", "pipe", "device", "loop", "folder"}) {
-    EXPECT_EQ(names().nameOf(id), id);
+    EXPECT_EQ(name(id), id);
   }
 }
 
