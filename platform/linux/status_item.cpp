@@ -6,7 +6,6 @@
 
 #include "platform/linux/controls/panel_look.h"
 #include "platform/linux/tray/menu_renderer.h"
-#include "platform/linux/tray/status_symbol.h"
 
 namespace notewick {
 namespace {
@@ -99,7 +98,7 @@ void QtStatusItem::drawSymbol() {
   const QString badge = badgeOf(count_);
   if (badge == badge_) return;
   badge_ = badge;
-  icon_->setIcon(statusSymbol(badge));
+  icon_->setIcon(symbols_.with(badge));
 }
 
 void QtStatusItem::drawToolTip() {

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "platform/linux/tray/menu_renderer.h"
+#include "platform/linux/tray/status_symbol.h"
 #include "platform/linux/tray/tray_host.h"
 #include "platform/status_item.h"
 
@@ -57,6 +58,7 @@ class QtStatusItem final : public QObject, public StatusItem {
   std::weak_ptr<StatusItemTarget> target_;
   Menu menu_;
   QMenu trayMenu_;
+  StatusSymbols symbols_;
   QTimer drawing_;  ///< runs out at the end of the turn
   QTimer held_;     ///< runs while the tray's menu may be open
   TrayHost host_;

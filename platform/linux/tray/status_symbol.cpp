@@ -113,4 +113,10 @@ QIcon statusSymbol(const QString& badge) {
   return icon;
 }
 
+const QIcon& StatusSymbols::with(const QString& badge) {
+  const auto [entry, isNew] = drawn_.try_emplace(badge);
+  if (isNew) entry->second = statusSymbol(badge);
+  return entry->second;
+}
+
 }  // namespace notewick

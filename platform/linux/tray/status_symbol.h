@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QString>
 #include <cstddef>
+#include <map>
 
 namespace notewick {
 
@@ -13,5 +14,15 @@ namespace notewick {
 /// paper with dark ink, so that it is seen on light and on dark panels. Drawn for each usual size
 /// of a panel on its own pixel grid.
 [[nodiscard]] QIcon statusSymbol(const QString& badge = {});
+
+/// The symbols by their badges, each drawn once: Qt keeps the pictures of every icon that it has
+/// shown, until ten megabytes are full of them.
+class StatusSymbols {
+ public:
+  [[nodiscard]] const QIcon& with(const QString& badge);
+
+ private:
+  std::map<QString, QIcon> drawn_;
+};
 
 }  // namespace notewick

@@ -64,7 +64,7 @@ TEST_F(ApplicationNamesTest, IsInTheLanguageOfTheUserWhoseOwnEntryGoesFirst) {
   EXPECT_EQ(
       nameIn("[Desktop Entry]\nName=Text Editor\nName[de]=Textbearbeitung\nName[fr]=Éditeur\n"),
       "Textbearbeitung");
-  EXPECT_EQ(name("editor", {"sv"}), "Text Editor");
+  EXPECT_EQ(names({"sv"}).nameOf("editor"), "Text Editor");
   install("own/editor.desktop", "[Desktop Entry]\nName=Mine\n");
   EXPECT_EQ(name("editor"), "Mine");
 }

@@ -53,5 +53,12 @@ TEST(StatusSymbol, CarriesABadgeOnlyWithACount) {
   EXPECT_NE(imageOf(9, 22), imageOf(10, 22));
 }
 
+TEST(StatusSymbol, IsDrawnOnceForEachBadge) {
+  StatusSymbols symbols;
+  const auto first = symbols.with("1").cacheKey();
+  EXPECT_NE(symbols.with("2").cacheKey(), first);
+  EXPECT_EQ(symbols.with("1").cacheKey(), first);
+}
+
 }  // namespace
 }  // namespace notewick
