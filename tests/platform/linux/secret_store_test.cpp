@@ -176,11 +176,11 @@ TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
 TEST_F(ScriptedServiceTest, TheSameQuestionIsAskedAgainAfterARefusalButNotTwiceAtOnce) {
   serviceIs("--locked");
   unlock();
-  unlock();
   waitForPrompt();
+  unlock();
   catchUp();
   EXPECT_EQ(openPrompts(), 1U);
-  userAnswers("DismissPrompt");
+  control("DismissPrompt");
   EXPECT_TRUE(waitUntil([this] { return answers_.size() == 2; }));
   unlock();
   userAnswers("CompletePrompt");
