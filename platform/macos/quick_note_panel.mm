@@ -192,7 +192,10 @@ std::optional<std::size_t> CocoaQuickNotePanel::selectedMinutes() const {
 
 void CocoaQuickNotePanel::deselectMinutes() { minutes_.selectedSegment = -1; }
 
-void CocoaQuickNotePanel::setHint(const std::string& text) { hint_.stringValue = nsString(text); }
+void CocoaQuickNotePanel::setHint(const std::string& text) {
+  hint_.stringValue = nsString(text);
+  minutes_.accessibilityLabel = nsString(text);
+}
 
 void CocoaQuickNotePanel::setStatus(const std::string& text) { announce(status_, text); }
 

@@ -16,6 +16,8 @@ TEST_F(MacosQuickNotePanelTest, CallsEveryControlByAName) {
   EXPECT_EQ(utf8(only<NSPopUpButton>(NSPopUpButton.class).accessibilityLabel), "Participant");
   EXPECT_EQ(utf8(note().accessibilityLabel), "What did you do?");
   EXPECT_EQ(utf8(only<NSView>(NSSegmentedControl.class).accessibilityLabel), "Minutes");
+  panel_->setHint("On screen ≈ 12 min");
+  EXPECT_EQ(utf8(only<NSView>(NSSegmentedControl.class).accessibilityLabel), "On screen ≈ 12 min");
   EXPECT_EQ(utf8(buttons(native(), "Send to VELK").at(0).accessibilityLabel), "Send to VELK");
   EXPECT_EQ(utf8(buttons(native(), "Log").at(1).accessibilityLabel), "Log Tobias");
   EXPECT_EQ(utf8(buttons(native(), "✕").at(0).accessibilityLabel), "Skip Lena");
