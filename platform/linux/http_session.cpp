@@ -44,8 +44,8 @@ void CurlHttpSession::send(HttpRequest request, HttpCompletion completion) {
 HttpTransfer& CurlHttpSession::makeTransfer(HttpRequest request, HttpCompletion completion) {
   const auto patience = patienceOf(request);
   const auto ended = [this, completion = std::move(completion)](const HttpTransfer& transfer,
-                                                                const HttpOutcome& outcome) {
-    complete(transfer, completion, outcome);
+                                                                HttpOutcome outcome) {
+    complete(transfer, completion, std::move(outcome));
   };
   return *transfers_.emplace_back(
       std::make_unique<HttpTransfer>(loop_, std::move(request), patience, ended));
@@ -69,12 +69,12 @@ std::chrono::milliseconds CurlHttpSession::patienceOf(const HttpRequest& request
 
 void CurlHttpSession::complete(const HttpTransfer& transfer, HttpCompletion completion,
                                HttpOutcome outcome) {
-  const auto later = [this, over = &transfer, completion = std::move(completion),
-                      outcome = std::move(outcome)] {
+  auto later = [this, over = &transfer, completion = std::move(completion),
+                outcome = std::move(outcome)]() mutable {
     std::erase_if(transfers_, [&](const auto& one) { return one.get() == over; });
-    completion(outcome);
+    completion(std::move(outcome));
   };
-  QMetaObject::invokeMethod(&pending_, later, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(&pending_, std::move(later), Qt::QueuedConnection);
 }
 
 }  // namespace notewick

@@ -1,6 +1,7 @@
 #include "platform/linux/http/http_answer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/linux/http/http_errors.h"
 
@@ -85,14 +86,18 @@ bool HttpAnswer::refuse(const char* description) {
   return false;
 }
 
-HttpOutcome HttpAnswer::outcome(const std::optional<TransportError>& failure) const {
+HttpOutcome HttpAnswer::outcome(const std::optional<TransportError>& failure) const& {
+  return HttpAnswer(*this).outcome(failure);
+}
+
+HttpOutcome HttpAnswer::outcome(const std::optional<TransportError>& failure) && {
   if (refusal_ != nullptr) return tl::unexpected(TransportError{refusal_});
   if (failure && !bodyIsLeftOut_) return tl::unexpected(*failure);
   const bool isAnswered = part_ == Part::rest || (bodyIsLeftOut_ && status_ >= 200);
   if (!isAnswered) return tl::unexpected(TransportError{http_error::LOST});
   HttpResponse response;
   response.statusCode = status_;
-  if (!body_.empty()) response.body = body_;
+  if (!body_.empty()) response.body = std::move(body_);
   return response;
 }
 

@@ -39,7 +39,9 @@ class HttpAnswer {
 
   /// What the transfer came to. `failure` says why it ended early, where this object did not end
   /// it. A body that is too large is absent.
-  [[nodiscard]] HttpOutcome outcome(const std::optional<TransportError>& failure) const;
+  [[nodiscard]] HttpOutcome outcome(const std::optional<TransportError>& failure) const&;
+  /// The same, without a copy of the body.
+  [[nodiscard]] HttpOutcome outcome(const std::optional<TransportError>& failure) &&;
 
  private:
   [[nodiscard]] bool takeStatusLine(std::string_view line);

@@ -59,7 +59,7 @@ std::size_t HttpTransfer::onBody(char* bytes, std::size_t /*one*/, std::size_t c
 
 void HttpTransfer::ended(CURLcode code) {
   if (code == CURLE_FILESIZE_EXCEEDED) answer_->leaveBodyOut();
-  end(answer_->outcome(failureOf(code)));
+  end(std::move(*answer_).outcome(failureOf(code)));
 }
 
 std::optional<TransportError> HttpTransfer::failureOf(CURLcode code) const {
@@ -69,11 +69,11 @@ std::optional<TransportError> HttpTransfer::failureOf(CURLcode code) const {
   return TransportError{descriptionOf(code, systemError)};
 }
 
-void HttpTransfer::end(const HttpOutcome& outcome) {
+void HttpTransfer::end(HttpOutcome outcome) {
   quiet_.stop();
   if (handle_) loop_.remove(handle_.get());
   handle_.reset();
-  if (const auto ended = std::exchange(ended_, nullptr)) ended(*this, outcome);
+  if (const auto ended = std::exchange(ended_, nullptr)) ended(*this, std::move(outcome));
 }
 
 }  // namespace notewick

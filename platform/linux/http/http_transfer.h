@@ -18,7 +18,7 @@ namespace notewick {
 /// One request, from the search for its proxy to its outcome.
 class HttpTransfer : public QObject, private CurlTransfer {
  public:
-  using Ended = std::function<void(const HttpTransfer&, const HttpOutcome&)>;
+  using Ended = std::function<void(const HttpTransfer&, HttpOutcome)>;
 
   /// `ended` is called once, from the event loop, and does not destroy the transfer. From now on
   /// the transfer ends with a time-out when nothing moves for as long as `patience`. The loop has
@@ -39,7 +39,7 @@ class HttpTransfer : public QObject, private CurlTransfer {
   void progressed() override { quiet_.start(); }
   void ended(CURLcode code) override;
   [[nodiscard]] std::optional<TransportError> failureOf(CURLcode code) const;
-  void end(const HttpOutcome& outcome);
+  void end(HttpOutcome outcome);
 
   CurlLoop& loop_;
   HttpRequest request_;
