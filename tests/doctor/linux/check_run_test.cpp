@@ -35,8 +35,10 @@ TEST(CheckRun, ACheckThatHangsOrCrashesSpoilsNoOther) {
   EXPECT_EQ(printed({hangs, crashes, leaves, {"well", [] { return fine("a"); }}}, 2s),
             "todo  hangs: did not answer in time. Run notewick-doctor again; where this line "
             "stays, show it to whoever helps you.\n"
-            "todo  crashes: ended without an answer. Log out and in, and try again.\n"
-            "todo  leaves: ended without an answer. Log out and in, and try again.\n"
+            "todo  crashes: ended without an answer. Run notewick-doctor again; where this line "
+            "stays, show it to whoever helps you.\n"
+            "todo  leaves: ended without an answer. Run notewick-doctor again; where this line "
+            "stays, show it to whoever helps you.\n"
             "ok    well: a\n"
             "something is to do");
 }

@@ -102,7 +102,7 @@ TEST_F(SettingsUserDefaultsTest, TheFileIsForItsOwnerOnlyFromTheLaunchAndFromEac
   defaults_.setString("VELKUserEmail", "a@example.org");
   EXPECT_EQ(mode(), 0600U);
   const std::function<void()> narrow[] = {
-      [] { const SettingsUserDefaults atLaunch; },
+      [] { SettingsUserDefaults::keepFilePrivate(); },
       [this] { defaults_.setBoolean("VELKWidgetVisible", true); },
       [this] { defaults_.remove("VELKBaseURL"); }};
   for (const auto& change : narrow) {
