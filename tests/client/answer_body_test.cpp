@@ -22,10 +22,12 @@ std::optional<std::vector<Participant>> participantsIn(const std::string& value)
   return answerWith("participants", value).participants;
 }
 
-TEST(AnswerBody, TakesEveryValueThatIsWanted) {
-  const auto body = readAnswer(R"({"error":"E","accessToken":"A","refreshToken":"R",
-      "expiresAt":4102444800.5,"user":{"email":"ada@velk.example"},"capturedId":"N",
-      "participants":[{"id":"1","first_name":"Tobias","last_name":"Hargreave"}]})");
+TEST(AnswerBody, TakesEveryValueThatIsWantedAndPassesOverTheOthers) {
+  const auto body = readAnswer(R"({"error":"E","note":"x","accessToken":"A","refreshToken":"R",
+      "expiresAt":4102444800.5,"issuedAt":7,"user":{"email":"ada@velk.example","name":"x"},
+      "admin":{"email":"x"},"capturedId":"N",
+      "participants":[{"id":"1","first_name":"Tobias","last_name":"Hargreave","note":"x"}],
+      "list":[{"id":"2","first_name":"Lena","last_name":"O'Keefe"}]})");
   EXPECT_EQ(body.error, "E");
   EXPECT_EQ(body.accessToken, "A");
   EXPECT_EQ(body.refreshToken, "R");

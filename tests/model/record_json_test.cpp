@@ -119,7 +119,7 @@ TEST(RecordJson, RequiresEveryKeyToTheLetterButLastErrorWhichMayBeNull) {
   }
   for (const json& item :
        {without(OUTBOX_ITEM, "lastError"), with(OUTBOX_ITEM, "lastError", nullptr)})
-    EXPECT_EQ(decodeRecord<OutboxItem>(item)->lastError, std::nullopt) << item;
+    EXPECT_EQ(decodeRecord<OutboxItem>(item).value().lastError, std::nullopt) << item;
 }
 
 TEST(RecordJson, RefusesAValueOfAnotherType) {
