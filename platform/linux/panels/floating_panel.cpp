@@ -41,6 +41,8 @@ PanelWindow::PanelWindow(const std::string& title)
   keyboardReturns_.setSingleShot(true);
   keyboardReturns_.setInterval(DECLINING_TIME);
   connect(&keyboardReturns_, &QTimer::timeout, this, &PanelWindow::acceptKeyboard);
+  connect(qApp, &QGuiApplication::screenRemoved, this,
+          [this] { QTimer::singleShot(0, this, &PanelWindow::comeBackOnScreen); });
   qApp->installEventFilter(this);
 }
 
@@ -114,6 +116,10 @@ void PanelWindow::applyPlacement() {
   if (windowHandle()->framePosition() == *place) return;
   witness_.asked(*place);
   windowHandle()->setFramePosition(*place);  // QWidget may know an old frame only
+}
+
+void PanelWindow::comeBackOnScreen() {
+  if (isVisible()) applyPlacement();
 }
 
 void PanelWindow::windowMoved() {

@@ -19,7 +19,8 @@ namespace notewick {
 
 /// The window both panels stand in: titled, closable, above the others, on every desktop, in no
 /// task bar, moved by its background as well as by its title, as large as its contents. What it
-/// promises about the keyboard and the desktops it can hold under X11 and XWayland only.
+/// promises about the keyboard and the desktops it can hold under X11 and XWayland only. When a
+/// screen goes, the window comes back to one that is there.
 ///
 /// Its place: first the window manager decides it, then the program (`place`), and from the user's
 /// first move on the user; `Placer` says who does now. The window system reports every move and
@@ -84,6 +85,7 @@ class PanelWindow : public QWidget {
   void acceptKeyboard();
   [[nodiscard]] std::optional<QPoint> wantedPlace() const;
   void applyPlacement();
+  void comeBackOnScreen();
   void windowMoved();  ///< The window system reports a move, whoever made it.
   void userPlaced(const QRect& frame);
   /// Opens the context menu, as the Menu key does; Qt handles that key itself.

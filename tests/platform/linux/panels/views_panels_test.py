@@ -141,6 +141,20 @@ class TheQuickNotePanel(unittest.TestCase):
         again = ShownViews("--quick").window()
         self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
 
+    def test_comes_back_at_once_when_its_screen_is_unplugged(self):
+        def xrandr(*arguments):
+            subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
+
+        self.addCleanup(xrandr, "--delmonitor", "LEFT")
+        xrandr("--setmonitor", "LEFT", "640/169x800/211+0+0", "screen")
+        xrandr("--setmonitor", "RIGHT", "640/169x800/211+640+0", "none")
+        window = ShownViews("--quick").window()
+        self.wait_for_corner(window, right=640 - 24)
+        window.move(900, 100)
+        wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
+        xrandr("--delmonitor", "RIGHT")
+        wait_until(lambda: frame_of(window)[2] == 640, what="the panel on the screen that is left")
+
     def test_comes_back_when_it_was_minimised(self):
         views = ShownViews("--quick")
         window = views.window()
