@@ -25,7 +25,6 @@ COLOURS = {
     "WhiteHighContrast": ("255,255,255", "0,0,0", "255,255,255", "0,0,0", "255,255,255", "0,0,0", "0,0,160"),
 }
 PLASMA = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
-GNOME = {"XDG_CURRENT_DESKTOP": "GNOME"}
 
 USUAL = (
     "Lena O'Keefe",
@@ -85,7 +84,7 @@ LOOKS = {
     "resolution-144": Look(dots_per_inch=144),
     "text-150": Look(PLASMA, font_size=15),
     "text-200": Look(PLASMA, font_size=20),
-    "text-200-gnome": Look(GNOME, dots_per_inch=192),
+    "resolution-192": Look(dots_per_inch=192),
     "text-200-small-screen": Look(PLASMA, session=("session", "--size", "1366x768"), font_size=20),
     "high-contrast-black": Look(PLASMA, colours="BreezeHighContrast"),
     "high-contrast-white": Look(PLASMA, colours="WhiteHighContrast"),
