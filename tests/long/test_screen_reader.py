@@ -107,6 +107,7 @@ class Heard(Story):
 
     def hear_the_menu(self):
         tray.open_menu()
+        screen.wait_until_still()  # a key before that is lost
         self.orca.press("Down", f"Log: Zoë Abel (~9 min, {DAY})")
         self.orca.press("Down", "Log work now (call, visit…) Ctrl+L.")
         self.orca.press("Down", "Hide floating widget Ctrl+W.")
