@@ -5,7 +5,7 @@
 namespace notewick {
 namespace {
 
-constexpr int SMALLEST_LARGE_PIECE = 128 * 1024;  // glibc's own, before it learns
+constexpr int SMALLEST_LARGE_PIECE = 1024 * 1024;  // more than the lists of most users
 
 }  // namespace
 
