@@ -7,7 +7,7 @@ namespace {
 
 constexpr QChar BULLET(0x2022);
 
-QAccessible::UpdateHandler others = nullptr;
+QAccessible::UpdateHandler unmasked = nullptr;
 
 QString bullets(const QString& text) {
   return QString(text.size(), BULLET);
@@ -15,7 +15,7 @@ QString bullets(const QString& text) {
 
 void tellMasked(QAccessibleEvent* event) {
   const auto instead = masked(*event);
-  const auto own = QAccessible::installUpdateHandler(others);
+  const auto own = QAccessible::installUpdateHandler(unmasked);
   QAccessible::updateAccessibility(instead ? instead.get() : event);
   QAccessible::installUpdateHandler(own);
 }
@@ -46,7 +46,7 @@ std::unique_ptr<QAccessibleEvent> masked(QAccessibleEvent& event) {
 
 void maskTyping() {
   const auto before = QAccessible::installUpdateHandler(tellMasked);
-  if (before != tellMasked) others = before;
+  if (before != tellMasked) unmasked = before;
 }
 
 }  // namespace notewick

@@ -11,6 +11,7 @@ constexpr int SMALLEST_LARGE_PIECE = 1024 * 1024;  // more than the lists of mos
 
 void returnLargeMemory() {
   mallopt(M_MMAP_THRESHOLD, SMALLEST_LARGE_PIECE);
+  mallopt(M_TRIM_THRESHOLD, 2 * SMALLEST_LARGE_PIECE);
 }
 
 }  // namespace notewick
