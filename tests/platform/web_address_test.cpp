@@ -56,67 +56,41 @@ TEST(LoopbackAddress, IsNoOtherMachine) {
     EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
 }
 
-TEST(LoopbackAddress, IsNotWhatOnlyLooksLikeIt) {
-  for (const std::string host : {"localhost@velk.example",
-                                 "localhost:80@velk.example",
-                                 "velk.example@localhost",
-                                 "ada:x@127.0.0.1",
-                                 "@localhost",
-                                 "localhost.velk.example",
-                                 "velklocalhost",
-                                 "localhostvelk",
-                                 "velk.example/localhost",
-                                 "velk.example?http://localhost",
-                                 "velk.example#@localhost",
-                                 "localhost%2evelk.example",
-                                 "velk.example%2f.localhost",
-                                 "%6cocalhost",
-                                 "localhost%00",
-                                 "localhost\\@velk.example",
-                                 "velk.example\\.localhost",
-                                 "local host",
-                                 " localhost",
-                                 "localhost ",
-                                 "localhost:80a",
-                                 "localhost:80:80",
-                                 "127.velk.example",
-                                 "127.0.0.1.velk.example",
-                                 "x127.0.0.1"})
+TEST(LoopbackAddress, IsNotWhereTheNameStandsElsewhere) {
+  for (const std::string host :
+       {"localhost@velk.example", "localhost:80@velk.example", "velk.example@localhost",
+        "ada:x@127.0.0.1", "@localhost", "localhost.velk.example", "velklocalhost", "localhostvelk",
+        "velk.example/localhost", "velk.example?http://localhost", "velk.example#@localhost",
+        "127.velk.example", "127.0.0.1.velk.example", "x127.0.0.1"})
     EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
 }
 
-TEST(LoopbackAddress, IsNotAnotherSpellingThatProgramsDisagreeAbout) {
-  for (const std::string host : {"localhost.",
-                                 "velk.localhost.",
-                                 ".localhost",
-                                 "a..localhost",
-                                 "127.1",
-                                 "127.0.1",
-                                 "127.0.0.1.",
-                                 "127.0.0.01",
-                                 "127.0.0.256",
-                                 "127.0.256.0",
-                                 "127.256.0.0",
-                                 "127.0.0",
-                                 "127.0.0.",
-                                 "127..0.1",
-                                 "127.0.0.0.1",
-                                 "127.0.0.+1",
-                                 "127.0.0.-1",
-                                 "0127.0.0.1",
-                                 "0x7f.0.0.1",
-                                 "127.0.0.0x1",
-                                 "2130706433",
-                                 "127.0.0.99999999999",
-                                 "[::0001]",
-                                 "[0:0:0:0:0:0:0:1]",
-                                 "[::ffff:127.0.0.1]",
-                                 "[::1%25lo]",
-                                 "::1",
-                                 "[::1",
-                                 "[::1].localhost",
-                                 "[127.0.0.1]",
-                                 "[localhost]"})
+TEST(LoopbackAddress, IsNotBehindEscapesBlanksAndOddPorts) {
+  for (const std::string host :
+       {"localhost%2evelk.example", "velk.example%2f.localhost", "%6cocalhost", "localhost%00",
+        "localhost\\@velk.example", "velk.example\\.localhost", "local host", " localhost",
+        "localhost ", "localhost:80a", "localhost:80:80"})
+    EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
+}
+
+// Programs disagree about these spellings of it.
+TEST(LoopbackAddress, IsNotANameWithOtherDots) {
+  for (const std::string host : {"localhost.", "velk.localhost.", ".localhost", "a..localhost"})
+    EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
+}
+
+TEST(LoopbackAddress, IsNotANumberSpeltOtherwise) {
+  for (const std::string host :
+       {"127.1", "127.0.1", "127.0.0.1.", "127.0.0.01", "127.0.0.256", "127.0.256.0", "127.256.0.0",
+        "127.0.0", "127.0.0.", "127..0.1", "127.0.0.0.1", "127.0.0.+1", "127.0.0.-1", "0127.0.0.1",
+        "0x7f.0.0.1", "127.0.0.0x1", "2130706433", "127.0.0.99999999999"})
+    EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
+}
+
+TEST(LoopbackAddress, IsNotABracketedAddressSpeltOtherwise) {
+  for (const std::string host :
+       {"[::0001]", "[0:0:0:0:0:0:0:1]", "[::ffff:127.0.0.1]", "[::1%25lo]", "::1", "[::1",
+        "[::1].localhost", "[127.0.0.1]", "[localhost]"})
     EXPECT_FALSE(isLoopbackAddress("http://" + host)) << host;
 }
 
