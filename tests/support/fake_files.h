@@ -35,8 +35,8 @@ class FakeFiles : public Files {
     return unreadable.contains(path) ? std::nullopt : contents(path);
   }
   [[nodiscard]] std::optional<std::uint64_t> size(const std::string& path) override {
-    const auto text = contents(path);
-    return text ? std::optional<std::uint64_t>(text->size()) : std::nullopt;
+    const auto file = files_.find(path);
+    return file == files_.end() ? std::nullopt : std::optional(file->second.size());
   }
   bool replaceInPlace(const std::string& path, std::string_view text) override {
     trace_.push_back("replace " + path);
@@ -50,8 +50,10 @@ class FakeFiles : public Files {
   }
   bool append(const std::string& path, std::string_view text) override {
     trace_.push_back("append " + path);
-    const auto before = contents(path);
-    return before && !unreadable.contains(path) && write(path, *before + std::string(text));
+    const auto file = files_.find(path);
+    if (failWrites || unreadable.contains(path) || file == files_.end()) return false;
+    file->second += text;
+    return true;
   }
   bool remove(const std::string& path) override {
     trace_.push_back("remove " + path);
