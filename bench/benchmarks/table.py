@@ -21,6 +21,10 @@ LOADING = (
     "more than half of the difference is the loading of 31 libraries more than the bare icon has, most of them behind "
     "libcurl"
 )
+OPEN_CONNECTIONS = (
+    "their number goes up and down between 17 and 20 with the requests under way, without a trend"
+)
+SAMPLES = "twenty samples of 1.4 ms each while builds kept both processors busy; a sample alone takes 0.5 ms"
 ROUND_TRIPS = "a sample wakes once and then waits for each of its round trips to the X server"
 SEARCHES = {"ASCII": 1.2, "accented": 1.5, "Cyrillic": 1.5, "mixed": 1.5, "Chinese": 3.2}
 SEARCHES_IN_MANY = {"ASCII": 1.0, "accented": 1.0, "Cyrillic": 1.0, "mixed": 1.0, "Chinese": 1.5}
@@ -194,7 +198,7 @@ REST = Group(
             "rest",
             {
                 ("processor", "parcellite"): Line(
-                    "five minutes: processor time", "%", "Parcellite", at_most(0.003)
+                    "five minutes: processor time", "%", "Parcellite", at_most(0.003), SAMPLES
                 ),
                 ("processor", "copyq"): Line("five minutes: processor time", "%", "CopyQ"),
                 ("wake-ups", "tray"): Line(
@@ -209,7 +213,9 @@ REST = Group(
             "week",
             {
                 "megabytes": Line("a working week: growth of private memory", "MB", goal=at_most(1)),
-                "descriptors": Line("a working week: more descriptors", "", goal=at_most(0)),
+                "descriptors": Line(
+                    "a working week: more descriptors", "", goal=at_most(0), reason=OPEN_CONNECTIONS
+                ),
             },
             rest.week,
             is_long=True,

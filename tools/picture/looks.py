@@ -52,6 +52,7 @@ class Look:
     colours: str = ""  # the name of a colour scheme of Plasma
     wants_dark: bool = False  # by the desktop portal
     people: tuple = USUAL
+    has_two_screens: bool = False  # LEFT and RIGHT, each half as wide as the session's
 
     def plasma_settings(self):
         """The contents of kdeglobals."""
@@ -92,5 +93,10 @@ LOOKS = {
         {"LANG": "he_IL.UTF-8", "LANGUAGE": "he"}, people=FIVE_SCRIPTS[5:] + FIVE_SCRIPTS[2:3] + USUAL[:2]
     ),
     "five-scripts": Look(people=FIVE_SCRIPTS),
+    "two-screens": Look(
+        {"QT_SCREEN_SCALE_FACTORS": "LEFT=1;RIGHT=2"},
+        ("session", "--size", "2560x1200"),
+        has_two_screens=True,
+    ),
     "no-password-store": Look(session=("session", "--keyring", "none", "--tray", "none")),
 }

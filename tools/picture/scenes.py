@@ -36,6 +36,10 @@ def settle():
     desk.wait_until(is_known, timeout=90, what="the end of all drawing")
 
 
+def xrandr(*arguments):
+    subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
+
+
 class Scenes:
     def __init__(self, look, folder):
         self.look = LOOKS[look]
@@ -54,9 +58,14 @@ class Scenes:
     def play(self):
         if self.look.wants_dark:
             desk.start(sys.executable, pathlib.Path(__file__).with_name("portal.py")).wait_for_output("ready")
+        if self.look.has_two_screens:
+            xrandr("--setmonitor", "LEFT", "1280/338x1200/317+0+0", "screen")
+            xrandr("--setmonitor", "RIGHT", "1280/338x1200/317+1280+0", "none")
         self.start()
         self.sign_in()
         self.widget()
+        if self.look.has_two_screens:
+            return self.two_screens()
         if "--keyring" in self.look.session:
             return  # nobody is signed in after the next start
         self.caught_work()
@@ -89,6 +98,15 @@ class Scenes:
         widget.send()
         widget.panel.find(role="notification")
         self.picture("widget-refusal", widget.window, still=False)
+
+    def two_screens(self):
+        """The widget on the one screen, on the other, which has a scale of its own, and when that is unplugged."""
+        window = self.app.widget.window
+        for name, left in {"left": 400, "right": 1500}.items():
+            window.move(left, 300)
+            self.picture(f"screens-{name}")
+        xrandr("--delmonitor", "RIGHT")
+        self.picture("screens-unplugged")
 
     def caught_work(self):
         """Work that was caught by an earlier run, more than the rows show."""
