@@ -4,14 +4,12 @@
 
 #include <algorithm>
 
-#include "model/bounded_text.h"
 #include "model/code_points.h"
 #include "model/unicode.h"
 
 namespace notewick {
 namespace {
 
-constexpr TextBound LONGEST_DRAWN{1000, 8 * KIB};
 constexpr const char* FIRST_STRONG_ISOLATE = "\u2068";
 constexpr const char* POP_DIRECTIONAL_ISOLATE = "\u2069";
 
@@ -36,10 +34,9 @@ bool runsLeft(const utf8proc_property_t& property) {
 }  // namespace
 
 std::string drawnText(std::string_view text) {
-  const std::string kept = boundedText(text, LONGEST_DRAWN);
-  if (std::ranges::all_of(kept, isPlain)) return kept;
+  if (std::ranges::all_of(text, isPlain)) return std::string(text);
   std::string drawn;
-  forEachCodePoint(validUtf8(kept), [&](std::int32_t value, std::string_view character) {
+  forEachCodePoint(validUtf8(text), [&](std::int32_t value, std::string_view character) {
     if (endsLine(*utf8proc_get_property(value))) {
       drawn += ' ';
     } else if (!setsDirection(value)) {

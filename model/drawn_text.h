@@ -8,9 +8,8 @@ namespace notewick {
 /// A text that somebody else wrote (a name, an error of the service), as a menu or a panel draws
 /// it: on one line, and so that it reorders nothing but itself. Control characters and ends of
 /// lines and paragraphs become blanks; marks that embed, override or isolate a direction
-/// (Unicode Annex 9, 2.1 to 2.5) are left out. Ill-formed UTF-8 is repaired. Of a text
-/// that is longer than any panel, which would take seconds to lay out, its beginning is drawn, and
-/// "…": 1,000 grapheme clusters, within 8 KiB. Every other text stays as it is.
+/// (Unicode Annex 9, 2.1 to 2.5) are left out. Ill-formed UTF-8 is repaired. Every other text stays
+/// as it is.
 ///
 /// For drawing only: what is stored, sent, logged and notified keeps its characters. Pure function,
 /// any thread.

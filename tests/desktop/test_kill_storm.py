@@ -46,18 +46,6 @@ FAULTS = [
 ]
 
 
-def caught_work(number):
-    return {
-        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-        "participant": "Lena O'Keefe",
-        "day": f"2026-{number // 28 + 1:02}-{number % 28 + 1:02}",
-        "firstSeen": 789000000.25,
-        "lastSeen": 789000600.5,
-        "observedMinutes": number + 1,
-        "evidence": ["Mail: Lena O'Keefe — the form for the housing office", "Lena O'Keefe.odt"],
-    }
-
-
 class Died(Exception):
     """The program is no more."""
 
@@ -119,8 +107,16 @@ class AStormOfKills(Story):
 
     def catch_work(self):
         self.home.support.mkdir(parents=True, mode=0o700)
-        work = [caught_work(number) for number in range(CAUGHT_AT_THE_START)]
-        (self.home.support / "pending.json").write_text(json.dumps(work))
+        work = [
+            self.home.caught_work(
+                number,
+                "Lena O'Keefe",
+                day=f"2026-{number // 28 + 1:02}-{number % 28 + 1:02}",
+                evidence=["Mail: Lena O'Keefe — the form for the housing office", "Lena O'Keefe.odt"],
+            )
+            for number in range(CAUGHT_AT_THE_START)
+        ]
+        self.home.leave_caught(work)
 
     def let_notes_wait(self):
         path = self.home.support / "outbox.json"

@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """What a blind user hears: each panel gone through by the keyboard, word by word as Orca says it."""
 
-import json
 import unittest
 
 import desk
@@ -13,18 +12,6 @@ NOTE = "What did you do? One line is enough. text."
 MINUTES = "Minutes — you set this. panel."
 CHOSEN = "Amara Osei combo box.", "Participant."
 DAY = "2026-03-05"
-
-
-def caught_work(number, name, minutes):
-    return {
-        "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-        "participant": name,
-        "day": DAY,
-        "firstSeen": 794000000,
-        "lastSeen": 794000600,
-        "observedMinutes": minutes,
-        "evidence": [name],
-    }
 
 
 class Heard(Story):
@@ -55,8 +42,10 @@ class Heard(Story):
 
     def test_the_widget_and_the_menu(self):
         self.start_signed_in().close()
-        work = [caught_work(1, "Lena O'Keefe", 7), caught_work(2, "Zoë Abel", 9)]
-        (self.home.support / "pending.json").write_text(json.dumps(work))
+        caught = self.home.caught_work
+        self.home.leave_caught(
+            [caught(1, "Lena O'Keefe", observedMinutes=7), caught(2, "Zoë Abel", observedMinutes=9)]
+        )
         self.orca = Orca()
         program = self.start()
         desk.wait_until(lambda: program.widget.caught(), what="the rows")

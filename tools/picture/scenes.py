@@ -4,14 +4,14 @@
 """
 
 import collections
-import json
+import itertools
 import pathlib
 import subprocess
 import sys
 import tempfile
 
 import desk
-from desk import local_service, notewick, notifications, screen, tray
+from desk import notewick, notifications, screen, tray
 from desk.local_service import CAPTURE, LOGIN, LocalService
 from looks import LOOKS
 
@@ -130,21 +130,13 @@ class Scenes:
         screen.press("Escape")
 
     def leave_pendings(self):
-        pendings = []
-        for number in range(ROWS):
-            name = self.look.people[number % len(self.look.people)]
-            pendings.append(
-                {
-                    "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
-                    "participant": name,
-                    "firstSeen": 794000000 + number,
-                    "lastSeen": 794000600 + number,
-                    "day": "2026-03-05",
-                    "observedMinutes": 7 + number,
-                    "evidence": [name],
-                }
-            )
-        (self.home.support / "pending.json").write_text(json.dumps(pendings))
+        names = itertools.islice(itertools.cycle(self.look.people), ROWS)
+        self.home.leave_caught(
+            [
+                self.home.caught_work(number, name, observedMinutes=7 + number)
+                for number, name in enumerate(names)
+            ]
+        )
 
     def notifications(self):
         self.picture("notifications", notifications.place())

@@ -16,9 +16,8 @@ namespace notewick {
 
 /// A push button with as much room around its title in every style, painted here: in Fusion, the
 /// focus is not seen on a window's default button, and no outline in a palette of high contrast. A
-/// click leaves the keyboard
-/// in the field where the user types. A key that is held down presses it once: the next press could
-/// be for the row that took the place of this one.
+/// click leaves the keyboard in the field where the user types. A key that is held down presses it
+/// once: the next press could be for the row that took the place of this one.
 class PanelButton : public QPushButton {
  public:
   enum class Size { regular, small };

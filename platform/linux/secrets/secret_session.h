@@ -10,8 +10,8 @@
 namespace notewick {
 
 /// A session with the secret service, in which secrets are handed over: sealed where it has a
-/// cipher, else in the clear. Its end tells the service, without waiting
-/// and without starting it. Main thread.
+/// cipher, else in the clear. Its end tells the service, without waiting and
+/// without starting it. Main thread.
 class SecretSession {
  public:
   SecretSession(QDBusObjectPath path, std::optional<SecretCipher> cipher)

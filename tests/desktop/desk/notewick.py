@@ -72,6 +72,23 @@ class Home:
             **other,
         }
 
+    @staticmethod
+    def caught_work(number, participant, **other):
+        """Work on a participant as the list of pending items keeps it; `other` replaces some of its values."""
+        return {
+            "id": f"0A1B2C3D-0000-4000-8000-{number:012}",
+            "participant": participant,
+            "day": "2026-03-05",
+            "firstSeen": 794000000,
+            "lastSeen": 794000600,
+            "observedMinutes": 10,
+            "evidence": [participant],
+            **other,
+        }
+
+    def leave_caught(self, work):
+        (self.support / "pending.json").write_text(json.dumps(work))
+
     def leave_in_outbox(self, notes):
         (self.support / "outbox.json").write_text(json.dumps(notes))
 
