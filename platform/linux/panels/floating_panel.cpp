@@ -97,20 +97,20 @@ QRect PanelWindow::frame() const {
   return window != nullptr ? geometry().marginsAdded(window->frameMargins()) : geometry();
 }
 
-std::optional<QPoint> PanelWindow::wantedPlace() const {
+std::optional<QPoint> PanelWindow::wantedPlace(QSize frame) const {
   switch (placer_) {
     case Placer::windowManager:
       return std::nullopt;
     case Placer::program:
-      return programPlacement_(frame().size());
+      return programPlacement_(frame);
     case Placer::user:
-      return standingWhere(userFrame_, frame().size(), availableScreens());
+      return standingWhere(userFrame_, frame, availableScreens());
   }
   return std::nullopt;
 }
 
 void PanelWindow::applyPlacement() {
-  const auto place = wantedPlace();
+  const auto place = wantedPlace(frame().size());
   if (!place) return;
   if (!isVisible()) return move(*place);
   if (windowHandle()->framePosition() == *place) return;
@@ -120,6 +120,14 @@ void PanelWindow::applyPlacement() {
 
 void PanelWindow::comeBackOnScreen() {
   if (isVisible()) applyPlacement();
+}
+
+void PanelWindow::adoptScale() {
+  if (!isVisible() || size() == minimumSize()) return;
+  const QRect old = frame();
+  const QPoint place = wantedPlace(old.size() + minimumSize() - size()).value_or(old.topLeft());
+  witness_.asked(place);
+  setGeometry(QRect(place + geometry().topLeft() - old.topLeft(), minimumSize()));
 }
 
 void PanelWindow::windowMoved() {
@@ -201,6 +209,8 @@ void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   keyboardReturns_.stop();
   witness_.mapped(pos());
+  connect(windowHandle(), &QWindow::screenChanged, this, &PanelWindow::adoptScale,
+          Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
   setFloatingHints(*windowHandle());
   if (declinesKeyboard_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {  // when the window is mapped

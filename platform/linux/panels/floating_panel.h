@@ -20,7 +20,8 @@ namespace notewick {
 /// The window both panels stand in: titled, closable, above the others, on every desktop, in no
 /// task bar, moved by its background as well as by its title, as large as its contents. What it
 /// promises about the keyboard and the desktops it can hold under X11 and XWayland only. When a
-/// screen goes, the window comes back to one that is there.
+/// screen goes, the window comes back to one that is there. A window that changes to a screen of
+/// another scale becomes as large as its contents are there.
 ///
 /// Its place: first the window manager decides it, then the program (`place`), and from the user's
 /// first move on the user; `Placer` says who does now. The window system reports every move and
@@ -83,9 +84,12 @@ class PanelWindow : public QWidget {
 
   void orderFront();
   void acceptKeyboard();
-  [[nodiscard]] std::optional<QPoint> wantedPlace() const;
+  [[nodiscard]] std::optional<QPoint> wantedPlace(QSize frame) const;
   void applyPlacement();
   void comeBackOnScreen();
+  /// On a screen of another scale the window has as many pixels as before. Takes its size and its
+  /// place there in one step: smaller, but not yet moved, it could be back on the first screen.
+  void adoptScale();
   void windowMoved();  ///< The window system reports a move, whoever made it.
   void userPlaced(const QRect& frame);
   /// Opens the context menu, as the Menu key does; Qt handles that key itself.

@@ -42,6 +42,10 @@ def save_frame(*frame):
     SETTINGS.write_text(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
 
 
+def xrandr(*arguments):
+    subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
+
+
 class TheQuickNotePanel(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
@@ -52,6 +56,12 @@ class TheQuickNotePanel(unittest.TestCase):
 
     def wait_until_it_floats(self, window):
         wait_until(lambda: STATES <= window.states and window.is_on_all_desktops, what="a floating window")
+
+    def split_the_screen(self):
+        """Into LEFT and RIGHT, each half as wide."""
+        self.addCleanup(xrandr, "--delmonitor", "LEFT")
+        xrandr("--setmonitor", "LEFT", "640/169x800/211+0+0", "screen")
+        xrandr("--setmonitor", "RIGHT", "640/169x800/211+640+0", "none")
 
     def test_floats_alone_and_leaves_the_keyboard_where_it_is_each_time_it_is_shown(self):
         work = desk.xterm("the user's work").window()
@@ -142,18 +152,29 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
 
     def test_comes_back_at_once_when_its_screen_is_unplugged(self):
-        def xrandr(*arguments):
-            subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
-
-        self.addCleanup(xrandr, "--delmonitor", "LEFT")
-        xrandr("--setmonitor", "LEFT", "640/169x800/211+0+0", "screen")
-        xrandr("--setmonitor", "RIGHT", "640/169x800/211+640+0", "none")
+        self.split_the_screen()
         window = ShownViews("--quick").window()
-        self.wait_for_corner(window, right=640 - 24)
+        self.wait_for_corner(window, right=SCREEN_WIDTH // 2 - 24)
         window.move(900, 100)
         wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
         xrandr("--delmonitor", "RIGHT")
-        wait_until(lambda: frame_of(window)[2] == 640, what="the panel on the screen that is left")
+        wait_until(
+            lambda: frame_of(window)[2] == SCREEN_WIDTH // 2, what="its coming to the screen that is left"
+        )
+
+    def test_is_as_large_as_its_contents_on_a_screen_of_another_scale(self):
+        self.split_the_screen()
+        self.addCleanup(xrandr, "--delmonitor", "RIGHT")
+        window = ShownViews("--quick", QT_SCREEN_SCALE_FACTORS="LEFT=1.5;RIGHT=1").window()
+        self.wait_for_corner(window, right=SCREEN_WIDTH // 2 - 36, bottom=SCREEN_HEIGHT - 36)
+        width = window.geometry.width
+        half_over = SCREEN_WIDTH // 2 - width // 2 + 10  # made smaller there, its middle is on the left again
+        for _ in range(2):
+            window.move(half_over, 100)
+            wait_until(lambda: window.geometry.width == width / 1.5, what="the size of the right screen")
+            wait_until(lambda: frame_of(window)[0] >= SCREEN_WIDTH // 2, what="the panel on the right screen")
+            window.move(100, 100)
+            wait_until(lambda: window.geometry.width == width, what="the size of the left screen")
 
     def test_comes_back_when_it_was_minimised(self):
         views = ShownViews("--quick")
