@@ -48,8 +48,7 @@ class ABadDisk(Story):
 
     def send_what_waits(self):
         self.service.work_again()
-        self.program.choose("Retry now")
-        desk.wait_until(lambda: not self.program.has("Retry now"), what="an empty outbox")
+        self.program.send_what_waits()
 
     def check_that_the_fault_costs_no_note(self, text, mend):
         self.write_a_note_that_waits(f"{text}, first")

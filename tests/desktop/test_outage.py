@@ -27,7 +27,7 @@ class AnOutage(Story):
         again.wait_for_menu(WAITING)
         self.assertFalse(again.sign_in_panel.shown)
         self.service.start()
-        again.choose("Retry now")
+        again.send_what_waits()
         again.wait_for_menu(menu(WATCHING, NO_WORK))
         self.assertEqual(self.service.inputs(), [NOTE])
         desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the saved list")

@@ -220,6 +220,16 @@ class Notewick(programs.Program):
     def choose(self, label):
         self.tray.choose(label)
 
+    def send_what_waits(self):
+        """Chooses "Retry now" unless the program's own timer is faster; returns when nothing waits."""
+
+        def is_sent():
+            if entry := self.tray.entry("Retry now"):
+                self.tray.click(entry)
+            return not self.has("Retry now")
+
+        wait_until(is_sent, what="an empty outbox")
+
     def sign_in(self):
         self.sign_in_panel.sign_in()
         self.sign_in_panel.wait_until_gone()
