@@ -69,9 +69,9 @@ BENCHMARK(BuildMatcher);
 
 /// The largest body that is read at all, full of what nobody wants.
 void ReadEmptyArrays(benchmark::State& state) {
-  constexpr std::size_t largestBody = 8 * 1024 * 1024;
+  constexpr std::size_t LARGEST_BODY = std::size_t{8} << 20U;
   std::string text = R"({"a":[)";
-  while (text.size() < largestBody - 10) text += "[],";
+  while (text.size() < LARGEST_BODY - 10) text += "[],";
   text += "[]]}";
   for (auto _ : state) benchmark::DoNotOptimize(readAnswer(text));
 }

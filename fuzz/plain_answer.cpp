@@ -10,12 +10,12 @@ using nlohmann::json;
 
 /// The tree of the library's own reading; a discarded value when the text is not to be read.
 json treeOf(const std::string& text) {
-  constexpr int deepest = 512;
+  constexpr int DEEPEST = 512;
   bool tooDeep = false;
   const auto watchDepth = [&](int depth, json::parse_event_t event, const json& /*value*/) {
     const bool opens =
         event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;
-    tooDeep = tooDeep || (opens && depth >= deepest);
+    tooDeep = tooDeep || (opens && depth >= DEEPEST);
     return true;
   };
   json tree = json::parse(text, watchDepth, false);

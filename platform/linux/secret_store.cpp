@@ -45,11 +45,12 @@ WriteAnswer create(const SecretServiceConversation& service, const SecretKey& ke
                    const std::string& secret) {
   const auto collection = service.defaultCollection();
   if (!collection) return tl::unexpected(collection.error());
-  if (!*collection) return SecretWrite::locked;
-  const auto locked = service.isLocked(**collection);
+  const std::optional<QDBusObjectPath>& path = *collection;
+  if (!path) return SecretWrite::locked;
+  const auto locked = service.isLocked(*path);
   if (!locked) return tl::unexpected(locked.error());
   if (*locked) return SecretWrite::locked;
-  return service.create(**collection, key, secret).map([] { return SecretWrite::done; });
+  return service.create(*path, key, secret).map([] { return SecretWrite::done; });
 }
 
 WriteAnswer removeAll(const SecretServiceConversation& service, const SecretItems& items) {

@@ -94,10 +94,10 @@ class SimulatedDay : public WorldTest {
   [[nodiscard]] std::vector<Notification> shown() { return std::exchange(notifier.shown, {}); }
   /// The requests, "POST auth/login" or "POST case-notes/capture: the note".
   [[nodiscard]] std::vector<std::string> asked() {
-    constexpr std::string_view prefix = "/api/desktop/";
+    constexpr std::string_view PREFIX = "/api/desktop/";
     std::vector<std::string> lines;
     for (const auto& request : std::exchange(service.requests, {})) {
-      lines.push_back(request.method + " " + request.path.substr(prefix.size()));
+      lines.push_back(request.method + " " + request.path.substr(PREFIX.size()));
       const auto body = request.json();
       if (body.contains("input")) lines.back() += ": " + body["input"].get<std::string>();
     }

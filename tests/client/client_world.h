@@ -20,8 +20,8 @@ template <class T>
 }
 
 inline void PrintTo(const VELKError& error, std::ostream* out) {
-  constexpr const char* kinds[] = {"api", "network", "notSignedIn", "sessionExpired"};
-  *out << kinds[std::size_t(error.kind())] << " \"" << error.message() << "\"";
+  constexpr const char* KINDS[] = {"api", "network", "notSignedIn", "sessionExpired"};
+  *out << KINDS[std::size_t(error.kind())] << " \"" << error.message() << "\"";
 }
 
 /// A call to the client that is under way. Has a test fail unless it is answered exactly once.

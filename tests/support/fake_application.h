@@ -34,7 +34,7 @@ class FakeApplication : public Application {
 
  private:
   void tell(void (ApplicationDelegate::*event)()) {
-    if (const auto delegate = delegate_.lock()) ((*delegate).*event)();
+    if (const auto receiver = delegate_.lock()) ((*receiver).*event)();
   }
 
   std::weak_ptr<ApplicationDelegate> delegate_;

@@ -96,7 +96,7 @@ class FakeService {
   struct Session : HttpSession {
     explicit Session(FakeService& network) : service(network) {}
     void send(HttpRequest request, HttpCompletion completion) override {
-      service.receive(std::move(request), std::move(completion), alive);
+      service.receive(request, std::move(completion), alive);
     }
     FakeService& service;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
@@ -106,7 +106,7 @@ class FakeService {
     queued_[std::string(path)].push_back(std::move(outcome));
   }
 
-  void receive(HttpRequest request, HttpCompletion completion, std::weak_ptr<bool> session) {
+  void receive(const HttpRequest& request, HttpCompletion completion, std::weak_ptr<bool> session) {
     const auto authority = request.url.find("://") + 3;
     const auto path =
         request.url.substr(std::min(request.url.find('/', authority), request.url.size()));

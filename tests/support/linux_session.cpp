@@ -16,7 +16,7 @@ namespace {
 
 LinuxSession* currentSession = nullptr;
 
-constexpr const char* busConfiguration = R"(<!DOCTYPE busconfig PUBLIC
+constexpr const char* BUS_CONFIGURATION = R"(<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
@@ -51,7 +51,7 @@ void clearEnvironment(const std::string& home) {
 
 std::unique_ptr<ChildProcess> startBus(const std::string& home) {
   const std::string file = home + "/bus.conf";
-  const QString text = QString(busConfiguration).replace("HOME", QString::fromStdString(home));
+  const QString text = QString(BUS_CONFIGURATION).replace("HOME", QString::fromStdString(home));
   std::ofstream(file) << text.toStdString();
   auto bus = std::make_unique<ChildProcess>(std::vector<std::string>{
       "dbus-daemon", "--config-file=" + file, "--nofork", "--print-address=1"});

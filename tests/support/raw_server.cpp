@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <stdexcept>
 #include <utility>
 
 namespace notewick {
@@ -106,8 +107,9 @@ void RawConnection::resetOnClose() const {
 RawServer::RawServer(std::function<void(const RawConnection&)> serve)
     : serve_(std::move(serve)), listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   const sockaddr_in address = loopback();
-  bind(listener_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-  listen(listener_, 64);
+  if (bind(listener_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+      listen(listener_, 64) != 0)
+    throw std::runtime_error("The test has no port for its server.");
   thread_ = std::thread([this] { run(); });
 }
 

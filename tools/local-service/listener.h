@@ -51,7 +51,7 @@ class Listener {
   /// a port that is taken, or certificates that cannot be used.
   Listener(
       int port, const std::optional<CertificateFiles>& tls, const std::vector<Routes>& routes,
-      const Wrap& wrap = [](Handler handler) { return handler; });
+      const Wrap& wrap = [](const Handler& handler) { return handler; });
 
   /// Takes no more connections, and returns when those that stand have ended: when all requests are
   /// answered, but for connections on which nobody speaks only after a minute.

@@ -16,7 +16,7 @@ LocalService::LocalService(const ServiceSettings& settings, const Clock& clock)
     control_.emplace(*settings.controlPort, std::nullopt,
                      std::vector<Routes>{controlRoutes(faults_, log_, records_)});
   }
-  listener_.emplace(
+  listener_ = std::make_unique<Listener>(
       settings.port, tls_,
       std::vector<Routes>{apiRoutes(records_), pageRoutes(records_, tls_.has_value())},
       [this](Handler handler) { return watched(std::move(handler)); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -48,7 +49,7 @@ class LocalService {
   Faults faults_;
   RequestLog log_;
   std::optional<Listener> control_;
-  std::optional<Listener> listener_;
+  std::unique_ptr<Listener> listener_;
 };
 
 }  // namespace notewick::service

@@ -34,6 +34,7 @@ bool isGone(X11Properties properties) {
                      [](const auto& property) { return !property; });
 }
 
+// NOLINTBEGIN(bugprone-unchecked-optional-access): where nothing is gone everything is there
 std::optional<std::string> titleIn(X11Properties properties) {
   if (isGone(properties)) return std::nullopt;
   for (const auto& property : properties) {
@@ -47,5 +48,6 @@ std::optional<X11WindowIdentity> identityIn(std::uint32_t client, X11Properties 
   return X11WindowIdentity{client, properties[0]->firstNumber(), properties[1]->bytes,
                            properties[2]->bytes, properties[3]->firstNumber()};
 }
+// NOLINTEND(bugprone-unchecked-optional-access)
 
 }  // namespace notewick

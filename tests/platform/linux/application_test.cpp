@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const std::string noBus = "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent";
+const std::string NO_BUS = "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent";
 
 class QtApplicationTest : public testing::Test {
  protected:
@@ -63,15 +63,15 @@ TEST_F(QtApplicationTest, ASecondStartTellsTheFirstAndEnds) {
 }
 
 TEST_F(QtApplicationTest, ASecondStartThatSeesNoBusEndsToo) {
-  for (const Environment& first : {Environment{}, Environment{noBus}}) {
+  for (const Environment& first : {Environment{}, Environment{NO_BUS}}) {
     startAndLaunch(first);
-    EXPECT_THAT(start({noBus}).readLine(), StartsWith("ended"));
+    EXPECT_THAT(start({NO_BUS}).readLine(), StartsWith("ended"));
     started_.clear();
   }
 }
 
 TEST_F(QtApplicationTest, AKilledInstanceDoesNotBlockTheNext) {
-  for (const Environment& changes : {Environment{}, Environment{noBus}}) {
+  for (const Environment& changes : {Environment{}, Environment{NO_BUS}}) {
     ChildProcess& killed = startAndLaunch(changes);
     killed.signal(SIGKILL);
     EXPECT_EQ(killed.wait(), -SIGKILL);
@@ -91,7 +91,7 @@ TEST_F(QtApplicationTest, OfManyStartedAtOnceExactlyOneRuns) {
 }
 
 TEST_F(QtApplicationTest, WithoutARuntimeFolderItRunsAllTheSame) {
-  startAndLaunch({"XDG_RUNTIME_DIR=/nonexistent", noBus});
+  startAndLaunch({"XDG_RUNTIME_DIR=/nonexistent", NO_BUS});
 }
 
 TEST_F(QtApplicationTest, ASignalThatItWasStartedToIgnoreStaysIgnored) {

@@ -18,14 +18,14 @@ struct Cut {
   bool reset;
 };
 
-constexpr const char* nineBytes = "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf";
+constexpr const char* NINE_BYTES = "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf";
 
 TEST_F(CurlHttpSessionTest, ACutIsALostConnectionAndANoteIsNotSentAgain) {
   for (const Cut& cut :
        {Cut{"before the answer", "", false}, Cut{"by a reset", "", true},
         Cut{"in the status line", "HTTP/1.1 20", false},
         Cut{"in the headers", "HTTP/1.1 200 OK\r\nContent-Le", false},
-        Cut{"in the body", nineBytes, false}, Cut{"in the body by a reset", nineBytes, true},
+        Cut{"in the body", NINE_BYTES, false}, Cut{"in the body by a reset", NINE_BYTES, true},
         Cut{"in a chunk", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n9\r\nhalf", false},
         Cut{"between chunks", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2\r\nhi\r\n",
             false},
@@ -89,17 +89,17 @@ TEST_F(CurlHttpSessionTest, AnAnswerThatComesByteByByteIsNotGivenUp) {
 
 // More than the system holds on the way between the two.
 TEST_F(CurlHttpSessionTest, ABodyThatIsTakenSlowlyIsNotGivenUp) {
-  constexpr int pieces = 100;
-  constexpr std::size_t piece = 400'000;
+  constexpr int PIECES = 100;
+  constexpr std::size_t PIECE = 400'000;
   const RawServer server([](const RawConnection& connection) {
-    for (int count = 0; count < pieces; ++count) {
-      (void)connection.read(piece);
+    for (int count = 0; count < PIECES; ++count) {
+      (void)connection.read(PIECE);
       std::this_thread::sleep_for(25ms);
     }
     connection.write(answer("200 OK"));
     connection.waitForClose();
   });
-  EXPECT_EQ(outcome(post(server.url(), std::string(pieces * piece, 'x'), 2)), "200");
+  EXPECT_EQ(outcome(post(server.url(), std::string(PIECES * PIECE, 'x'), 2)), "200");
 }
 
 TEST_F(CurlHttpSessionTest, ABodyThatIsNotTakenIsGivenUp) {

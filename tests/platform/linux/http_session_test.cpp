@@ -187,24 +187,24 @@ TEST_F(CurlHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
 }
 
 TEST_F(CurlHttpSessionTest, EveryRequestStartsAtOnce) {
-  constexpr int many = 20;
+  constexpr int MANY = 20;
   std::atomic<int> together = 0;
   httplib::Server server;
-  server.new_task_queue = [] { return new httplib::ThreadPool(many); };
+  server.new_task_queue = [] { return new httplib::ThreadPool(MANY); };
   server.Get("/", [&](const httplib::Request&, httplib::Response&) {
     ++together;
-    while (together < many) std::this_thread::yield();
+    while (together < MANY) std::this_thread::yield();
   });
   socket_t listener = INVALID_SOCKET;
   server.set_socket_options([&](socket_t made) { listener = made; });
   const int port = server.bind_to_any_port("127.0.0.1");
-  listen(listener, many);  // so that all may connect at the same moment
+  listen(listener, MANY);  // so that all may connect at the same moment
   std::thread thread([&] { server.listen_after_bind(); });
-  for (int count = 0; count < many; ++count) {
+  for (int count = 0; count < MANY; ++count) {
     send(get("http://127.0.0.1:" + std::to_string(port) + "/", 20));
   }
-  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == many; }));
-  EXPECT_EQ(together, many);
+  EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == MANY; }));
+  EXPECT_EQ(together, MANY);
   server.stop();
   thread.join();
 }

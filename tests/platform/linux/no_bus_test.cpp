@@ -8,7 +8,7 @@
 namespace notewick {
 namespace {
 
-const SecretKey token{"tools.velk.notewick", "refresh-token"};
+const SecretKey TOKEN{"tools.velk.notewick", "refresh-token"};
 
 TEST(NoBusTest, NotificationsAreDropped) {
   testing::internal::CaptureStderr();
@@ -20,10 +20,10 @@ TEST(NoBusTest, NotificationsAreDropped) {
 
 TEST(NoBusTest, ThereIsNoSecretStoreWhichReportsNothingAndCannotBeUnlocked) {
   SecretServiceStore store;
-  EXPECT_EQ(store.state(token), SecretState::noStore);
-  EXPECT_EQ(store.load(token).state, SecretState::noStore);
-  EXPECT_EQ(store.save(token, "s3cr3t"), SecretWrite::noStore);
-  EXPECT_EQ(store.remove(token), SecretWrite::noStore);
+  EXPECT_EQ(store.state(TOKEN), SecretState::noStore);
+  EXPECT_EQ(store.load(TOKEN).state, SecretState::noStore);
+  EXPECT_EQ(store.save(TOKEN, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store.remove(TOKEN), SecretWrite::noStore);
   EXPECT_FALSE(store.watch([] { ADD_FAILURE() << "called without a bus"; }));
   std::optional<bool> opened;
   store.unlock([&](bool answer) { opened = answer; });

@@ -17,8 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::SizeIs;
 
-const QString serverName = QStringLiteral("org.freedesktop.Notifications");
-const QString serverPath = QStringLiteral("/org/freedesktop/Notifications");
+const QString SERVER_NAME = QStringLiteral("org.freedesktop.Notifications");
+const QString SERVER_PATH = QStringLiteral("/org/freedesktop/Notifications");
 
 /// A notification server that keeps what it was asked for. It numbers notifications from 1.
 class ScriptedServer : public QDBusVirtualObject {
@@ -26,8 +26,8 @@ class ScriptedServer : public QDBusVirtualObject {
   /// Without capabilities it answers nothing at all.
   explicit ScriptedServer(std::optional<QStringList> capabilities = QStringList{"actions"})
       : capabilities_(std::move(capabilities)) {
-    bus_.registerVirtualObject(serverPath, this);
-    bus_.registerService(serverName);
+    bus_.registerVirtualObject(SERVER_PATH, this);
+    bus_.registerService(SERVER_NAME);
   }
   ~ScriptedServer() override { QDBusConnection::disconnectFromBus(bus_.name()); }
 
@@ -43,7 +43,7 @@ class ScriptedServer : public QDBusVirtualObject {
 
   /// The user picks an action of a notification.
   void reports(uint id, const QString& action = "default") {
-    QDBusMessage signal = QDBusMessage::createSignal(serverPath, serverName, "ActionInvoked");
+    QDBusMessage signal = QDBusMessage::createSignal(SERVER_PATH, SERVER_NAME, "ActionInvoked");
     bus_.send(signal << id << action);
     catchUp();
   }
@@ -126,7 +126,7 @@ TEST_F(DBusNotifierTest, WhatIsNoClickOnANotificationOfThisRunIsPassedOver) {
   server.reports(2);
   server.reports(1, "other");
   const auto other = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "other");
-  QDBusMessage signal = QDBusMessage::createSignal(serverPath, serverName, "ActionInvoked");
+  QDBusMessage signal = QDBusMessage::createSignal(SERVER_PATH, SERVER_NAME, "ActionInvoked");
   other.send(signal << 1U << "default");
   QDBusConnection::disconnectFromBus("other");
   catchUp();
@@ -139,7 +139,7 @@ TEST_F(DBusNotifierTest, NoActionIsSentToAServerThatKnowsNoneOrForNothingToDo) {
     shows(server, "first");
     EXPECT_THAT(server.actions(0), SizeIs(0));
   }
-  ASSERT_TRUE(waitForOwner(serverName, false));
+  ASSERT_TRUE(waitForOwner(SERVER_NAME, false));
   const ScriptedServer server;
   notifier_.show("title", "body", nullptr);
   ASSERT_TRUE(waitUntil([&] { return server.shown.size() == 1; }));
@@ -151,7 +151,7 @@ TEST_F(DBusNotifierTest, AServerThatStartsAnewIsAskedAnewAndItsNumbersAreItsOwn)
     const ScriptedServer server;
     shows(server, "before");
   }
-  ASSERT_TRUE(waitForOwner(serverName, false));
+  ASSERT_TRUE(waitForOwner(SERVER_NAME, false));
   ScriptedServer server;
   catchUp();
   server.reports(1);

@@ -6,13 +6,12 @@
 namespace notewick {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST_F(GnomeKeyringTest, WhatOthersWriteOrRemoveIsReported) {
   keyringIsOpen();
   watch();
-  const std::vector<std::string> words{"service", token.service, "account", token.account};
+  const std::vector<std::string> words{"service", TOKEN.service, "account", TOKEN.account};
   const auto secretTool = [&](std::vector<std::string> command, const std::string& input = "") {
     command.insert(command.end(), words.begin(), words.end());
     return ChildProcess(command, input).wait();
@@ -27,7 +26,7 @@ TEST_F(GnomeKeyringTest, WhatOthersWriteOrRemoveIsReported) {
 
 TEST_F(GnomeKeyringTest, AStoreThatOthersLockOrOpenIsReported) {
   keyringIsOpen();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   watch();
   userLocksIt();
   EXPECT_TRUE(reportsAChange());
@@ -37,7 +36,7 @@ TEST_F(GnomeKeyringTest, AStoreThatOthersLockOrOpenIsReported) {
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
-constexpr const char* collectionPath = "/org/freedesktop/secrets/collection/any";
+constexpr const char* COLLECTION_PATH = "/org/freedesktop/secrets/collection/any";
 
 TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
   serviceIs();
@@ -47,10 +46,10 @@ TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
     EXPECT_TRUE(reportsAChange()) << signal;
   }
   for (const char* signal : {"ItemCreated", "ItemChanged", "ItemDeleted"}) {
-    control("Emit", {collectionPath, secret_service::COLLECTION_INTERFACE, signal});
+    control("Emit", {COLLECTION_PATH, secret_service::COLLECTION_INTERFACE, signal});
     EXPECT_TRUE(reportsAChange()) << signal;
   }
-  control("EmitChange", {collectionPath, secret_service::COLLECTION_INTERFACE});
+  control("EmitChange", {COLLECTION_PATH, secret_service::COLLECTION_INTERFACE});
   EXPECT_TRUE(reportsAChange());
   EXPECT_THAT(calls(), IsEmpty()) << "watching asks nothing";
 }
@@ -58,7 +57,7 @@ TEST_F(ScriptedServiceTest, EverySignalOfACollectionOrAnItemIsReported) {
 TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
   serviceIs();
   watch();
-  control("EmitChange", {collectionPath, secret_service::ITEM_INTERFACE});
+  control("EmitChange", {COLLECTION_PATH, secret_service::ITEM_INTERFACE});
   control("Emit", {"/prompt", secret_service::PROMPT_INTERFACE, "Completed"});
   catchUp();
   EXPECT_EQ(reports_, 0);
@@ -99,10 +98,10 @@ TEST_F(ScriptedServiceTest, AServiceThatComesOrGoesOrIsReplacedIsReported) {
 
 TEST_F(ScriptedServiceTest, AServiceThatAnswersAgainIsReported) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   watch();
   service_->signal(SIGSTOP);
-  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   catchUp();
   EXPECT_EQ(reports_, 0);
   service_->signal(SIGCONT);
@@ -115,7 +114,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersPingsOnlyIsStillWaitedFor) {
   control("Put", {tokenAttributes(), "s3cr3t"});
   control("HoldSearches");
   watch();
-  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   ask(secret_service::PATH, "org.freedesktop.DBus.Peer", "Ping");
   catchUp();
   EXPECT_EQ(reports_, 0);
@@ -145,10 +144,10 @@ TEST_F(ScriptedServiceTest, ACallRefusedForLoadIsNoAnswer) {
   control("Put", {tokenAttributes(), "s3cr3t"});
   control("Refuse", {"org.freedesktop.DBus.Error.LimitsExceeded", ""});
   watch();
-  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
   catchUp();
   EXPECT_EQ(reports_, 0);
   control("Refuse", {"", ""});

@@ -18,7 +18,7 @@
 
 namespace notewick {
 
-inline const SecretKey token{"tools.velk.notewick", "refresh-token"};
+inline const SecretKey TOKEN{"tools.velk.notewick", "refresh-token"};
 
 /// How an outcome reads in a test: "found secret", "absent", "locked".
 inline std::string told(const SecretLookup& lookup) {
@@ -40,7 +40,7 @@ class SecretStoreTest : public testing::Test {
  protected:
   SecretStoreTest() { registerSecretTypes(); }
 
-  [[nodiscard]] std::string loaded() { return told(store_.load(token)); }
+  [[nodiscard]] std::string loaded() { return told(store_.load(TOKEN)); }
 
   void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
     service_ = std::make_unique<ChildProcess>(command, input);
@@ -103,7 +103,7 @@ class GnomeKeyringTest : public SecretStoreTest {
   }
   static void userLocksIt() {
     ask(secret_service::PATH, secret_service::SERVICE_INTERFACE, "Lock",
-        {QVariant::fromValue(QList{login})});
+        {QVariant::fromValue(QList{LOGIN})});
   }
   /// Without a question to the user, as a login does.
   static void loginOpensIt() {
@@ -111,10 +111,10 @@ class GnomeKeyringTest : public SecretStoreTest {
                              {"plain", QVariant::fromValue(QDBusVariant(""))});
     const SecretOnBus password{session.value(1).value<QDBusObjectPath>(), {}, "\n", "text/plain"};
     ask(secret_service::PATH, "org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface",
-        "UnlockWithMasterPassword", {QVariant::fromValue(login), QVariant::fromValue(password)});
+        "UnlockWithMasterPassword", {QVariant::fromValue(LOGIN), QVariant::fromValue(password)});
   }
 
-  static inline const QDBusObjectPath login{"/org/freedesktop/secrets/collection/login"};
+  static inline const QDBusObjectPath LOGIN{"/org/freedesktop/secrets/collection/login"};
 };
 
 /// With a service whose user is the test.

@@ -22,36 +22,36 @@ using testing::SizeIs;
 TEST_F(GnomeKeyringTest, SavingReplacesAndNeverAddsASecondAndRemovingLeavesNone) {
   keyringIsOpen();
   for (const std::string secret : {"s3cr3t \xc3\xa9 \"x\"", "", "a much longer third one"}) {
-    EXPECT_EQ(store_.save(token, secret), SecretWrite::done);
+    EXPECT_EQ(store_.save(TOKEN, secret), SecretWrite::done);
     EXPECT_EQ(loaded(), "found " + secret);
-    const auto items = SecretServiceConversation().search(token);
+    const auto items = SecretServiceConversation().search(TOKEN);
     ASSERT_TRUE(items.has_value());
     EXPECT_THAT(items->unlocked, SizeIs(1));
   }
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::done);
   EXPECT_EQ(loaded(), "absent");
 }
 
 TEST_F(GnomeKeyringTest, SecretsOfOtherServicesAndAccountsAreOthers) {
   keyringIsOpen();
-  EXPECT_EQ(store_.save({"other.service", token.account}, "a"), SecretWrite::done);
-  EXPECT_EQ(store_.save({token.service, "other"}, "b"), SecretWrite::done);
+  EXPECT_EQ(store_.save({"other.service", TOKEN.account}, "a"), SecretWrite::done);
+  EXPECT_EQ(store_.save({TOKEN.service, "other"}, "b"), SecretWrite::done);
   EXPECT_EQ(loaded(), "absent");
-  EXPECT_EQ(store_.remove(token), SecretWrite::done);
-  EXPECT_EQ(told(store_.load({token.service, "other"})), "found b");
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::done);
+  EXPECT_EQ(told(store_.load({TOKEN.service, "other"})), "found b");
 }
 
 TEST_F(GnomeKeyringTest, ASecretThatIsNoTextCountsAsAbsent) {
   keyringIsOpen();
-  EXPECT_EQ(store_.save(token, "\xff\xfe"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "\xff\xfe"), SecretWrite::done);
   EXPECT_EQ(loaded(), "absent");
 }
 
 TEST_F(GnomeKeyringTest, WithoutTheSecretALockedOrMissingCollectionSaysAbsentButCannotSave) {
   const auto check = [this] {
     EXPECT_EQ(loaded(), "absent");
-    EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-    EXPECT_EQ(store_.remove(token), SecretWrite::done);
+    EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
+    EXPECT_EQ(store_.remove(TOKEN), SecretWrite::done);
   };
   keyringWasNeverMade();
   check();
@@ -69,7 +69,7 @@ TEST_F(GnomeKeyringTest, TheSecretIsInClearNeitherOnTheBusNorInAnyFile) {
     EXPECT_TRUE(waitUntil([&] {
       return std::filesystem::exists(recorded) && std::filesystem::file_size(recorded) > 0;
     }));
-    EXPECT_EQ(store_.save(token, "n0t-in-clear"), SecretWrite::done);
+    EXPECT_EQ(store_.save(TOKEN, "n0t-in-clear"), SecretWrite::done);
     EXPECT_EQ(loaded(), "found n0t-in-clear");
     EXPECT_EQ(store_.state({"the.last", "question"}), SecretState::absent);
     EXPECT_TRUE(waitUntil([&] { return bytesOf(recorded).contains("the.last"); }));
@@ -82,38 +82,38 @@ TEST_F(GnomeKeyringTest, TheSecretIsInClearNeitherOnTheBusNorInAnyFile) {
 
 TEST_F(ScriptedServiceTest, ALockedStoreIsNeitherReadNorWrittenNorUnlockedByLooking) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   control("Lock");
-  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
   EXPECT_FALSE(calls().contains("Unlock"));
   EXPECT_FALSE(calls().contains("Prompt"));
 }
 
 TEST_F(ScriptedServiceTest, AStoreThatLocksBetweenSearchAndUseIsLocked) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   control("LockAfterSearch");
   EXPECT_EQ(loaded(), "locked");
   control("Unlock");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
   control("Unlock");
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
 }
 
 TEST_F(ScriptedServiceTest, WhetherItIsThereTakesOneSearch) {
   serviceIs();
-  EXPECT_EQ(store_.state(token), SecretState::absent);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::absent);
   control("Put", {tokenAttributes(), "s3cr3t"});
-  EXPECT_EQ(store_.state(token), SecretState::found);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::found);
   EXPECT_EQ(calls(), (QStringList{"SearchItems", "SearchItems"}));
 }
 
 TEST_F(ScriptedServiceTest, AServiceThatOffersNoEncryptionIsServedWithoutAndSessionsAreClosed) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
   EXPECT_EQ(calls().count("OpenSession"), 4) << "to save and to load, first in vain";
   EXPECT_EQ(calls().count("Close"), 2);
@@ -121,7 +121,7 @@ TEST_F(ScriptedServiceTest, AServiceThatOffersNoEncryptionIsServedWithoutAndSess
 
 TEST_F(ScriptedServiceTest, UnlockingAsksTheUserAndEndsWithTheStoreOpen) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   control("Lock");
   EXPECT_EQ(loaded(), "locked");
   unlock();
@@ -139,7 +139,7 @@ TEST_F(ScriptedServiceTest, ADismissedQuestionEndsWithTheStoreLocked) {
   unlock();
   userAnswers("DismissPrompt");
   EXPECT_FALSE(isOpened());
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
 }
 
 TEST_F(ScriptedServiceTest, AnOpenStoreIsUnlockedWithoutAQuestion) {
@@ -156,10 +156,10 @@ TEST_F(ScriptedServiceTest, ACollectionIsMadeForASecretThatWaitsAndForNothingEls
   EXPECT_TRUE(isOpened());
   EXPECT_FALSE(calls().contains("CreateCollection"));
   answers_.clear();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::locked);
   unlock();
   EXPECT_TRUE(isOpened());
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
 }
 
 TEST_F(ScriptedServiceTest, AnItemIsOpenedAlsoWhereNoCollectionIsTheDefault) {
@@ -249,11 +249,11 @@ TEST_F(ScriptedServiceTest, AServiceThatHangsKeepsTheMainThreadForAQuarterOfASec
 
 TEST_F(ScriptedServiceTest, AServiceThatHangsIsAskedOnceAndCountsAsLocked) {
   serviceIs();
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   service_->signal(SIGSTOP);
   for (int asked = 0; asked < 3; ++asked) EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
   unlock();
   catchUp();
   EXPECT_THAT(answers_, IsEmpty());

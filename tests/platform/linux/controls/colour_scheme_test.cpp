@@ -16,11 +16,11 @@
 namespace notewick {
 namespace {
 
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearance = QStringLiteral("org.freedesktop.appearance");
-constexpr uint noPreference = 0, prefersDark = 1, prefersLight = 2;
+const QString PORTAL_NAME = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString PORTAL_PATH = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString SETTINGS = QStringLiteral("org.freedesktop.portal.Settings");
+const QString APPEARANCE = QStringLiteral("org.freedesktop.appearance");
+constexpr uint NO_PREFERENCE = 0, PREFERS_DARK = 1, PREFERS_LIGHT = 2;
 
 QVariant wrapped(const QVariant& value) {
   return QVariant::fromValue(QDBusVariant(value));
@@ -30,23 +30,23 @@ QVariant wrapped(const QVariant& value) {
 class Portal : public QDBusVirtualObject {
  public:
   explicit Portal(std::optional<uint> scheme) : scheme_(scheme) {
-    bus_.registerVirtualObject(portalPath, this);
-    bus_.registerService(portalName);
+    bus_.registerVirtualObject(PORTAL_PATH, this);
+    bus_.registerService(PORTAL_NAME);
   }
   ~Portal() override { QDBusConnection::disconnectFromBus(bus_.name()); }
 
   [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& from) override {
-    const QVariantList asked{appearance, "color-scheme"};
-    const bool isKnown = scheme_ && message.interface() == settings && message.member() == "Read" &&
+    const QVariantList asked{APPEARANCE, "color-scheme"};
+    const bool isKnown = scheme_ && message.interface() == SETTINGS && message.member() == "Read" &&
                          message.arguments() == asked;
     ++questions;
     return from.send(isKnown ? message.createReply(wrapped(wrapped(*scheme_)))
-                             : message.createErrorReply(settings + ".NotFound", "not found"));
+                             : message.createErrorReply(SETTINGS + ".NotFound", "not found"));
   }
 
   void tell(const QString& group, const QString& key, const QVariant& value) {
-    auto signal = QDBusMessage::createSignal(portalPath, settings, "SettingChanged");
+    auto signal = QDBusMessage::createSignal(PORTAL_PATH, SETTINGS, "SettingChanged");
     signal << group << key << wrapped(value);
     bus_.send(signal);
   }
@@ -80,12 +80,12 @@ class ColourSchemeTest : public testing::Test {
     return waitUntil([&] { return window() == wanted; });
   }
   const QColor own = window();
-  static inline const QColor dark = darkPalette().color(QPalette::Window);
+  static inline const QColor DARK = darkPalette().color(QPalette::Window);
 };
 
 TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAWishOrAnAnswer) {
   for (const std::optional<uint> wish :
-       {std::optional(noPreference), std::optional(prefersLight), std::optional<uint>()}) {
+       {std::optional(NO_PREFERENCE), std::optional(PREFERS_LIGHT), std::optional<uint>()}) {
     const Portal portal(wish);
     const ColourScheme scheme;
     ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
@@ -95,36 +95,36 @@ TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAWishOrAnAnswer) {
 }
 
 TEST_F(ColourSchemeTest, FollowsTheWish) {
-  Portal portal(noPreference);
+  Portal portal(NO_PREFERENCE);
   const ColourScheme scheme;
   ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
-  for (const uint other : {noPreference, prefersLight}) {
-    portal.tell(appearance, "color-scheme", prefersDark);
-    EXPECT_TRUE(turns(dark));
-    portal.tell(appearance, "color-scheme", other);
+  for (const uint other : {NO_PREFERENCE, PREFERS_LIGHT}) {
+    portal.tell(APPEARANCE, "color-scheme", PREFERS_DARK);
+    EXPECT_TRUE(turns(DARK));
+    portal.tell(APPEARANCE, "color-scheme", other);
     EXPECT_TRUE(turns(own));
   }
 }
 
 TEST_F(ColourSchemeTest, LeavesAThemeThatIsDarkAlready) {
   QApplication::setPalette(QPalette(QColor(0x20, 0x30, 0x40), QColor(0x10, 0x20, 0x30)));
-  Portal portal(prefersDark);
+  Portal portal(PREFERS_DARK);
   const ColourScheme scheme;
-  portal.tell(appearance, "color-scheme", prefersDark);
+  portal.tell(APPEARANCE, "color-scheme", PREFERS_DARK);
   ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
   catchUp();
   EXPECT_EQ(window(), QColor(0x10, 0x20, 0x30));
 }
 
 TEST_F(ColourSchemeTest, IsDarkWhereTheDesktopAsksForItAndTakesNoOtherSettingForThat) {
-  Portal portal(prefersDark);
+  Portal portal(PREFERS_DARK);
   const ColourScheme scheme;
-  ASSERT_TRUE(turns(dark));
+  ASSERT_TRUE(turns(DARK));
   ColourChanges changes;
-  portal.tell(appearance, "accent-color", noPreference);
-  portal.tell("org.gnome.desktop.interface", "color-scheme", noPreference);
-  portal.tell(appearance, "color-scheme", prefersDark);
-  portal.tell(appearance, "color-scheme", noPreference);
+  portal.tell(APPEARANCE, "accent-color", NO_PREFERENCE);
+  portal.tell("org.gnome.desktop.interface", "color-scheme", NO_PREFERENCE);
+  portal.tell(APPEARANCE, "color-scheme", PREFERS_DARK);
+  portal.tell(APPEARANCE, "color-scheme", NO_PREFERENCE);
   EXPECT_TRUE(turns(own));
   EXPECT_EQ(changes.count, 1);
 }
@@ -133,9 +133,9 @@ TEST_F(ColourSchemeTest, FollowsAPortalThatComesLater) {
   const ColourScheme scheme;
   catchUp();
   EXPECT_EQ(window(), own);
-  Portal late(noPreference);
-  late.tell(appearance, "color-scheme", prefersDark);
-  EXPECT_TRUE(turns(dark));
+  Portal late(NO_PREFERENCE);
+  late.tell(APPEARANCE, "color-scheme", PREFERS_DARK);
+  EXPECT_TRUE(turns(DARK));
 }
 
 TEST(DarkPalette, IsLegible) {

@@ -7,8 +7,8 @@ namespace notewick {
 namespace {
 
 constexpr std::size_t MIB = 1024 * 1024;
-constexpr const char* ok = "HTTP/1.1 200 OK\r\n";
-constexpr const char* chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+constexpr const char* OK = "HTTP/1.1 200 OK\r\n";
+constexpr const char* CHUNKED = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
 
 struct Flood {
   const char* of;
@@ -17,29 +17,30 @@ struct Flood {
   const char* outcome;
 };
 
-constexpr const char* tooLarge = "The server's answer is too large.";
+constexpr const char* TOO_LARGE = "The server's answer is too large.";
 
 // What the kernels of both sides hold on the way counts as sent, too.
 TEST_F(CurlHttpSessionTest, AFloodEndsTheTransferAfterABoundedPart) {
-  constexpr std::size_t endless = 200 * MIB;
+  constexpr std::size_t ENDLESS = 200 * MIB;
   for (const Flood& flood :
-       {Flood{"headers", ok, "X: " + std::string(1000, 'x') + "\r\n", tooLarge},
-        Flood{"one header", std::string(ok) + "X: ", std::string(4096, 'x'), tooLarge},
-        Flood{"one status line", "HTTP/1.1 200 ", std::string(4096, 'x'), tooLarge},
-        Flood{"informational statuses", "", "HTTP/1.1 100 Continue\r\nX: y\r\n\r\n", tooLarge},
-        Flood{"trailers", std::string(chunked) + "2\r\nhi\r\n0\r\n", "X: yyyyyyyyyy\r\n", tooLarge},
+       {Flood{"headers", OK, "X: " + std::string(1000, 'x') + "\r\n", TOO_LARGE},
+        Flood{"one header", std::string(OK) + "X: ", std::string(4096, 'x'), TOO_LARGE},
+        Flood{"one status line", "HTTP/1.1 200 ", std::string(4096, 'x'), TOO_LARGE},
+        Flood{"informational statuses", "", "HTTP/1.1 100 Continue\r\nX: y\r\n\r\n", TOO_LARGE},
+        Flood{"trailers", std::string(CHUNKED) + "2\r\nhi\r\n0\r\n", "X: yyyyyyyyyy\r\n",
+              TOO_LARGE},
         Flood{"noise", "", std::string(4096, '\0'), NOT_UNDERSTOOD},
-        Flood{"a body", std::string(ok) + "\r\n", std::string(65536, 'x'), "200"},
-        Flood{"a body with its length", std::string(ok) + "Content-Length: 99999999999\r\n\r\n",
+        Flood{"a body", std::string(OK) + "\r\n", std::string(65536, 'x'), "200"},
+        Flood{"a body with its length", std::string(OK) + "Content-Length: 99999999999\r\n\r\n",
               std::string(65536, 'x'), "200"},
-        Flood{"chunks", chunked, "1000\r\n" + std::string(4096, 'x') + "\r\n", "200"}}) {
+        Flood{"chunks", CHUNKED, "1000\r\n" + std::string(4096, 'x') + "\r\n", "200"}}) {
     SCOPED_TRACE(flood.of);
     std::atomic<std::size_t> sent = 0;
     {
       const RawServer server([&](const RawConnection& connection) {
         (void)connection.readRequest();
         connection.write(flood.start);
-        sent = connection.writeWithoutEnd(flood.piece, endless);
+        sent = connection.writeWithoutEnd(flood.piece, ENDLESS);
       });
       EXPECT_EQ(outcome(get(server.url())), flood.outcome);
     }
@@ -50,7 +51,7 @@ TEST_F(CurlHttpSessionTest, AFloodEndsTheTransferAfterABoundedPart) {
 TEST_F(CurlHttpSessionTest, TheLargestHeadIsTakenWithAllItsHeads) {
   const std::string early = "HTTP/1.1 103 Early Hints\r\n\r\n";
   const std::string end = "Content-Length: 2\r\n\r\n";
-  std::string head = early + ok;
+  std::string head = early + OK;
   while (head.size() + 1000 < HttpAnswer::LARGEST_HEAD)
     head += "X: " + std::string(900, 'x') + "\r\n";
   head +=

@@ -11,7 +11,7 @@ struct Case {
   std::string outcome;
 };
 
-constexpr const char* tooLarge = "The server's answer is too large.";
+constexpr const char* TOO_LARGE = "The server's answer is too large.";
 
 std::string ok(const std::string& headers, const std::string& body) {
   return "HTTP/1.1 200 OK\r\n" + headers + "\r\n" + body;
@@ -114,7 +114,7 @@ TEST_F(OddAnswers, HeadersAreLinesWithAName) {
 
 TEST_F(OddAnswers, ALineHasItsLimit) {
   expect({{ok("X: " + std::string(90'000, 'x') + "\r\nContent-Length: 2\r\n", "hi"), "200 hi"},
-          {ok("X: " + std::string(120'000, 'x') + "\r\nContent-Length: 2\r\n", "hi"), tooLarge}});
+          {ok("X: " + std::string(120'000, 'x') + "\r\nContent-Length: 2\r\n", "hi"), TOO_LARGE}});
 }
 
 }  // namespace

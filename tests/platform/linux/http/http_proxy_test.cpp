@@ -17,9 +17,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr const char* established = "HTTP/1.1 200 Connection established\r\n\r\n";
-constexpr const char* refused = "The proxy refused the connection.";
-constexpr const char* asksForPassword = "The proxy asks for a user name and a password.";
+constexpr const char* ESTABLISHED = "HTTP/1.1 200 Connection established\r\n\r\n";
+constexpr const char* REFUSED = "The proxy refused the connection.";
+constexpr const char* ASKS_FOR_PASSWORD = "The proxy asks for a user name and a password.";
 constexpr auto PROXY_VARIABLES = {"https_proxy", "http_proxy", "HTTP_PROXY", "ALL_PROXY"};
 
 class HttpProxyTest : public CurlHttpSessionTest {
@@ -47,7 +47,7 @@ class HttpProxyTest : public CurlHttpSessionTest {
   [[nodiscard]] std::function<void(const RawConnection&)> tunnel() {
     return [this](const RawConnection& connection) {
       log_.add(connection.readRequest());
-      connection.write(established);
+      connection.write(ESTABLISHED);
       connection.joinWith(service_.port());
     };
   }
@@ -128,12 +128,12 @@ TEST_F(HttpProxyTest, ADesktopThatDoesNotTellItsProxiesCountsAsInactivity) {
 }
 
 TEST_F(HttpProxyTest, AProxysRefusalIsNeverTheServicesAnswer) {
-  EXPECT_EQ(behind(answer("403 Forbidden", R"({"error":"no"})")), refused);
-  EXPECT_EQ(behind(answer("502 Bad Gateway")), refused);
-  EXPECT_EQ(behind(answer("301 Moved", "", "Location: http://127.0.0.1/\r\n")), refused);
+  EXPECT_EQ(behind(answer("403 Forbidden", R"({"error":"no"})")), REFUSED);
+  EXPECT_EQ(behind(answer("502 Bad Gateway")), REFUSED);
+  EXPECT_EQ(behind(answer("301 Moved", "", "Location: http://127.0.0.1/\r\n")), REFUSED);
   EXPECT_EQ(behind(answer("401 Unauthorized", "", "WWW-Authenticate: Basic realm=\"x\"\r\n")),
-            refused);
-  EXPECT_EQ(behind("HTTP/1.1 503 Busy\r\n\r\n"), refused);
+            REFUSED);
+  EXPECT_EQ(behind("HTTP/1.1 503 Busy\r\n\r\n"), REFUSED);
 }
 
 TEST_F(HttpProxyTest, AProxyThatWantsAPasswordIsNotAskedTwice) {
@@ -141,9 +141,9 @@ TEST_F(HttpProxyTest, AProxyThatWantsAPasswordIsNotAskedTwice) {
                                   "Proxy-Authenticate: Basic realm=\"x\"\r\n");
   const RawServer proxy(RawServer::answering(asks));
   useProxy(proxy.url());
-  EXPECT_EQ(outcome(authorised()), asksForPassword);
+  EXPECT_EQ(outcome(authorised()), ASKS_FOR_PASSWORD);
   useProxy("http://ann:wrong@" + proxy.url().substr(7));
-  EXPECT_EQ(outcome(authorised()), asksForPassword);
+  EXPECT_EQ(outcome(authorised()), ASKS_FOR_PASSWORD);
   EXPECT_EQ(proxy.connections(), 2);
 }
 
@@ -153,7 +153,7 @@ TEST_F(HttpProxyTest, WhatIsNoProxysAnswerIsAnError) {
   EXPECT_EQ(behind(answer("200 OK", "<html>Welcome</html>")), INSECURE);
   EXPECT_EQ(behind(""), LOST);
   EXPECT_EQ(behind("HTTP/1.1 200 Conn"), LOST);
-  EXPECT_THAT(behind(established), testing::AnyOf(LOST, INSECURE)) << "a tunnel that is cut";
+  EXPECT_THAT(behind(ESTABLISHED), testing::AnyOf(LOST, INSECURE)) << "a tunnel that is cut";
 }
 
 TEST_F(HttpProxyTest, AnEndlessAnswerOfAProxyIsCut) {
@@ -226,7 +226,7 @@ TEST_F(SocksProxyTest, GetsThePasswordOfItsAddress) {
 
 TEST_F(SocksProxyTest, ItsRefusalIsATransportError) {
   reply_ = 2;
-  EXPECT_EQ(through(), refused);
+  EXPECT_EQ(through(), REFUSED);
 }
 
 /// A proxy as people run one: tinyproxy on the loopback, which finds service.test there.
@@ -260,10 +260,10 @@ class TinyProxyTest : public HttpProxyTest {
 TEST_F(TinyProxyTest, ReachesTheServiceWithItsPasswordAtAPortThatItAllows) {
   startProxy("BasicAuth ann secret");
   EXPECT_EQ(through("ann:secret@"), "200 secret answer");
-  EXPECT_EQ(through(), asksForPassword);
-  EXPECT_EQ(through("ann:wrong@"), refused);
+  EXPECT_EQ(through(), ASKS_FOR_PASSWORD);
+  EXPECT_EQ(through("ann:wrong@"), REFUSED);
   startProxy("ConnectPort 443");
-  EXPECT_EQ(through(), refused) << "a port that it does not allow";
+  EXPECT_EQ(through(), REFUSED) << "a port that it does not allow";
 }
 
 }  // namespace

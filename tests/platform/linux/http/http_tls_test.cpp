@@ -11,7 +11,7 @@
 namespace notewick {
 namespace {
 
-constexpr const char* names = "DNS:localhost,IP:127.0.0.1";
+constexpr const char* NAMES = "DNS:localhost,IP:127.0.0.1";
 
 class HttpTlsTest : public CurlHttpSessionTest {
  protected:
@@ -43,8 +43,8 @@ class HttpTlsTest : public CurlHttpSessionTest {
 };
 
 TEST_F(HttpTlsTest, TheEndOfTheServersCertificateIsKnownAlsoWhereItIsRefused) {
-  const TlsServer good(authority_.issue(names, {-1, 30}));
-  const TlsServer expired(authority_.issue(names, {-30, -3}));
+  const TlsServer good(authority_.issue(NAMES, {-1, 30}));
+  const TlsServer expired(authority_.issue(NAMES, {-30, -3}));
   EXPECT_EQ(answerAt(good.url()), INSECURE);
   EXPECT_EQ(good.answered(), 0);
   EXPECT_NEAR(daysLeft().value(), 30, 0.1);
@@ -59,7 +59,7 @@ TEST_F(HttpTlsTest, TheEndOfTheServersCertificateIsKnownAlsoWhereItIsRefused) {
 
 TEST_F(HttpTlsTest, AServerThatWasJudgedIsNotJudgedAnewForEachConnection) {
   SSL_CTX* context = nullptr;
-  const TlsServer server(authority_.issue(names), [&](SSL_CTX& made) { context = &made; });
+  const TlsServer server(authority_.issue(NAMES), [&](SSL_CTX& made) { context = &made; });
   userTrusts(file_);
   EXPECT_EQ(answerAt(server.url()), "200 secret answer");
   EXPECT_EQ(SSL_CTX_sess_hits(context), 0);
@@ -72,11 +72,11 @@ TEST_F(HttpTlsTest, WhomTheAuthorityDoesNotVouchForIsRefused) {
   const CertificateAuthority sameName;
   userTrusts(file_);
   for (const auto& [why, identity] :
-       {std::pair("another authority", other.issue(names)),
-        std::pair("a pretender", sameName.issue(names)),
+       {std::pair("another authority", other.issue(NAMES)),
+        std::pair("a pretender", sameName.issue(NAMES)),
         std::pair("another host", authority_.issue("DNS:velk.example,IP:127.0.0.2")),
-        std::pair("too late", authority_.issue(names, {-3, -1})),
-        std::pair("too early", authority_.issue(names, {1, 3}))}) {
+        std::pair("too late", authority_.issue(NAMES, {-3, -1})),
+        std::pair("too early", authority_.issue(NAMES, {1, 3}))}) {
     const TlsServer server(identity);
     EXPECT_EQ(answerAt(server.url()), INSECURE) << why;
     EXPECT_EQ(answerAt(server.url("localhost")), INSECURE) << why;
@@ -87,7 +87,7 @@ TEST_F(HttpTlsTest, WhomTheAuthorityDoesNotVouchForIsRefused) {
 TEST_F(HttpTlsTest, Version12IsTakenUnderEachNameAndOlderOnesAreRefusedAtOnce) {
   userTrusts(file_);
   for (const int version : {TLS1_VERSION, TLS1_1_VERSION, TLS1_2_VERSION}) {
-    const TlsServer server(authority_.issue(names), [version](SSL_CTX& context) {
+    const TlsServer server(authority_.issue(NAMES), [version](SSL_CTX& context) {
       SSL_CTX_set_security_level(&context, 0);
       SSL_CTX_set_min_proto_version(&context, version);
       SSL_CTX_set_max_proto_version(&context, version);
@@ -107,7 +107,7 @@ TEST_F(HttpTlsTest, AServerWithoutTlsIsRefused) {
 }
 
 TEST_F(HttpTlsTest, AFileWithoutCertificatesTrustsNobodyMore) {
-  const TlsServer server(authority_.issue(names));
+  const TlsServer server(authority_.issue(NAMES));
   const std::string file = LinuxSession::current().home() + "/no-certificates";
   std::ofstream(file) << "hello";
   userTrusts(file);

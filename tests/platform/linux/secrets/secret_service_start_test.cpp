@@ -53,13 +53,13 @@ class ActivationTest : public SecretStoreTest {
 };
 
 TEST_F(ActivationTest, WithoutAServiceThereIsNoStoreUntilOneAppears) {
-  EXPECT_EQ(store_.state(token), SecretState::noStore);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::noStore);
   EXPECT_EQ(loaded(), "no store");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
-  EXPECT_EQ(store_.remove(token), SecretWrite::noStore);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::noStore);
   EXPECT_THAT(unlocked(), ElementsAre(false));
   startAndWait({"/usr/bin/python3", FAKE_SECRET_SERVICE});
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
@@ -68,7 +68,7 @@ TEST_F(ActivationTest, AServiceThatTheBusFailsToStartIsTriedOnce) {
   busStarts("/bin/sh -c 'echo x >> " + tries + "; exit 1'");
   EXPECT_EQ(loaded(), "no store");
   EXPECT_EQ(loaded(), "no store");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::noStore);
   EXPECT_EQ(std::filesystem::file_size(tries), 2U);
 }
 
@@ -77,10 +77,10 @@ TEST_F(ActivationTest, AServiceThatHasGoneIsStartedAgainForTheUserOnly) {
   EXPECT_EQ(loaded(), "absent");
   busStarts("/usr/bin/python3 " FAKE_SECRET_SERVICE);
   serviceEnds();
-  EXPECT_EQ(store_.state(token), SecretState::locked);
+  EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "new"), SecretWrite::locked);
-  EXPECT_EQ(store_.remove(token), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
+  EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
   EXPECT_TRUE(waitForOwner(secret_service::NAME, false));
   EXPECT_THAT(unlocked(), ElementsAre(true));
   EXPECT_EQ(loaded(), "absent");
@@ -98,14 +98,14 @@ TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
   busStartsKWallet("0", "0");
   (void)loaded();
   EXPECT_THAT(unlocked(), ElementsAre(true));
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::done);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
   EXPECT_EQ(loaded(), "found s3cr3t");
 }
 
 TEST_F(ActivationTest, AKWalletThatIsSlowToStartCountsAsLockedUntilItIsThere) {
   busStartsKWallet("0.3", "1.2");
   EXPECT_EQ(loaded(), "locked");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::locked);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::locked);
   EXPECT_THAT(unlocked(), ElementsAre(true));
   EXPECT_EQ(loaded(), "absent");
 }
@@ -115,7 +115,7 @@ TEST_F(ActivationTest, AKWalletThatIsNoSecretServiceIsGivenUp) {
   EXPECT_EQ(loaded(), "locked");
   EXPECT_THAT(unlocked(), ElementsAre(false));
   EXPECT_EQ(loaded(), "no store");
-  EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::noStore);
+  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::noStore);
 }
 
 }  // namespace

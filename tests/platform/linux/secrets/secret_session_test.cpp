@@ -35,11 +35,11 @@ class EncryptedSessionTest : public ScriptedServiceTest {
 
   void expectNothingIsHandedOverWithTheKey(const QVariant& key) {
     control("AnswerKey", {QVariant::fromValue(QDBusVariant(key))});
-    EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+    EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::failed);
     control("Put", {tokenAttributes(), "old"});
-    EXPECT_EQ(store_.save(token, "s3cr3t"), SecretWrite::failed);
+    EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::failed);
     EXPECT_EQ(loaded(), "absent");
-    EXPECT_EQ(store_.remove(token), SecretWrite::done);
+    EXPECT_EQ(store_.remove(TOKEN), SecretWrite::done);
     EXPECT_THAT(crossed(), SizeIs(0));
     EXPECT_THAT(calls(), Not(Contains(AnyOf(QString("CreateItem"), QString("SetSecret")))));
     EXPECT_EQ(calls().count("Close"), calls().count("OpenSession"));
@@ -48,7 +48,7 @@ class EncryptedSessionTest : public ScriptedServiceTest {
 
 TEST_F(EncryptedSessionTest, SecretsCrossTheBusSealed) {
   for (const char* secret : {"s3cr3t-token", "s3cr3t-token that replaces it"}) {
-    EXPECT_EQ(store_.save(token, secret), SecretWrite::done);
+    EXPECT_EQ(store_.save(TOKEN, secret), SecretWrite::done);
     EXPECT_EQ(loaded(), std::string("found ") + secret);
   }
   EXPECT_THAT(crossed(), SizeIs(4));
