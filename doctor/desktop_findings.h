@@ -26,7 +26,7 @@ struct SessionFacts {
 
 struct TitleFacts {
   bool hasDisplay;
-  std::string reader = "";  ///< what reads the titles
+  std::string reader = {};  ///< what reads the titles
   bool isTrusted = false;
   std::size_t count = 0;  ///< titles of the frontmost application that it saw
 };

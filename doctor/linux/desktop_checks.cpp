@@ -85,8 +85,8 @@ bool isStartedWhenNeeded() {
 }
 
 bool isDefaultCollectionLocked(const SecretServiceConversation& service) {
-  const auto collection = service.defaultCollection();
-  return collection && *collection && service.isLocked(**collection).value_or(false);
+  const auto collection = service.defaultCollection().value_or(std::nullopt);
+  return collection && service.isLocked(*collection).value_or(false);
 }
 
 StoreFacts storeFacts() {

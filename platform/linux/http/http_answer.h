@@ -22,10 +22,10 @@ enum class FirstHead { service, proxy };
 class HttpAnswer {
  public:
   /// All heads of an answer together, informational ones and a trailer included.
-  static constexpr std::size_t LARGEST_HEAD = 256 * 1024;
+  static constexpr std::size_t LARGEST_HEAD = 256UL * 1024;
   /// A proxy's, which libcurl takes in byte by byte without a pause.
-  static constexpr std::size_t LARGEST_PROXY_HEAD = 32 * 1024;
-  static constexpr std::size_t LARGEST_BODY = 8 * 1024 * 1024;
+  static constexpr std::size_t LARGEST_PROXY_HEAD = 32UL * 1024;
+  static constexpr std::size_t LARGEST_BODY = 8UL * 1024 * 1024;
 
   explicit HttpAnswer(FirstHead first) : proxyIsNext_(first == FirstHead::proxy) {}
 
