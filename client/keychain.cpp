@@ -117,8 +117,11 @@ void Keychain::unlockAnswered(bool opened) {
 
 void Keychain::storeChanged() {
   const bool wasShut = isShut();
+  const bool wasLocked = state_ == SecretState::locked;
   forget();
-  if (!wasShut || !isOpenNow()) return;
+  if (!wasShut) return;
+  const bool isOpen = isOpenNow() || (wasLocked && state_ == SecretState::absent);
+  if (!isOpen) return;
   refused_ = false;
   if (question_ == Question::open) question_ = Question::moot;
   if (answered_) answered_(true);

@@ -243,6 +243,17 @@ TEST_F(LockedKeychainTest, OpenedByOthersBeforeAnyQuestionItGivesTheToken) {
   EXPECT_EQ(has(), "T");
 }
 
+TEST_F(KeychainTest, AStoreThatHungAndHoldsNoTokenAfterAllIsReportedOnce) {
+  store.hangs = true;
+  EXPECT_TRUE(keychain->isLocked());
+  store.othersLock();
+  EXPECT_THAT(answers, IsEmpty()) << "it still hangs";
+  store.answersAgain();
+  store.othersOpen();
+  EXPECT_THAT(answers, ElementsAre(true));
+  EXPECT_EQ(has(), "no token");
+}
+
 TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
   userIsAskedAndAnswers(false);
   store.othersOpen();

@@ -23,6 +23,7 @@ class FakeSecretStore : public SecretStore {
   [[nodiscard]] SecretState state(const SecretKey& key) override {
     ++looks;
     if (missing) return SecretState::noStore;
+    if (hangs) return SecretState::locked;
     if (!secrets_.contains(pathOf(key))) return SecretState::absent;
     return locked ? SecretState::locked : SecretState::found;
   }
@@ -73,6 +74,10 @@ class FakeSecretStore : public SecretStore {
   void othersLock() {
     othersDo([this] { locked = true; });
   }
+  /// A store that hung answers again.
+  void answersAgain() {
+    othersDo([this] { hangs = false; });
+  }
   void othersWrite(const std::string& token) {
     othersDo([&] { setRefreshToken(token); });
   }
@@ -89,6 +94,7 @@ class FakeSecretStore : public SecretStore {
   [[nodiscard]] std::size_t size() const { return secrets_.size(); }
 
   bool locked = false;
+  bool hangs = false;  ///< and nobody knows what it holds
   bool failWrites = false;
   bool missing = false;        ///< this system has no secret store
   bool reportsChanges = true;  ///< to whoever watches from then on

@@ -94,6 +94,18 @@ TEST_F(LockedStoreTest, AnAnswerAfterTheEndReachesNobody) {
   EXPECT_THAT(service.requests, IsEmpty());
 }
 
+// --- A store that hangs at launch ----------------------------------------------------------------
+
+TEST_F(SigningInTest, AStoreThatHangsAgainAfterTheQuestionAndHoldsNothingLeadsToThePanel) {
+  secrets.hangs = true;
+  launch();
+  secrets.userAnswers(true);
+  EXPECT_EQ(views.signIn, nullptr) << "the token may be there";
+  secrets.answersAgain();
+  EXPECT_TRUE(signInPanel().visible);
+  EXPECT_EQ(menuBegins(), SIGN_IN);
+}
+
 // --- A store that locks later --------------------------------------------------------------------
 
 TEST_F(SigningInTest, AStoreThatLocksLaterIsAskedForByTheCommandsThatNeedIt) {
