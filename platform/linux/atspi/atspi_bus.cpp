@@ -21,7 +21,8 @@ const QString OBJECT_EVENTS = QStringLiteral("org.a11y.atspi.Event.Object");
 const QString NAME_CHANGE = QStringLiteral("accessible-name");
 const QString CONNECTION_NAME = QStringLiteral("notewick-accessibility");
 
-QDBusMessage launcherCall(const QString& interface, const char* method, QVariantList arguments) {
+QDBusMessage launcherCall(const QString& interface, const char* method,
+                          const QVariantList& arguments) {
   auto message = QDBusMessage::createMethodCall(LAUNCHER, LAUNCHER_PATH, interface, method);
   message.setArguments(arguments);
   return message;

@@ -49,6 +49,7 @@ void HttpTransfer::fail(const std::string& description) {
       Qt::QueuedConnection);
 }
 
+// NOLINTBEGIN(bugprone-unchecked-optional-access): libcurl calls these once the transfer runs
 std::size_t HttpTransfer::onLine(char* bytes, std::size_t /*one*/, std::size_t count, void* self) {
   return static_cast<HttpTransfer*>(self)->answer_->takeLine({bytes, count}) ? count : 0;
 }
@@ -61,6 +62,7 @@ void HttpTransfer::ended(CURLcode code) {
   if (code == CURLE_FILESIZE_EXCEEDED) answer_->leaveBodyOut();
   end(std::move(*answer_).outcome(failureOf(code)));
 }
+// NOLINTEND(bugprone-unchecked-optional-access)
 
 std::optional<TransportError> HttpTransfer::failureOf(CURLcode code) const {
   if (code == CURLE_OK) return std::nullopt;
