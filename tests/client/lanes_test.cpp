@@ -83,7 +83,8 @@ TEST_F(LanesTest, OnlyTheCallsThatWaitAtThatMomentAreHurried) {
   lanes->hurry();
   enter({"d"});
   loop.runPosted();
-  EXPECT_THAT(started, ElementsAre("a", "b", "c"));
+  leave();
+  EXPECT_THAT(started, ElementsAre("a", "b", "c")) << "two are under way in the two lanes";
 }
 
 TEST_F(LanesTest, HurriedTwiceTheyStillStartOneATurn) {

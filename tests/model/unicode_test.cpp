@@ -16,6 +16,7 @@ TEST(ValidUtf8, ReplacesEachMaximalIllFormedPartOnce) {
   const std::pair<const char*, const char*> rows[] = {
       {"\xFFx", "\uFFFDx"},
       {"\xE2\x82x", "\uFFFDx"},
+      {"\xEF\xBFx", "\uFFFDx"},
       {"\xF0\x9F\x98x", "\uFFFDx"},
       {"\xC3", "\uFFFD"},
       {"\xF0\x9F\x98", "\uFFFD"},
