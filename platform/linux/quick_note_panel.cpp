@@ -246,7 +246,7 @@ void QtQuickNotePanel::placeAtBottomRight(double inset) {
 }
 
 void QtQuickNotePanel::saveFrame() {
-  userDefaults_.setString(FRAME_KEY, textOf(*savedFrame_));
+  if (savedFrame_) userDefaults_.setString(FRAME_KEY, textOf(*savedFrame_));
 }
 
 }  // namespace notewick

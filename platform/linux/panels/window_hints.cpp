@@ -120,8 +120,8 @@ bool tellsOfFrame(const QByteArray& eventType, const void* event) {
   if (eventType != "xcb_generic_event_t") return false;
   const auto& any = *static_cast<const xcb_generic_event_t*>(event);
   if ((any.response_type & ~SENT_BY_A_CLIENT) != XCB_PROPERTY_NOTIFY) return false;
-  static const xcb_atom_t FRAME = x11Atom(*x11Display(), "_NET_FRAME_EXTENTS");
-  return static_cast<const xcb_property_notify_event_t*>(event)->atom == FRAME;
+  static const xcb_atom_t frame = x11Atom(*x11Display(), "_NET_FRAME_EXTENTS");
+  return static_cast<const xcb_property_notify_event_t*>(event)->atom == frame;
 }
 
 }  // namespace notewick
