@@ -54,7 +54,7 @@ QString withoutComment(const QString& text) {
   return start < 0 ? text : text.left(start).trimmed();
 }
 
-constexpr qint64 LARGEST_FILE = 1024 * 1024;
+constexpr qint64 LARGEST_FILE = qint64{1024} * 1024;
 /// A program that writes settings holds their lock for some milliseconds.
 constexpr auto PATIENCE_WITH_A_LOCK = 2s;
 
@@ -136,12 +136,11 @@ std::optional<QString> read(const QString& file, const std::string& key) {
 }
 
 std::optional<QString> read(const std::string& key) {
-  auto text = read(ownFile(), key);
-  if (text || key != SYSTEM_WIDE_KEY) return text;
+  if (auto text = read(ownFile(), key); text || key != SYSTEM_WIDE_KEY) return text;
   for (const QString& file : systemWideFiles()) {
-    if ((text = read(file, key))) break;
+    if (auto text = read(file, key)) return text;
   }
-  return text;
+  return std::nullopt;
 }
 
 template <typename Change>

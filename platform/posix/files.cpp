@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr mode_t OWNER_ONLY_FOLDER = 0700;
 constexpr mode_t RIGHTS_OF_OTHERS = S_IRWXG | S_IRWXO;
-constexpr std::uint64_t LARGEST_FILE = 64 * 1024 * 1024;
+constexpr std::uint64_t LARGEST_FILE = std::uint64_t{64} * 1024 * 1024;
 
 std::string homeFromPasswordDatabase() {
   const passwd* const user = getpwuid(getuid());

@@ -76,7 +76,7 @@ std::optional<std::string> ciphered(Direction direction, std::string_view key,
                                      static_cast<int>(text.size())) == 1 &&
                     EVP_CipherFinal_ex(context.get(), start + size, &rest) == 1;
   if (!done) return std::nullopt;
-  out.resize(static_cast<std::size_t>(size + rest));
+  out.resize(static_cast<std::size_t>(size) + static_cast<std::size_t>(rest));
   return out;
 }
 

@@ -142,7 +142,7 @@ SecretServiceAnswer<QVariantList> SecretServiceConversation::call(
   registerSecretTypes();
   QDBusMessage message = QDBusMessage::createMethodCall(NAME, object, interface, member);
   message.setArguments(arguments);
-  return send(std::move(message));
+  return send(message);
 }
 
 SecretServiceAnswer<QVariantList> SecretServiceConversation::send(QDBusMessage message) const {

@@ -42,7 +42,7 @@ std::string lowered(std::string text) {
   return text;
 }
 
-constexpr std::uintmax_t LARGEST_ENTRY = 1024 * 1024;
+constexpr std::uintmax_t LARGEST_ENTRY = 1024UL * 1024;
 
 /// Opening a pipe would wait for its other end, and reading a device might never end.
 bool isUsable(const path& entry) {

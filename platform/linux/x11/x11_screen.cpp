@@ -52,12 +52,14 @@ std::optional<X11Screen::Desktop> X11Screen::readDesktop(const Deadline& deadlin
                                             deadline);
   if (isGone(properties)) return std::nullopt;
   Desktop desktop;
+  // NOLINTBEGIN(bugprone-unchecked-optional-access): where nothing is gone everything is there
   desktop.active = properties[0]->firstNumber().value_or(0);
   if (desktop.active == 0) return std::nullopt;
   desktop.windows = properties[properties[1]->exists() ? 1 : 2]->numbers();
   std::reverse(desktop.windows.begin(), desktop.windows.end());
   if (desktop.windows.size() > MAXIMUM_STACK) desktop.windows.resize(MAXIMUM_STACK);
   desktop.managerCheck = properties[3]->firstNumber().value_or(root);
+  // NOLINTEND(bugprone-unchecked-optional-access)
   return desktop;
 }
 

@@ -171,7 +171,7 @@ std::uint64_t bytesRead() {
 }
 
 TEST_F(PosixFilesTest, AFileOfMoreThan64MegabytesIsNotReadAndIsReplaced) {
-  constexpr std::uintmax_t LARGEST = 64 * 1024 * 1024;
+  constexpr std::uintmax_t LARGEST = 64UL * 1024 * 1024;
   const std::string file = contains("list", "[]");
   fs::resize_file(file, LARGEST);
   EXPECT_EQ(files_.read(file)->size(), LARGEST);

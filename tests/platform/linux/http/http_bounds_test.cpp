@@ -6,7 +6,7 @@
 namespace notewick {
 namespace {
 
-constexpr std::size_t MIB = 1024 * 1024;
+constexpr std::size_t MIB = 1024UL * 1024;
 constexpr const char* OK = "HTTP/1.1 200 OK\r\n";
 constexpr const char* CHUNKED = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
 
