@@ -13,7 +13,6 @@ namespace notewick {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::string NO_BUS = "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent";

@@ -18,9 +18,9 @@ namespace {
 using std::chrono::duration;
 
 // 2024-06-11 09:05:07 UTC.
-constexpr duration<double> summer{1718096707.0 - 978307200.0};
+constexpr duration<double> SUMMER{1718096707.0 - 978307200.0};
 // 2024-01-02 23:59:59.9 UTC.
-constexpr duration<double> winter{1704239999.9 - 978307200.0};
+constexpr duration<double> WINTER{1704239999.9 - 978307200.0};
 
 using Civil = std::tuple<int, int, int, int, int, int>;
 
@@ -47,8 +47,8 @@ TEST_F(SystemClockTest, NowIsInSecondsSinceTheFirstDayOf2001WithFractions) {
 
 TEST_F(SystemClockTest, ShowsTheUsersTimeZoneInSummerAndInWinter) {
   zoneIs("Europe/Berlin");
-  EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 11, 5, 7));
-  EXPECT_EQ(shown(winter), Civil(2024, 1, 3, 0, 59, 59));
+  EXPECT_EQ(shown(SUMMER), Civil(2024, 6, 11, 11, 5, 7));
+  EXPECT_EQ(shown(WINTER), Civil(2024, 1, 3, 0, 59, 59));
 }
 
 TEST_F(SystemClockTest, AFractionBelongsToTheSecondThatHasBegunAlsoBefore2001) {
@@ -64,22 +64,22 @@ TEST_F(SystemClockTest, FollowsAZoneFileThatIsReplacedOrWrittenOver) {
   fs::copy_file(zones / "Europe/Berlin", file);
   const std::string zone = std::string(":").append(file.string());
   zoneIs(zone);
-  EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 11, 5, 7));
+  EXPECT_EQ(shown(SUMMER), Civil(2024, 6, 11, 11, 5, 7));
 
   fs::copy_file(zones / "America/St_Johns", file.string() + ".new");
   fs::rename(file.string() + ".new", file);
-  EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 6, 35, 7));
+  EXPECT_EQ(shown(SUMMER), Civil(2024, 6, 11, 6, 35, 7));
 
   fs::copy_file(zones / "Australia/Sydney", file, fs::copy_options::overwrite_existing);
-  EXPECT_EQ(shown(summer), Civil(2024, 6, 11, 19, 5, 7));
+  EXPECT_EQ(shown(SUMMER), Civil(2024, 6, 11, 19, 5, 7));
   EXPECT_EQ(std::getenv("TZ"), zone);
 }
 
 TEST_F(SystemClockTest, WithoutASettingShowsTheSystemsZone) {
   unsetenv("TZ");
-  const Civil system = shown(summer);
+  const Civil system = shown(SUMMER);
   zoneIs(":/etc/localtime");
-  EXPECT_EQ(shown(summer), system);
+  EXPECT_EQ(shown(SUMMER), system);
 }
 
 TEST_F(SystemClockTest, TimesBeyondTheCalendarAreShownAsTheNearestInsideIt) {

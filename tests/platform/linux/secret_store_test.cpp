@@ -16,7 +16,6 @@ QByteArray bytesOf(const std::string& path) {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 using testing::SizeIs;
 
 TEST_F(GnomeKeyringTest, SavingReplacesAndNeverAddsASecondAndRemovingLeavesNone) {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QScreen>
 
 namespace notewick {
 namespace {

@@ -17,7 +17,7 @@ class HttpAnswerTest : public testing::Test {
   }
 
   static std::string told(const HttpAnswer& answer,
-                          std::optional<TransportError> failure = std::nullopt) {
+                          const std::optional<TransportError>& failure = std::nullopt) {
     const HttpOutcome outcome = answer.outcome(failure);
     if (!outcome) return outcome.error().description;
     return std::to_string(*outcome->statusCode) + (outcome->body ? " " + *outcome->body : "");
