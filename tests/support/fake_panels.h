@@ -111,7 +111,7 @@ class FakeSignInPanel : public FakePanel<SignInPanel, SignInPanelDelegate> {
   }
   /// Presses the button, or Return in a field; nothing while the button is disabled.
   void pressSignIn() {
-    if (!busy) callDelegate([](auto& delegate) { delegate.signIn(); });
+    if (!busy) callDelegate([](auto& receiver) { receiver.signIn(); });
   }
 
   SignInTexts texts;
@@ -170,18 +170,18 @@ class FakeQuickNotePanel : public FakePanel<QuickNotePanel, QuickNotePanelDelega
   // What the user does.
   void type(const std::string& text) {
     note = text;
-    callDelegate([](auto& delegate) { delegate.textDidChange(); });
+    callDelegate([](auto& receiver) { receiver.textDidChange(); });
   }
   void chooseParticipant(const std::string& title) { selection = indexOf(title, participants); }
   void pickMinutes(int segment) { minutes = indexOf(std::to_string(segment), texts.minutes); }
   void pressSend() {
-    callDelegate([](auto& delegate) { delegate.send(); });
+    callDelegate([](auto& receiver) { receiver.send(); });
   }
   void clickLog(std::size_t row) {
-    callDelegate([row](auto& delegate) { delegate.caughtLog(row); });
+    callDelegate([row](auto& receiver) { receiver.caughtLog(row); });
   }
   void clickSkip(std::size_t row) {
-    callDelegate([row](auto& delegate) { delegate.caughtSkip(row); });
+    callDelegate([row](auto& receiver) { receiver.caughtSkip(row); });
   }
 
   /// The texts of the rows.
