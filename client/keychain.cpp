@@ -85,6 +85,7 @@ std::optional<std::string> Keychain::token() {
 void Keychain::remember(SecretState state, std::optional<std::string> token) {
   state_ = state;
   token_ = std::move(token);
+  hasSeenToken_ = hasSeenToken_ || state == SecretState::found;
 }
 
 void Keychain::forget() {
@@ -117,11 +118,12 @@ void Keychain::unlockAnswered(bool opened) {
 
 void Keychain::storeChanged() {
   const bool wasShut = isShut();
-  const bool wasLocked = state_ == SecretState::locked;
+  // An open question is answered by itself, and a token that has been seen was taken away.
+  const bool isUnknown =
+      state_ == SecretState::locked && question_ == Question::none && !refused_ && !hasSeenToken_;
   forget();
   if (!wasShut) return;
-  const bool isOpen = isOpenNow() || (wasLocked && state_ == SecretState::absent);
-  if (!isOpen) return;
+  if (!isOpenNow() && !(isUnknown && state_ == SecretState::absent)) return;
   refused_ = false;
   if (question_ == Question::open) question_ = Question::moot;
   if (answered_) answered_(true);

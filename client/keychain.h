@@ -46,8 +46,8 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   /// Has `answered` called in a later turn: with true when the store is open and what waited is
   /// written, with false when the user refused. The answer comes from the user, or from somebody
   /// else who has opened the store, or has started one that holds a token, or from a store that did
-  /// not answer and turns out to hold none. A question that is still on screen then is answered to
-  /// nobody, unless the store has been locked again.
+  /// not answer at the launch and turns out to hold none. A question that is still on screen then
+  /// is answered to nobody, unless the store has been locked again.
   void setUnlockObserver(std::function<void(bool opened)> answered);
 
   /// Takes back that the user refused: from here on a locked store counts as locked again.
@@ -83,6 +83,7 @@ class Keychain : public std::enable_shared_from_this<Keychain> {
   std::function<void(bool opened)> answered_;
   std::optional<SecretState> state_;  ///< what the store said last
   std::optional<std::string> token_;  ///< fetched when it is used, where `state_` is `found`
+  bool hasSeenToken_ = false;         ///< there was one at some time since the launch
   Waiting waiting_ = Waiting::nothing;
   std::optional<std::string> waitingToken_;  ///< to be saved, where `waiting_` says so
   bool refused_ = false;

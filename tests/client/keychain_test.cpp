@@ -254,6 +254,22 @@ TEST_F(KeychainTest, AStoreThatHungAndHoldsNoTokenAfterAllIsReportedOnce) {
   EXPECT_EQ(has(), "no token");
 }
 
+TEST_F(KeychainTest, AStoreThatHungIsNotReportedWhileTheQuestionIsOpenNorWhereATokenWasSeen) {
+  store.hangs = true;
+  keychain->requestUnlock();
+  EXPECT_TRUE(keychain->isLocked());
+  store.answersAgain();
+  EXPECT_THAT(answers, IsEmpty());
+  store.userAnswers(true);
+  EXPECT_THAT(answers, ElementsAre(true)) << "that is the answer";
+  keychain->keychainSave("T");
+  store.hangs = true;
+  store.othersRemove();
+  EXPECT_TRUE(keychain->isLocked());
+  store.answersAgain();
+  EXPECT_THAT(answers, ElementsAre(true));
+}
+
 TEST_F(LockedKeychainTest, OpenedByOthersAfterARefusalItGivesTheToken) {
   userIsAskedAndAnswers(false);
   store.othersOpen();
