@@ -23,6 +23,8 @@ using namespace std::chrono_literals;
 
 /// A compositor gives the keyboard to a new window a moment after the window was drawn.
 constexpr auto DECLINING_TIME = 300ms;
+/// Window managers that are just moving a window do not hear what it asks for.
+constexpr auto SETTLING_TIME = 200ms;
 constexpr Qt::WindowFlags FLAGS = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint;
 
@@ -41,6 +43,9 @@ PanelWindow::PanelWindow(const std::string& title)
   keyboardReturns_.setSingleShot(true);
   keyboardReturns_.setInterval(DECLINING_TIME);
   connect(&keyboardReturns_, &QTimer::timeout, this, &PanelWindow::acceptKeyboard);
+  scaleSettles_.setSingleShot(true);
+  scaleSettles_.setInterval(SETTLING_TIME);
+  connect(&scaleSettles_, &QTimer::timeout, this, &PanelWindow::adoptScale);
   connect(qApp, &QGuiApplication::screenRemoved, this,
           [this] { QTimer::singleShot(0, this, &PanelWindow::comeBackOnScreen); });
   qApp->installEventFilter(this);
@@ -126,11 +131,12 @@ void PanelWindow::adoptScale() {
   if (!isVisible() || size() == minimumSize()) return;
   const QRect old = frame();
   const QPoint place = wantedPlace(old.size() + minimumSize() - size()).value_or(old.topLeft());
-  witness_.asked(place);
+  if (place != old.topLeft()) witness_.asked(place);
   setGeometry(QRect(place + geometry().topLeft() - old.topLeft(), minimumSize()));
 }
 
 void PanelWindow::windowMoved() {
+  if (scaleSettles_.isActive()) scaleSettles_.start();
   const QRect moved = windowHandle()->frameGeometry();
   const Mover mover = witness_.reported(moved.topLeft());
   if (mover == Mover::user) return userPlaced(moved);
@@ -209,8 +215,8 @@ void PanelWindow::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   keyboardReturns_.stop();
   witness_.mapped(pos());
-  connect(windowHandle(), &QWindow::screenChanged, this, &PanelWindow::adoptScale,
-          Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
+  connect(windowHandle(), &QWindow::screenChanged, &scaleSettles_, qOverload<>(&QTimer::start),
+          Qt::UniqueConnection);
   setFloatingHints(*windowHandle());
   if (declinesKeyboard_) setTakesKeyboard(*windowHandle(), false);
   QTimer::singleShot(0, this, [this] {  // when the window is mapped

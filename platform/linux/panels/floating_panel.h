@@ -104,6 +104,7 @@ class PanelWindow : public QWidget {
   std::optional<QPoint> grip_;     ///< where the user has pressed the background
   bool declinesKeyboard_ = false;  ///< the window manager has been told to give it none
   QTimer keyboardReturns_;  ///< runs from the first drawing to the end of `declinesKeyboard_`
+  QTimer scaleSettles_;     ///< runs from a change of screen until the window stands still
   bool quitting_ = false;   ///< the program is ending, and closing is not the user's doing
 };
 
