@@ -102,6 +102,7 @@ class AStormOfKills(Story):
         self.confirmed = []
         self.written = 0
         self.queued = 0
+        self.kills = 0
         self.kills_with_notes_waiting = 0
         self.kills_survived = collections.Counter()  # by the notes that were in the list then
 
@@ -186,32 +187,37 @@ class AStormOfKills(Story):
     def promised(self):
         return {*self.confirmed, *self.logged()}
 
-    def check_lists(self, kill):
+    def check_lists(self):
+        """After each kill."""
+        self.kills += 1
         for name in LISTS:
-            with self.subTest(kill=kill, list=name):
+            with self.subTest(kill=self.kills, list=name):
                 self.assertIsInstance(self.home.list(name), list)
         waiting = self.outbox()
         self.kills_with_notes_waiting += bool(waiting)
         self.kills_survived.update(waiting)
-        self.assertEqual(self.promised() - {*waiting, *self.service.inputs()}, set(), f"lost by kill {kill}")
+        self.assertEqual(
+            self.promised() - {*waiting, *self.service.inputs()}, set(), f"lost by kill {self.kills}"
+        )
 
     def test_loses_no_note_and_no_list(self):
         self.catch_work()
         program = self.start_signed_in()
         self.send_a_note(Form(program))
         program.kill()
+        self.check_lists()
         for fault in FAULTS:
             self.service.fail(CAPTURE, **fault)
-        for kill, moment in enumerate(itertools.islice(itertools.cycle(MOMENTS), KILLS), start=1):
+        for moment in itertools.islice(itertools.cycle(MOMENTS), KILLS):
             self.live_and_die(moment)
-            self.check_lists(kill)
+            self.check_lists()
         self.service.work_again()
         self.start()
         desk.wait_until(lambda: self.outbox() == [], what="an empty outbox")
         delivered = self.service.inputs()
         times = collections.Counter(delivered)
         for what, number in {
-            "kills": KILLS,
+            "kills": self.kills,
             "kills with notes waiting": self.kills_with_notes_waiting,
             "notes written": self.written,
             "notes confirmed": len(self.confirmed),
