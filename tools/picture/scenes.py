@@ -36,10 +36,6 @@ def settle():
     desk.wait_until(is_known, timeout=90, what="the end of all drawing")
 
 
-def xrandr(*arguments):
-    subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
-
-
 class Scenes:
     def __init__(self, look, folder):
         self.look = LOOKS[look]
@@ -59,8 +55,7 @@ class Scenes:
         if self.look.wants_dark:
             desk.start(sys.executable, pathlib.Path(__file__).with_name("portal.py")).wait_for_output("ready")
         if self.look.has_two_screens:
-            xrandr("--setmonitor", "LEFT", "1280/338x1200/317+0+0", "screen")
-            xrandr("--setmonitor", "RIGHT", "1280/338x1200/317+1280+0", "none")
+            screen.split(2560, 1200)
         self.start()
         self.sign_in()
         self.widget()
@@ -105,7 +100,7 @@ class Scenes:
         for name, left in {"left": 400, "right": 1500}.items():
             window.move(left, 300)
             self.picture(f"screens-{name}")
-        xrandr("--delmonitor", "RIGHT")
+        screen.unplug("RIGHT")
         self.picture("screens-unplugged")
 
     def caught_work(self):

@@ -21,6 +21,18 @@ def shot(path):
         _run("import", "-window", "root", path)
 
 
+def split(width, height):
+    """Makes two of the X screen of this size: LEFT and RIGHT, each half as wide."""
+    half = f"{width // 2}/169x{height}/211"
+    _run("xrandr", "--setmonitor", "LEFT", f"{half}+0+0", "screen")
+    _run("xrandr", "--setmonitor", "RIGHT", f"{half}+{width // 2}+0", "none")
+
+
+def unplug(name):
+    """Takes LEFT or RIGHT away again; without the two the screen is one."""
+    _run("xrandr", "--delmonitor", name)
+
+
 def wait_until_still():
     """Waits until two pictures in a row are the same: what is to be drawn has been drawn. On X only."""
     last = None

@@ -42,10 +42,6 @@ def save_frame(*frame):
     SETTINGS.write_text(f"[General]\nVELKQuickWidget={' '.join(map(str, frame))}\n")
 
 
-def xrandr(*arguments):
-    subprocess.run(["xrandr", *arguments], check=True, capture_output=True)
-
-
 class TheQuickNotePanel(unittest.TestCase):
     def setUp(self):
         self.addCleanup(desk.close_all)
@@ -58,10 +54,8 @@ class TheQuickNotePanel(unittest.TestCase):
         wait_until(lambda: STATES <= window.states and window.is_on_all_desktops, what="a floating window")
 
     def split_the_screen(self):
-        """Into LEFT and RIGHT, each half as wide."""
-        self.addCleanup(xrandr, "--delmonitor", "LEFT")
-        xrandr("--setmonitor", "LEFT", "640/169x800/211+0+0", "screen")
-        xrandr("--setmonitor", "RIGHT", "640/169x800/211+640+0", "none")
+        self.addCleanup(screen.unplug, "LEFT")
+        screen.split(SCREEN_WIDTH, SCREEN_HEIGHT)
 
     def test_floats_alone_and_leaves_the_keyboard_where_it_is_each_time_it_is_shown(self):
         work = desk.xterm("the user's work").window()
@@ -157,14 +151,14 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window, right=SCREEN_WIDTH // 2 - 24)
         window.move(900, 100)
         wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
-        xrandr("--delmonitor", "RIGHT")
+        screen.unplug("RIGHT")
         wait_until(
             lambda: frame_of(window)[2] == SCREEN_WIDTH // 2, what="its coming to the screen that is left"
         )
 
     def test_is_as_large_as_its_contents_on_a_screen_of_another_scale(self):
         self.split_the_screen()
-        self.addCleanup(xrandr, "--delmonitor", "RIGHT")
+        self.addCleanup(screen.unplug, "RIGHT")
         window = ShownViews("--quick", QT_SCREEN_SCALE_FACTORS="LEFT=1.5;RIGHT=1").window()
         self.wait_for_corner(window, right=SCREEN_WIDTH // 2 - 36, bottom=SCREEN_HEIGHT - 36)
         width = window.geometry.width
