@@ -118,7 +118,8 @@ void Keychain::unlockAnswered(bool opened) {
 
 void Keychain::storeChanged() {
   const bool wasShut = isShut();
-  // An open question is answered by itself, and a token that has been seen was taken away.
+  // Nobody is told of a store that hung and holds no token while a question is open, which gets its
+  // own answer, nor where there was a token, which somebody has taken away.
   const bool isUnknown =
       state_ == SecretState::locked && question_ == Question::none && !refused_ && !hasSeenToken_;
   forget();
