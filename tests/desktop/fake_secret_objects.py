@@ -1,7 +1,6 @@
 """The objects of the fake Secret Service on the bus: service, collection, items, sessions and prompts."""
 
 import functools
-import time
 
 import dbus
 import dbus.service
@@ -9,22 +8,9 @@ from fake_secret_sessions import InTheClear, Sealed
 
 ROOT = "/org/freedesktop/secrets"
 COLLECTION_PATH = ROOT + "/collection/login"
-DEFAULT_ALIAS_PATH = ROOT + "/aliases/default"
 SECRET = "org.freedesktop.Secret."
 PROPERTIES = "org.freedesktop.DBus.Properties"
 NOTHING = dbus.ObjectPath("/")
-
-
-class IsLocked(dbus.DBusException):
-    _dbus_error_name = SECRET + "Error.IsLocked"
-
-
-class NoSuchObject(dbus.DBusException):
-    _dbus_error_name = SECRET + "Error.NoSuchObject"
-
-
-class NotSupported(dbus.DBusException):
-    _dbus_error_name = "org.freedesktop.DBus.Error.NotSupported"
 
 
 def paths(objects):
@@ -47,59 +33,22 @@ def secret_method(interface, **options):
 
 
 class Exported(dbus.service.Object):
-    """An object on the bus with the properties of one interface."""
-
-    interface = ""
-
     def __init__(self, store, path):
         super().__init__(store.bus, path)
         self.store = store
 
-    def properties(self):
-        return {}
-
-    @dbus.service.method(PROPERTIES, in_signature="ss", out_signature="v")
-    def Get(self, _interface, name):
-        return self.properties()[name]
-
-    @dbus.service.method(PROPERTIES, in_signature="s", out_signature="a{sv}")
-    def GetAll(self, _interface):
-        return self.properties()
-
-    @dbus.service.signal(PROPERTIES, signature="sa{sv}as")
-    def PropertiesChanged(self, interface, changed, invalidated):
-        pass
-
-    def tell_change(self, *names):
-        values = self.properties()
-        self.PropertiesChanged(SECRET + self.interface, {n: values[n] for n in names}, [])
-
 
 class Session(Exported):
-    interface = "Session"
-
     @secret_method("Session")
     def Close(self):
         self.remove_from_connection()
 
 
 class Item(Exported):
-    interface = "Item"
-
-    def __init__(self, store, path, label, attributes, value, content_type):
+    def __init__(self, store, path, attributes, value, content_type):
         super().__init__(store, path)
-        self.path, self.label, self.attributes = path, label, attributes
+        self.path, self.attributes = path, attributes
         self.value, self.content_type = value, content_type
-        self.created = self.modified = int(time.time())
-
-    def properties(self):
-        return {
-            "Locked": dbus.Boolean(self.store.locked),
-            "Attributes": dbus.Dictionary(self.attributes, signature="ss"),
-            "Label": self.label,
-            "Created": dbus.UInt64(self.created),
-            "Modified": dbus.UInt64(self.modified),
-        }
 
     def matches(self, wanted):
         return all(self.attributes.get(key) == value for key, value in wanted.items())
@@ -130,50 +79,38 @@ class Item(Exported):
 
 
 class Collection(Exported):
-    interface = "Collection"
-    SUPPORTS_MULTIPLE_OBJECT_PATHS = True
-
     def __init__(self, store):
         super().__init__(store, COLLECTION_PATH)
-        self.add_to_connection(store.bus, DEFAULT_ALIAS_PATH)
         self.items = []
         self.made = 0
 
-    def properties(self):
-        return {
-            "Items": paths(i.path for i in self.items),
-            "Label": "Login",
-            "Locked": dbus.Boolean(self.store.locked),
-            "Created": dbus.UInt64(0),
-            "Modified": dbus.UInt64(0),
-        }
+    @dbus.service.method(PROPERTIES, in_signature="ss", out_signature="v")
+    def Get(self, _interface, name):
+        return {"Locked": self.store.locked}[name]
 
     def matching(self, attributes):
         return [i for i in self.items if i.matches(attributes)]
 
-    def put(self, label, attributes, value, content_type="text/plain", replace=True):
+    def put(self, attributes, value, content_type="text/plain", replace=True):
         if replace:
             for item in self.matching(attributes):
                 self.remove(item)
         self.made += 1
-        item = Item(self.store, f"{COLLECTION_PATH}/{self.made}", label, attributes, value, content_type)
+        item = Item(self.store, f"{COLLECTION_PATH}/{self.made}", attributes, value, content_type)
         self.items.append(item)
         self.ItemCreated(item.path)
-        self.tell_change("Items")
         return item
 
     def remove(self, item):
         self.items.remove(item)
         item.remove_from_connection()
         self.ItemDeleted(item.path)
-        self.tell_change("Items")
 
     @secret_method("Collection", in_signature="a{sv}(oayays)b", out_signature="oo")
     def CreateItem(self, properties, secret, replace):
         self.store.require_unlocked()
         attributes = {str(k): str(v) for k, v in properties.get(SECRET + "Item.Attributes", {}).items()}
-        label = properties.get(SECRET + "Item.Label", "")
-        item = self.put(label, attributes, self.store.received(secret), secret[3], replace)
+        item = self.put(attributes, self.store.received(secret), secret[3], replace)
         return dbus.ObjectPath(item.path), NOTHING
 
     @dbus.service.signal(SECRET + "Collection", signature="o")
@@ -191,8 +128,6 @@ class Collection(Exported):
 
 class Prompt(Exported):
     """Waits for the user, that is for the test; it is gone when the program that asked is gone."""
-
-    interface = "Prompt"
 
     def __init__(self, store, path, objects):
         super().__init__(store, path)
@@ -223,15 +158,10 @@ class Prompt(Exported):
 
 
 class Service(Exported):
-    interface = "Service"
-
-    def properties(self):
-        return {"Collections": paths([COLLECTION_PATH])}
-
     @secret_method("Service", in_signature="sv", out_signature="vo")
     def OpenSession(self, algorithm, theirs):
         if algorithm not in self.store.algorithms:
-            raise NotSupported("no such sessions")
+            raise dbus.DBusException("no such sessions", name="org.freedesktop.DBus.Error.NotSupported")
         path = self.store.new_path("session")
         Session(self.store, path)
         transfer = InTheClear() if algorithm == "plain" else Sealed(bytes(theirs))

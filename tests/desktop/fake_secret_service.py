@@ -36,10 +36,9 @@ from fake_secret_objects import (
     COLLECTION_PATH,
     PROPERTIES,
     ROOT,
+    SECRET,
     Collection,
     Exported,
-    IsLocked,
-    NoSuchObject,
     Prompt,
     Service,
 )
@@ -67,7 +66,7 @@ class Control(Exported):
 
     @dbus.service.method(CONTROL, in_signature="a{ss}s")
     def Put(self, attributes, secret):
-        self.store.collection.put("", dict(attributes), secret.encode())
+        self.store.collection.put(dict(attributes), secret.encode())
 
     @dbus.service.method(CONTROL, in_signature="sss")
     def Emit(self, path, interface, member):
@@ -160,13 +159,11 @@ class Store:
         return [p for p in self.prompts if p.is_open()]
 
     def oldest_prompt(self):
-        if not self.open_prompts():
-            raise NoSuchObject("no prompt is open")
         return self.open_prompts()[0]
 
     def require_unlocked(self):
         if self.locked:
-            raise IsLocked("the collection is locked")
+            raise dbus.DBusException("the collection is locked", name=SECRET + "Error.IsLocked")
 
     def require_room(self, method):
         if self.refusal and self.refused in ("", method):
@@ -192,9 +189,6 @@ class Store:
             return
         self.locked = locked
         self.service.CollectionChanged(COLLECTION_PATH)
-        for item in self.collection.items:
-            item.tell_change("Locked")
-        self.collection.tell_change("Locked")
 
 
 def main():

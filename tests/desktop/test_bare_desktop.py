@@ -30,7 +30,7 @@ class ABareDesktop(Story):
         program.widget.window.focus()
         # Signed in, the menu begins with what can only be read; its second command hides the widget.
         screen.press("Menu", "Down", "Down", "Return")
-        program.widget.wait_until_hidden()
+        program.widget.wait_until_gone()
         self.assertEqual(self.start().wait(), 0)
         self.wait_until_active(program.widget.window)
         self.check_that_no_secret_is_written(program)

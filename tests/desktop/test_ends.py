@@ -21,7 +21,7 @@ class AnEnd(Story):
     def check_that_all_is_kept(self):
         self.assertEqual([note["input"] for note in self.home.list("outbox.json")], [NOTE])
         self.assertIsNotNone(stored_token())
-        self.assertEqual(self.home.setting("VELKWidgetVisible"), "true")
+        self.assertIn("\nVELKWidgetVisible=true\n", self.home.settings.read_text())
 
     def test_by_a_logout_keeps_the_notes_the_sign_in_and_the_widget(self):
         manager = SessionManager(self.home.folder)

@@ -35,7 +35,7 @@ class TheSecretStore(Story):
         keyring.lock()
         self.addCleanup(keyring.unlock)
         program = self.start()
-        desk.wait_until(keyring.prompt, what="the prompt of the keyring")
+        desk.wait_until(keyring.prompts, what="the prompt of the keyring")
         return program
 
     @staticmethod

@@ -21,7 +21,7 @@ class OnWayland(Chapters):
 
     def hide_widget(self):
         self.program.choose("Hide floating widget")
-        self.program.widget.wait_until_hidden()
+        self.program.widget.wait_until_gone()
 
     def wait_until_it_floats(self):
         desk.wait_until(lambda: self.program.widget.window.is_floating, what="the widget floating")

@@ -46,7 +46,7 @@ class AHangingAccessibilityBus(Story):
         with Watch(program) as watch:
             program.wait_for_entry("Watching · 12 participants")
             program.choose("Hide floating widget")
-            program.widget.wait_until_hidden()
+            program.widget.wait_until_gone()
             program.choose("Show floating widget")
             program.widget.window
             program.send_what_waits()

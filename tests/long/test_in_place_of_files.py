@@ -46,7 +46,7 @@ class InPlaceOfFiles(Story):
         self.service.wait_for_notes(NOTE)
         program.choose("Start at login")
         program.choose("Hide floating widget")
-        program.widget.wait_until_hidden()
+        program.widget.wait_until_gone()
         self.assertEqual(program.quit(), 0)
 
     def test_pipes_are_never_waited_for(self):

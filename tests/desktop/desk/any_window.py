@@ -16,9 +16,6 @@ class AnyWindow:
     def __eq__(self, other):
         return type(other) is type(self) and self.number == other.number
 
-    def __hash__(self):
-        return hash(self.number)
-
     def __repr__(self):
         return f"<window {self.number} {self.title!r}>"
 

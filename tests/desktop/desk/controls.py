@@ -14,7 +14,6 @@ _ATSPI = "org.a11y.atspi."
 _PROPERTIES = "org.freedesktop.DBus.Properties"
 _CALL_LIMIT = 10.0  # seconds
 _LABELLED_BY = 2
-_ON_THE_SCREEN = dbus.UInt32(0)
 _NOBODY = "/org/a11y/atspi/null"
 
 _STATES = {4: "checked", 8: "enabled", 12: "focused", 25: "showing", 30: "visible"}  # of AtspiStateType
@@ -108,11 +107,6 @@ class Control:
         return "focused" in self.states
 
     @property
-    def geometry(self):
-        """x, y, width and height on the screen, in pixels; of a native Wayland window, within it."""
-        return tuple(int(n) for n in self._call("Component", "GetExtents", _ON_THE_SCREEN))
-
-    @property
     def children(self):
         return [Control(*child) for child in self._call("Accessible", "GetChildren") if child[1] != _NOBODY]
 
@@ -137,9 +131,6 @@ class Control:
     def all(self, name=None, role=None):
         """What is on the screen with this name (its own or its label's) and role."""
         return [c for c in self.below() if c.is_called(name, role)]
-
-    def has(self, name=None, role=None):
-        return bool(self.all(name, role))
 
     def find(self, name=None, role=None, timeout=LIMIT):
         """The first of them, as soon as it is on the screen."""
@@ -169,17 +160,13 @@ class Control:
             raise AssertionError(f"{self} cannot be written to")
 
 
-def _application(pid):
-    daemon = _bus().get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
-    for program in Control(_ATSPI + "Registry", "/org/a11y/atspi/accessible/root").children:
-        if daemon.GetConnectionUnixProcessID(program.owner, dbus_interface="org.freedesktop.DBus") == pid:
-            return program
-    return None
-
-
 def at_once(program):
     """All windows of a program that was started here; None while accessibility does not know it."""
-    return _application(program.pid)
+    daemon = _bus().get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
+    for one in Control(_ATSPI + "Registry", "/org/a11y/atspi/accessible/root").children:
+        if daemon.GetConnectionUnixProcessID(one.owner, dbus_interface="org.freedesktop.DBus") == program.pid:
+            return one
+    return None
 
 
 def of(program, timeout=LIMIT):

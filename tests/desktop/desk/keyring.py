@@ -77,14 +77,8 @@ def prompts():
     return [w for w in windows.everything() if w.class_name == "Gcr-prompter"]
 
 
-def prompt():
-    return next(iter(prompts()), None)
-
-
 def _prompt_with_keyboard():
-    window = wait_until(prompt, what="the prompt of the keyring")
-    window.focus()
-    return window
+    wait_until(prompts, what="the prompt of the keyring")[0].focus()
 
 
 def answer_prompt(password=PASSWORD):

@@ -46,10 +46,6 @@ class Home:
         self.settings.parent.mkdir(parents=True)
         self.settings.write_text(f"[General]\nVELKBaseURL={origin}\n")
 
-    def setting(self, key):
-        found = re.search(rf"^{key}=(.*)$", self.settings.read_text(), re.MULTILINE)
-        return found[1] if found else None
-
     def text(self, name):
         """A file of the program's folder; a missing one reads as empty."""
         path = self.support / name
@@ -110,27 +106,30 @@ class Home:
         return [word for content in files for word in re.findall(rb"[0-9A-Za-z_+/-]{43,}", content)]
 
 
-class Widget:
-    """The quick-note panel."""
+class Panel:
+    """A panel of the program: its window, and its controls."""
 
-    def __init__(self, program):
+    def __init__(self, program, title):
         self._program = program
+        self._title = title
 
     @property
     def window(self):
-        return windows.wait_for(QUICK_NOTE, pid=self._program.pid)
+        return windows.wait_for(self._title, pid=self._program.pid)
 
     @property
     def shown(self):
-        return windows.find(QUICK_NOTE, pid=self._program.pid) is not None
+        return windows.find(self._title, pid=self._program.pid) is not None
 
-    def wait_until_hidden(self):
-        windows.wait_until_gone(QUICK_NOTE, pid=self._program.pid)
+    def wait_until_gone(self):
+        windows.wait_until_gone(self._title, pid=self._program.pid)
 
     @property
     def panel(self):
-        return controls.of(self._program).find(QUICK_NOTE, "dialog")
+        return controls.of(self._program).find(self._title, "dialog")
 
+
+class Widget(Panel):
     @property
     def note(self):
         return self.panel.find("What did you do?", "text")
@@ -163,25 +162,7 @@ class Widget:
         self.panel.find(f"Log {row}", "push button").click()
 
 
-class SignInPanel:
-    def __init__(self, program):
-        self._program = program
-
-    @property
-    def window(self):
-        return windows.wait_for(SIGN_IN, pid=self._program.pid)
-
-    @property
-    def shown(self):
-        return windows.find(SIGN_IN, pid=self._program.pid) is not None
-
-    def wait_until_gone(self):
-        windows.wait_until_gone(SIGN_IN, pid=self._program.pid)
-
-    @property
-    def panel(self):
-        return controls.of(self._program).find(SIGN_IN, "dialog")
-
+class SignInPanel(Panel):
     def sign_in(self, email=local_service.EMAIL, password=local_service.PASSWORD):
         panel = self.panel
         panel.find("Email", "text").write(email)
@@ -194,8 +175,8 @@ class Notewick(programs.Program):
 
     def __init__(self, *arguments, environment):
         super().__init__([PROGRAM, *arguments], environment)
-        self.widget = Widget(self)
-        self.sign_in_panel = SignInPanel(self)
+        self.widget = Widget(self, QUICK_NOTE)
+        self.sign_in_panel = SignInPanel(self, SIGN_IN)
 
     @property
     def tray(self):

@@ -1,7 +1,6 @@
 """Notifications, read back from the server that shows them: dunst, or mako on sway."""
 
 import json
-import os
 import subprocess
 from collections import namedtuple
 
@@ -18,18 +17,11 @@ def _run(*arguments):
     return subprocess.run(arguments, capture_output=True, text=True, timeout=10, check=True).stdout
 
 
-def _server_is_mako():
-    return "SWAYSOCK" in os.environ
-
-
-def _entries(text):
-    return [{key: field["data"] for key, field in entry.items()} for entry in json.loads(text)["data"][0]]
-
-
-def _history_of_dunst():
-    """The oldest first. The history cannot be cleared, so clear() remembers how far it was read."""
-    entries = sorted(_entries(_run("dunstctl", "history")), key=lambda e: e["timestamp"])
-    return [e for e in entries if e["timestamp"] > _cleared_at]
+def _history():
+    """Of dunst, the oldest first. It cannot be cleared, so clear() remembers how far it was read."""
+    [written] = json.loads(_run("dunstctl", "history"))["data"]
+    entries = [{key: field["data"] for key, field in entry.items()} for entry in written]
+    return sorted((e for e in entries if e["timestamp"] > _cleared_at), key=lambda e: e["timestamp"])
 
 
 def everything():
@@ -38,16 +30,11 @@ def everything():
     dunst tells the text of closed ones only, so this closes those on the screen: look at the screen, or
     click them, before.
     """
-    if _server_is_mako():
-        shown = sorted(_entries(_run("makoctl", "list")), key=lambda e: e["id"])
-        return [Notification(e["id"], e["app-name"], e["summary"], e["body"]) for e in shown]
     _run("dunstctl", "close-all")
-    return [Notification(e["id"], e["appname"], e["summary"], e["body"]) for e in _history_of_dunst()]
+    return [Notification(e["id"], e["appname"], e["summary"], e["body"]) for e in _history()]
 
 
 def count_displayed():
-    if _server_is_mako():
-        return len(everything())
     return int(_run("dunstctl", "count", "displayed"))
 
 
@@ -66,20 +53,20 @@ def click():
     screen.click(geometry.x + geometry.width // 2, geometry.y + geometry.height // 2)
 
 
-def find(summary):
-    """The latest with exactly this summary, or None."""
-    return next((n for n in reversed(everything()) if n.summary == summary), None)
-
-
 def wait_for(summary, timeout=LIMIT):
-    return wait_until(lambda: find(summary), timeout, f"the notification {summary!r}")
+    """The latest with exactly this summary, as soon as it is there."""
+
+    def latest():
+        return next((n for n in reversed(everything()) if n.summary == summary), None)
+
+    return wait_until(latest, timeout, f"the notification {summary!r}")
 
 
 def clear():
     """Closes and forgets all."""
     global _cleared_at
-    if _server_is_mako():
+    if screen.IN_SWAY:
         _run("makoctl", "dismiss", "--all")
         return
     _run("dunstctl", "close-all")
-    _cleared_at = max((e["timestamp"] for e in _history_of_dunst()), default=_cleared_at)
+    _cleared_at = max((e["timestamp"] for e in _history()), default=_cleared_at)

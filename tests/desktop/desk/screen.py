@@ -6,7 +6,6 @@ import subprocess
 from desk.waiting import wait_until
 
 IN_SWAY = "SWAYSOCK" in os.environ
-_WTYPE_MODIFIERS = {"ctrl", "shift", "alt", "logo"}
 
 
 def _run(*arguments):
@@ -14,11 +13,8 @@ def _run(*arguments):
 
 
 def shot(path):
-    """Writes a picture of the whole screen."""
-    if IN_SWAY:
-        _run("grim", path)
-    else:
-        _run("import", "-window", "root", path)
+    """Writes a picture of the whole X screen."""
+    _run("import", "-window", "root", path)
 
 
 def split(width, height):
@@ -39,10 +35,7 @@ def wait_until_still():
 
     def same_as_before():
         nonlocal last
-        before, last = (
-            last,
-            subprocess.run(["import", "-window", "root", "rgb:-"], capture_output=True).stdout,
-        )
+        before, last = last, subprocess.check_output(["import", "-window", "root", "rgb:-"], timeout=20)
         return last == before
 
     wait_until(same_as_before, what="the end of all drawing")
@@ -59,27 +52,11 @@ def type_text(text):
 
 
 def press(*chords):
-    """Keys by their X names: press("ctrl+a", "BackSpace"). In sway, GTK programs ignore them."""
+    """Keys by their X names: press("ctrl+a", "BackSpace"). On X only."""
     for chord in chords:
-        if IN_SWAY:
-            _run("wtype", *_wtype_arguments(chord))
-        else:
-            _run("xdotool", "key", chord)
+        _run("xdotool", "key", chord)
 
 
-def _wtype_arguments(chord):
-    *modifiers, key = chord.split("+")
-    unknown = set(modifiers) - _WTYPE_MODIFIERS
-    if unknown:
-        raise ValueError(f"unknown modifier {unknown}")
-    before = [argument for m in modifiers for argument in ("-M", m)]
-    after = [argument for m in reversed(modifiers) for argument in ("-m", m)]
-    return [*before, "-k", key, *after]
-
-
-def click(x, y, button=1, times=1):
-    """A real click of the mouse; on X only, sway's seat has no mouse. Button 1 is left, 2 middle, 3 right.
-
-    Two times are a double click: the program has a moment to answer the first one.
-    """
-    _run("xdotool", "mousemove", "--sync", x, y, "click", "--repeat", times, "--delay", 100, button)
+def click(x, y, button=1):
+    """A real click of the mouse; on X only, sway's seat has no mouse. Button 1 is left, 2 middle, 3 right."""
+    _run("xdotool", "mousemove", "--sync", x, y, "click", button)

@@ -36,11 +36,6 @@ class Window(AnyWindow):
         return self._node().get("pid", 0)
 
     @property
-    def class_name(self):
-        node = self._node()
-        return node.get("app_id") or node.get("window_properties", {}).get("class", "")
-
-    @property
     def is_of_x(self):
         """Whether it came through XWayland."""
         return self._node().get("shell") == "xwayland"
@@ -76,8 +71,3 @@ class Window(AnyWindow):
 
 def everything():
     return [Window(node["id"]) for node in _nodes()]
-
-
-def active():
-    """The active window, or None."""
-    return next((Window(n["id"]) for n in _nodes() if n["focused"]), None)

@@ -1,7 +1,7 @@
 """Windows: of the X server in an X session, of sway in a Wayland session.
 
-Both kinds have title, pid, class_name, geometry, exists, is_active, focus(), ask_to_close() and close();
-those of X have states, types, is_on_all_desktops, retitle() and move() besides.
+Both kinds have title, pid, geometry, exists, is_active, focus(), ask_to_close() and close(); those of X have
+class_name, states, types, is_on_all_desktops, retitle() and move() besides.
 """
 
 import contextlib
@@ -14,7 +14,6 @@ from desk.waiting import LIMIT, wait_until
 _desktop = sway_windows if "SWAYSOCK" in os.environ else x_windows
 
 everything = _desktop.everything
-active = _desktop.active
 
 
 def find(title=None, pid=None):

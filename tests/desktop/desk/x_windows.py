@@ -64,7 +64,7 @@ class Window(AnyWindow):
 
     @property
     def is_active(self):
-        return active() == self
+        return self in _root_windows("_NET_ACTIVE_WINDOW")
 
     def _activate(self):
         _run("wmctrl", "-i", "-a", self.number)
@@ -89,9 +89,3 @@ def _root_windows(name):
 def everything():
     """All windows that the window manager knows, in the order of their appearance."""
     return _root_windows("_NET_CLIENT_LIST")
-
-
-def active():
-    """The active window, or None."""
-    found = [w for w in _root_windows("_NET_ACTIVE_WINDOW") if int(w.number, 16)]
-    return found[0] if found else None

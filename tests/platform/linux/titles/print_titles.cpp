@@ -2,7 +2,7 @@
 // sample, "ask" asks the user for leave to read. After either comes one line of JSON on standard
 // output; only then write the next.
 //
-//   print-titles [--reader x11|toplevels|atspi|atspi+x11] [--window TITLE...]
+//   print-titles [--reader atspi|atspi+x11] [--window TITLE...]
 //
 // --reader takes that reader, not the one that fits the session; --window, the last option, shows
 // windows of its own.
@@ -14,10 +14,10 @@
 #include <QWidget>
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -54,15 +54,10 @@ Json answer(const TitleReader& reader) {
 }
 
 TitleReader readerNamed(const std::string& name) {
+  if (name == "atspi") return makeAtspiReader();
+  if (name == "atspi+x11") return makeAtspiAndX11Reader();
   if (name.empty()) return chooseTitleReader();
-  auto reader = name == "x11"         ? makeX11Reader()
-                : name == "toplevels" ? makeToplevelReader()
-                                      : std::nullopt;
-  if (name == "atspi") reader = makeAtspiReader();
-  if (name == "atspi+x11") reader = makeAtspiAndX11Reader();
-  if (reader) return std::move(*reader);
-  std::cerr << "print-titles: no reader \"" << name << "\" in this session\n";
-  std::exit(EXIT_FAILURE);
+  throw std::invalid_argument("there is no reader \"" + name + '"');
 }
 
 std::string valueOf(const std::vector<std::string>& arguments, const std::string& option) {
