@@ -9,23 +9,15 @@ from pathlib import Path
 
 import desk
 from desk import notewick, notifications, tray
-from desk.notewick import NO_WORK, WATCHING, menu
 from desk.story import Chapters
 
 DESKTOP_ENTRY = Path(__file__).parents[2] / "packaging/linux/tools.velk.notewick.desktop"
 
 
 class OnADesktop(Chapters):
-    def test_its_menu_is_read_and_obeyed_at_the_tray(self):
-        self.program.wait_for_menu(menu(WATCHING, NO_WORK))
-        self.program.choose("Pause watching")
-        self.program.wait_for_menu(menu([WATCHING[0], "Paused"], NO_WORK, watching="Resume"))
-        self.program.choose("Resume watching")
-        self.program.wait_for_menu(menu(WATCHING, NO_WORK))
-
     def work_elsewhere_with_the_widget_hidden(self):
         self.program.choose("Hide floating widget")
-        self.program.widget.wait_until_hidden()
+        self.program.widget.wait_until_gone()
         desk.xterm("the user's work").window().focus()
 
     def test_a_left_click_on_its_item_gives_the_widget_the_keyboard(self):

@@ -24,30 +24,23 @@ class TheMemory(Story):
         except desk.TimedOut:
             self.assertEqual(self.places(program, *texts), [])
 
-    def start_with_tokens_of_its_own(self):
-        """Signed in, with a note sent and the tokens replaced: (program, all tokens there have been)."""
+    def test_holds_no_token_that_has_been_replaced_and_none_3_seconds_after_a_sign_out(self):
         program = self.start_signed_in()
         program.widget.write_note("first")
         self.service.wait_for_notes("first")
-        tokens = [stored_token(), self.service.bearer()]
+        replaced = [stored_token(), self.service.bearer()]
         program.quit()
         program = self.start()
         program.widget.window
-        desk.wait_until(lambda: stored_token() != tokens[0], what="the refreshed token")
+        desk.wait_until(lambda: stored_token() != replaced[0], what="the refreshed token")
         program.widget.write_note("second")
         self.service.wait_for_notes("first", "second")
-        return program, [*tokens, stored_token(), self.service.bearer()]
-
-    def test_holds_no_token_3_seconds_after_a_sign_out(self):
-        program, tokens = self.start_with_tokens_of_its_own()
+        self.wait_for_the_end_of(program, *replaced, timeout=AFTER_A_SIGN_OUT)
+        tokens = [*replaced, stored_token(), self.service.bearer()]
         self.assertNotEqual(self.places(program, tokens[-1]), [], "the search finds a token that is there")
         program.choose("Sign out of VELK")
         program.wait_for_entry("Sign in to VELK…")
         self.wait_for_the_end_of(program, *tokens, timeout=AFTER_A_SIGN_OUT)
-
-    def test_holds_no_token_that_has_been_replaced(self):
-        program, tokens = self.start_with_tokens_of_its_own()
-        self.wait_for_the_end_of(program, *tokens[:2], timeout=AFTER_A_SIGN_OUT)
 
     def test_leaves_no_core(self):
         program = self.start()

@@ -17,6 +17,7 @@ using Result = tl::expected<HttpResponse, TransportError>;
 // What the user reads of a failed request.
 inline constexpr const char* LOST = "The connection was lost.";
 inline constexpr const char* INSECURE = "A secure connection could not be made.";
+inline constexpr const char* TOO_LARGE = "The server's answer is too large.";
 inline constexpr const char* NOT_UNDERSTOOD = "The server's answer could not be understood.";
 
 /// How an outcome reads in a test: "200 body", "204", or the description of the error.

@@ -46,15 +46,6 @@ TEST_F(CurlHttpSessionTest, ACutIsALostConnectionAndANoteIsNotSentAgain) {
   }
 }
 
-TEST_F(CurlHttpSessionTest, ARefusedConnectionIsATransportError) {
-  std::string url;
-  {
-    const RawServer closed(RawServer::answering(""));
-    url = closed.url();
-  }
-  EXPECT_EQ(outcome(get(url)), "The connection was refused.");
-}
-
 TEST_F(CurlHttpSessionTest, WhatIsNoWebAddressIsATransportErrorInALaterTurn) {
   for (const char* url : {"", "velk.example", "https://", "http://[::1", "https://a b/", "//host/x",
                           "ftp://127.0.0.1/", "file:///etc/passwd", "data:,x", "qrc:/x"}) {

@@ -28,10 +28,6 @@ struct NoteLog : QuickNotePanelDelegate {
   std::function<void()> onSkip;
 };
 
-inline CaughtRow row(const std::string& name) {
-  return {name, "Log " + name, "Skip " + name};
-}
-
 /// The quick-note panel with the controls that a user finds in it.
 class QuickNotePanelTest : public testing::Test {
  protected:
@@ -42,10 +38,6 @@ class QuickNotePanelTest : public testing::Test {
   QComboBox& chooser() { return control<QComboBox>(window(), "Participant"); }
   QAbstractButton& button(const std::string& name) {
     return control<QAbstractButton>(window(), name);
-  }
-  static std::string focused() {
-    const QWidget* const widget = QApplication::focusWidget();
-    return widget != nullptr ? widget->accessibleName().toStdString() : "nothing";
   }
   static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);

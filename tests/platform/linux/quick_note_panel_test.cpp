@@ -225,16 +225,5 @@ TEST_F(QuickNotePanelTest, OffersTheMenuByMouseAndKeyboardUnlessTheTrayHasIt) {
   }
 }
 
-TEST_F(QuickNotePanelTest, GivesEveryControlAnAccessibleName) {
-  panel_.setParticipants({"Alice"}, 0);
-  panel_.setCaught({row("Lena")}, std::nullopt);
-  activate(window());
-  for (const QWidget* widget : window().findChildren<QWidget*>()) {
-    if (widget->isVisible() && widget->focusPolicy() != Qt::NoFocus) {
-      EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->metaObject()->className();
-    }
-  }
-}
-
 }  // namespace
 }  // namespace notewick

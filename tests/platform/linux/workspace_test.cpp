@@ -75,12 +75,6 @@ TEST_F(DesktopWorkspaceTest, SaysNothingOfAMissingOpener) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_F(DesktopWorkspaceTest, StartsTheRunningExecutableAtLogin) {
-  EXPECT_EQ(workspace_.loginItemForm(), LoginItemForm::autostartEntry);
-  EXPECT_TRUE(workspace_.bundlePath().starts_with('/'));
-  EXPECT_TRUE(fs::equivalent(workspace_.bundlePath(), "/proc/self/exe"));
-}
-
 TEST_F(DesktopWorkspaceTest, ConfigurationIsWhereXdgSaysOrInTheHomeFolder) {
   const std::string fallback = LinuxSession::current().home() + "/.config";
   qunsetenv("XDG_CONFIG_HOME");

@@ -58,20 +58,15 @@ class Consent(unittest.TestCase):
         self.assertFalse(self.reader.ask_for_leave().trusted)
         self.assertEqual(len(self.questions()), 1)
 
-    def test_follows_the_setting_when_it_is_changed_elsewhere(self):
-        self.assertFalse(self.reader.sample().trusted)
-        set_accessibility("true")
-        self.reader.wait_for(lambda sample: sample.trusted, "trust")
-        set_accessibility("false")
-        self.reader.wait_for(lambda sample: not sample.trusted, "the end of trust")
-
-    def test_never_asks_by_reading_nor_where_the_setting_is_on(self):
+    def test_follows_the_setting_and_never_asks_by_reading_nor_where_it_is_on(self):
         self.assertFalse(self.reader.sample().trusted)
         set_accessibility("true")
         self.reader.wait_for(lambda sample: sample.trusted, "trust")
         self.assertTrue(self.reader.ask_for_leave().trusted)
         desk.xterm("another window")
         self.assertEqual(self.questions(), [])
+        set_accessibility("false")
+        self.reader.wait_for(lambda sample: not sample.trusted, "the end of trust")
 
 
 if __name__ == "__main__":

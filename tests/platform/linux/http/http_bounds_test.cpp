@@ -17,8 +17,6 @@ struct Flood {
   const char* outcome;
 };
 
-constexpr const char* TOO_LARGE = "The server's answer is too large.";
-
 // What the kernels of both sides hold on the way counts as sent, too.
 TEST_F(CurlHttpSessionTest, AFloodEndsTheTransferAfterABoundedPart) {
   constexpr std::size_t ENDLESS = 200 * MIB;
@@ -59,7 +57,7 @@ TEST_F(CurlHttpSessionTest, TheLargestHeadIsTakenWithAllItsHeads) {
   const RawServer largest(RawServer::answering(head + end + "hi"));
   EXPECT_EQ(outcome(get(largest.url())), "200 hi");
   const RawServer larger(RawServer::answering(head + "Y" + end + "hi"));
-  EXPECT_EQ(outcome(get(larger.url())), "The server's answer is too large.");
+  EXPECT_EQ(outcome(get(larger.url())), TOO_LARGE);
 }
 
 TEST_F(CurlHttpSessionTest, TheLargestBodyIsTakenAndALargerOneLeavesTheStatus) {

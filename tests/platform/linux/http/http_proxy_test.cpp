@@ -163,7 +163,7 @@ TEST_F(HttpProxyTest, AnEndlessAnswerOfAProxyIsCut) {
     (void)connection.writeWithoutEnd("X: " + std::string(1000, 'x') + "\r\n", 100'000'000);
   });
   useProxy(proxy.url());
-  EXPECT_EQ(outcome(authorised()), "The server's answer is too large.");
+  EXPECT_EQ(outcome(authorised()), TOO_LARGE);
 }
 
 TEST_F(HttpProxyTest, AProxyThatIsNotThereIsATransportError) {

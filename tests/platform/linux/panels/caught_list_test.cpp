@@ -9,18 +9,10 @@ namespace {
 
 const std::string LONG_ROW = "Maximiliane Featherstonehaugh-Cholmondeley · ~12m · 2024-05-02";
 
-CaughtRow row(const std::string& name) {
-  return {name, "Log " + name, "Skip " + name};
-}
-
 class CaughtListTest : public testing::Test {
  protected:
   void set(const std::vector<CaughtRow>& rows) { kept_ = list_.setRows(rows, std::nullopt); }
   QPushButton& button(const std::string& name) { return control<QPushButton>(list_, name); }
-  std::string focused() const {
-    const QWidget* const widget = list_.focusWidget();
-    return widget != nullptr ? widget->accessibleName().toStdString() : "nothing";
-  }
   void focus(const std::string& name) {
     activate(list_);
     button(name).setFocus();

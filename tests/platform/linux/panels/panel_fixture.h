@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/quick_note_panel.h"
+
 namespace notewick {
 
 /// What the delegate of a panel was told, in order.
@@ -24,6 +26,16 @@ Control& control(QWidget& window, const std::string& accessibleName) {
     if (candidate->accessibleName().toStdString() == accessibleName) return *candidate;
   }
   throw std::runtime_error("no control is called " + accessibleName);
+}
+
+inline CaughtRow row(const std::string& name) {
+  return {name, "Log " + name, "Skip " + name};
+}
+
+/// The accessible name of the control that has the keyboard.
+inline std::string focused() {
+  const QWidget* const widget = QApplication::focusWidget();
+  return widget != nullptr ? widget->accessibleName().toStdString() : "nothing";
 }
 
 /// The visible texts of labels, top to bottom.

@@ -136,14 +136,8 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window, 1020, 658)
 
     def test_is_pulled_back_onto_the_screen(self):
-        views = ShownViews("--quick")
-        window = views.window()
-        self.wait_for_corner(window)
-        window.move(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40)
-        wait_until(lambda: "VELKQuickWidget" in SETTINGS.read_text(), what="the saved place")
-        views.close()
-        again = ShownViews("--quick").window()
-        self.wait_for_corner(again, SCREEN_WIDTH, SCREEN_HEIGHT)
+        save_frame(SCREEN_WIDTH - 40, SCREEN_HEIGHT - 40, 320, 258)
+        self.wait_for_corner(ShownViews("--quick").window(), SCREEN_WIDTH, SCREEN_HEIGHT)
 
     def test_comes_back_at_once_when_its_screen_is_unplugged(self):
         self.split_the_screen()

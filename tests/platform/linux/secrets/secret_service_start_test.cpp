@@ -94,14 +94,6 @@ TEST_F(ActivationTest, AServiceThatIsSlowToStartCountsAsLockedUntilItIsThere) {
   EXPECT_EQ(loaded(), "absent");
 }
 
-TEST_F(ActivationTest, KWalletIsStartedByItsOwnName) {
-  busStartsKWallet("0", "0");
-  (void)loaded();
-  EXPECT_THAT(unlocked(), ElementsAre(true));
-  EXPECT_EQ(store_.save(TOKEN, "s3cr3t"), SecretWrite::done);
-  EXPECT_EQ(loaded(), "found s3cr3t");
-}
-
 TEST_F(ActivationTest, AKWalletThatIsSlowToStartCountsAsLockedUntilItIsThere) {
   busStartsKWallet("0.3", "1.2");
   EXPECT_EQ(loaded(), "locked");

@@ -18,8 +18,6 @@ MenuItem separator() {
   return {"", std::nullopt, "", std::nullopt, true};
 }
 
-void ignore(const MenuItem& /*item*/) {}
-
 /// What is shown for a label of com.canonical.dbusmenu, as Qt sends it: it makes an access
 /// key of the first `&` unless that is the last character.
 std::string shownByTrayHost(QString label) {
@@ -108,7 +106,7 @@ TEST(MenuRenderer, SurvivesBeingRedrawnByTheItemThatIsChosen) {
   QMenu drawing;
   std::string title;
   drawMenu(drawing, {item("first")}, MenuReader::qt, [&](const MenuItem& got) {
-    drawMenu(drawing, {item("second")}, MenuReader::qt, ignore);
+    drawMenu(drawing, {item("second")}, MenuReader::qt, [](const MenuItem&) {});
     title = got.title;
   });
   drawing.actions()[0]->trigger();
