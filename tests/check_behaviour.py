@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """Checks that the list of behaviours names all suites of tests, and none that does not exist.
 
-    check_behaviour.py LIST [--program TEST_PROGRAM]... [--python FOLDER]...
+    check_behaviour.py LIST FOLDER TEST_PROGRAM...
 
 LIST is a Markdown file whose tables have two columns: what the program does, and in back quotes the
-suites that prove it. A suite is that of a GoogleTest program, or a file of tests in Python below one of
-the folders. Exits with 1 when the list and the tests do not agree, or a row says nothing.
+suites that prove it. A suite is that of a GoogleTest program, or a file of tests in Python below FOLDER.
+Exits with 1 when the list and the tests do not agree, or a row says nothing.
 """
 
-import argparse
 import pathlib
 import re
 import subprocess
@@ -33,12 +32,9 @@ def rows(text):
 
 
 def suites_of_program(program):
-    """The suites of a GoogleTest program; those with parameters under their plain names."""
-    if not pathlib.Path(program).exists():
-        sys.exit(f"{program} is not built")
+    """The suites of a GoogleTest program."""
     listing = subprocess.run([program, "--gtest_list_tests"], check=True, capture_output=True, text=True)
-    suites = [line.split("#")[0].strip() for line in listing.stdout.splitlines() if line[:1].strip()]
-    return {re.sub(r"^\w+/(?=\w)|/\d+(?=\.)|\.$", "", each) for each in suites if each.endswith(".")}
+    return set(re.findall(r"^(\S+)\.$", listing.stdout, re.MULTILINE))
 
 
 def suites_of_folder(folder):
@@ -55,28 +51,14 @@ def faults(text, known):
             yield f"line {number}: needs a behaviour and a suite in back quotes"
         yield from (f"line {number}: there is no suite {suite}" for suite in suites if suite not in known)
         named.update(suites)
-    if not named:
-        yield "the list is empty"
     yield from (f"no line names the suite {suite}" for suite in sorted(known - named))
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("list", type=pathlib.Path)
-    parser.add_argument("--program", action="append", default=[])
-    parser.add_argument("--python", action="append", default=[])
-    options = parser.parse_args()
-    known = set()
-    for program in options.program:
-        known |= suites_of_program(program)
-    for folder in options.python:
-        known |= suites_of_folder(folder)
-    found = list(faults(options.list.read_text(encoding="utf-8"), known))
-    print(
-        "\n".join(f"{options.list}: {fault}" for fault in found)
-        if found
-        else f"{len(known)} suites, all named."
-    )
+    listed, folder, *programs = sys.argv[1:]
+    known = suites_of_folder(folder).union(*map(suites_of_program, programs))
+    found = list(faults(pathlib.Path(listed).read_text(encoding="utf-8"), known))
+    print("\n".join(f"{listed}: {fault}" for fault in found) if found else f"{len(known)} suites, all named.")
     return 1 if found else 0
 
 
