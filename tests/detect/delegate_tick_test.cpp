@@ -196,8 +196,8 @@ TEST_F(TickTest, SessionsThatEndTogetherAreAllPromoted) {
   sees({"Tobias Hargreave, Lena O'Keefe"}, 4);
   notifier.shown.clear();
   looksElsewhere(41);
-  EXPECT_THAT(notificationTitles(),
-              UnorderedElementsAre("Log it? — Tobias Hargreave", "Log it? — Lena O'Keefe"));
+  EXPECT_THAT(notifier.shown,
+              UnorderedElementsAre(caught("Tobias Hargreave", 1), caught("Lena O'Keefe", 1)));
 }
 
 }  // namespace

@@ -63,9 +63,6 @@ class MacosQuickNotePanelTest : public testing::Test {
     return static_cast<View*>(found.at(0));
   }
   [[nodiscard]] NSTextView* note() const { return only<NSTextView>(NSTextView.class); }
-  void type(NSString* text) const {
-    [note() insertText:text replacementRange:NSMakeRange(note().string.length, 0)];
-  }
 
   /// Whether the panel takes Return, pressed with these modifiers, before its controls get it.
   bool takesReturn(NSEventModifierFlags modifiers, NSString* key = @"\r",

@@ -61,7 +61,7 @@ TEST_F(MacosQuickNotePanelTest, ChoosesNoMinutesByItself) {
 }
 
 TEST_F(MacosQuickNotePanelTest, TellsAndUndoesWhatTheUserTypesButNothingOfASentNote) {
-  type(@"Called Lena");
+  [note() insertText:@"Called Lena" replacementRange:NSMakeRange(0, 0)];
   EXPECT_EQ(panel_->noteText(), "Called Lena");
   EXPECT_TRUE(eventually([this] { return note().undoManager.canUndo; }));
   panel_->setNoteText("");

@@ -26,12 +26,6 @@ inline void collectViews(NSView* view, Class kind, std::vector<NSView*>& found) 
   return found;
 }
 
-/// How wide the layout has made a view; its frame may be wider, for shadows.
-[[nodiscard]] inline CGFloat laidOutWidth(NSView* view) {
-  [view.window layoutIfNeeded];
-  return NSWidth([view alignmentRectForFrame:view.frame]);
-}
-
 /// The buttons with that title, top to bottom.
 [[nodiscard]] inline std::vector<NSButton*> buttons(NSWindow* window, const std::string& title) {
   std::vector<NSButton*> found;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>

@@ -97,12 +97,6 @@ std::vector<std::string> World::watchLogLines() const {
   return linesOf(text("watch.log"));
 }
 
-std::vector<std::string> World::notificationTitles() const {
-  std::vector<std::string> titles;
-  for (const auto& notification : notifier.shown) titles.push_back(notification.title);
-  return titles;
-}
-
 std::vector<Participant> participantsNamed(const std::vector<std::string>& names) {
   std::vector<Participant> all;
   for (const auto& name : names) {

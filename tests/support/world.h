@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -95,8 +94,6 @@ class World {
   /// What it holds; empty when there is none.
   [[nodiscard]] std::string text(const std::string& name) const;
   [[nodiscard]] std::vector<std::string> watchLogLines() const;
-  /// The titles of the notifications so far.
-  [[nodiscard]] std::vector<std::string> notificationTitles() const;
 
   /// What the program did: files (see `FakeFiles`), "status item", "menu", "widget", "sign-in
   /// panel", "ask for trust", the timers "every 15 s" and "every 60 s", and notifications by their

@@ -32,15 +32,13 @@ TEST(CheckRun, ACheckThatHangsOrCrashesSpoilsNoOther) {
                     }};
   const Check crashes{"crashes", []() -> Finding { std::abort(); }};
   const Check leaves{"leaves", []() -> Finding { _exit(0); }};
+  const std::string advice =
+      " Run notewick-doctor again; where this line stays, show it to whoever helps you.\n";
   EXPECT_EQ(printed({hangs, crashes, leaves, {"well", [] { return fine("a"); }}}, 2s),
-            "todo  hangs: did not answer in time. Run notewick-doctor again; where this line "
-            "stays, show it to whoever helps you.\n"
-            "todo  crashes: ended without an answer. Run notewick-doctor again; where this line "
-            "stays, show it to whoever helps you.\n"
-            "todo  leaves: ended without an answer. Run notewick-doctor again; where this line "
-            "stays, show it to whoever helps you.\n"
-            "ok    well: a\n"
-            "something is to do");
+            "todo  hangs: did not answer in time." + advice +
+                "todo  crashes: ended without an answer." + advice +
+                "todo  leaves: ended without an answer." + advice +
+                "ok    well: a\nsomething is to do");
 }
 
 TEST(CheckRun, WhatACheckPrintsAndStartsIsNotLeft) {
