@@ -19,10 +19,9 @@ class ScriptTest(unittest.TestCase):
     script = ""
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = pathlib.Path(folder.name, "project")
-        self.commands = pathlib.Path(folder.name, "commands")
+        folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.root = folder / "project"
+        self.commands = folder / "commands"
         self.put(self.script, (TESTS.parent / self.script).read_text(encoding="utf-8"))
 
     def put(self, path, text, folder=None):

@@ -85,11 +85,10 @@ class CommonBehaviour:
 
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.logs = Path(folder.name, "logs")
-        Path(folder.name, "copied.txt").write_text("only root reads this\n")
-        options = [option.format(folder=folder.name) for option in cls.options]
+        folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        cls.logs = folder / "logs"
+        (folder / "copied.txt").write_text("only root reads this\n")
+        options = [option.format(folder=folder) for option in cls.options]
         cls.run_ = Run(
             cls.program, "--keep", cls.logs, *options, script=WHOLE, environment=OUTER_DESKTOP
         ).finish()

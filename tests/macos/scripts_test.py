@@ -15,9 +15,7 @@ PROJECT = pathlib.Path(sys.argv.pop())
 
 class DiskImageTest(unittest.TestCase):
     def setUp(self):
-        scratch = tempfile.TemporaryDirectory()
-        self.addCleanup(scratch.cleanup)
-        self.folder = pathlib.Path(scratch.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
         (self.folder / "tools").mkdir()
         (self.folder / "A.app").mkdir()
         self.tool("ditto", 'cp -R "$1" "$2"')

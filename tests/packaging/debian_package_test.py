@@ -29,11 +29,10 @@ def output_of(*command):
 class DebianPackage(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        output_of("cpack", "--config", CONFIGURATION, "-B", folder.name)
-        (cls.package,) = Path(folder.name).glob("notewick_*.deb")
-        cls.root = Path(folder.name, "root")
+        folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        output_of("cpack", "--config", CONFIGURATION, "-B", folder)
+        (cls.package,) = folder.glob("notewick_*.deb")
+        cls.root = folder / "root"
         output_of("dpkg-deb", "--extract", cls.package, cls.root)
 
     def field(self, name):

@@ -39,9 +39,7 @@ def row(name, goal=None, reason=""):
 
 class ThePage(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.path = Path(folder.name, "page.md")
+        self.path = Path(self.enterContext(tempfile.TemporaryDirectory()), "page.md")
         self.groups = (Group("One", "About these.", (row("first"), row("second"))),)
 
     def measure(self, name, measured, machine="a machine"):

@@ -30,9 +30,7 @@ UNRELEASED = RELEASED.replace("2026-03-02", "Unreleased")
 
 class ChangelogTest(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = Path(folder.name)
+        self.root = Path(self.enterContext(tempfile.TemporaryDirectory()))
         (self.root / "tools").mkdir()
         shutil.copy(SCRIPT, self.root / "tools")
         (self.root / "CMakeLists.txt").write_text("project(notewick VERSION 1.2.0 LANGUAGES CXX)\n")

@@ -19,9 +19,7 @@ class ComponentsTest(unittest.TestCase):
     """The script in a project that a test may change."""
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = Path(folder.name)
+        self.root = Path(self.enterContext(tempfile.TemporaryDirectory()))
         for name in FILES:
             (self.root / name).parent.mkdir(exist_ok=True)
             shutil.copy(PROJECT / name, self.root / name)

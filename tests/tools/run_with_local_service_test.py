@@ -72,9 +72,7 @@ class Running:
 
 class RunWithLocalService(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.build = Path(folder.name, "build", "release")
+        self.build = Path(self.enterContext(tempfile.TemporaryDirectory()), "build", "release")
         beside = self.build / "tools" / "local-service"
         beside.mkdir(parents=True)
         shutil.copy(LOCAL_SERVICE, beside)

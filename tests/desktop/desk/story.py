@@ -20,10 +20,8 @@ class Story(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
+        cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         cls.addClassCleanup(desk.close_all)
-        cls.folder = Path(folder.name)
         cls.clock = cls.make_clock()
         cls.service = LocalService(cls.folder, cls.clock, cls.participants)
 

@@ -34,9 +34,7 @@ def sign_in(origin, trust=None):
 
 class ProgramTest(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
+        self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def start(self, *arguments, password=PASSWORD):
         environment = {**os.environ, **({"LOCAL_SERVICE_PASSWORD": password} if password else {})}
