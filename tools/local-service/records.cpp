@@ -78,12 +78,11 @@ Records::Records(const std::string& file, Clock clock)
     : database_(file, assets::SCHEMA), clock_(std::move(clock)) {}
 
 AccountId Records::saveAccount(const std::string& email, const std::string& password) {
-  return accountIn(
-             database_.run(
-                 "INSERT INTO accounts (email, password_hash) VALUES (?, ?) ON CONFLICT (email) "
-                 "DO UPDATE SET password_hash = excluded.password_hash RETURNING id AS account",
-                 {email, hashPassword(password)}))
-      .value();
+  const json rows = database_.run(
+      "INSERT INTO accounts (email, password_hash) VALUES (?, ?) ON CONFLICT (email) "
+      "DO UPDATE SET password_hash = excluded.password_hash RETURNING id AS account",
+      {email, hashPassword(password)});
+  return rows.at(0).at("account").get<AccountId>();
 }
 
 void Records::saveParticipants(AccountId account, const json& participants) {
