@@ -72,17 +72,17 @@ WriteAnswer write(const SecretServiceConversation& service, SecretItems items, c
 
 }  // namespace
 
-SecretServiceStore::SecretServiceStore() = default;
+SecretServiceStore::SecretServiceStore(std::chrono::milliseconds patience) : patience_(patience) {}
 SecretServiceStore::~SecretServiceStore() = default;
 
 SecretState SecretServiceStore::state(const SecretKey& key) {
-  const SecretServiceConversation service;
+  const SecretServiceConversation service(patience_);
   const auto state = find(service, key).map(stateOf);
   return state ? *state : stateAfter(state.error(), key);
 }
 
 SecretLookup SecretServiceStore::load(const SecretKey& key) {
-  const SecretServiceConversation service;
+  const SecretServiceConversation service(patience_);
   const auto lookup =
       find(service, key).and_then([&](const SecretItems& items) { return lookUp(service, items); });
   return lookup ? *lookup : SecretLookup{stateAfter(lookup.error(), key), ""};
@@ -95,7 +95,7 @@ SecretWrite SecretServiceStore::save(const SecretKey& key, const std::string& se
 }
 
 SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string& secret) {
-  const SecretServiceConversation service;
+  const SecretServiceConversation service(patience_);
   const auto written = find(service, key).and_then([&](const SecretItems& items) {
     return write(service, items, key, secret);
   });
@@ -103,7 +103,7 @@ SecretWrite SecretServiceStore::trySave(const SecretKey& key, const std::string&
 }
 
 SecretWrite SecretServiceStore::remove(const SecretKey& key) {
-  const SecretServiceConversation service;
+  const SecretServiceConversation service(patience_);
   const auto removed = find(service, key).and_then([&](const SecretItems& items) {
     return removeAll(service, items);
   });

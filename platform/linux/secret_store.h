@@ -19,7 +19,7 @@ class SecretUnlock;
 
 /// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
 ///
-/// Each of `state`, `load`, `save` and `remove` takes at most `SECRET_SERVICE_PATIENCE`. A service
+/// Each of `state`, `load`, `save` and `remove` takes at most as long as its patience. A service
 /// that does not answer by then (it hangs, is slow to start right after login, or has no room for
 /// the call) counts as locked, and is not waited for again before it has answered: `unlock` waits
 /// for that without blocking.
@@ -39,7 +39,7 @@ class SecretUnlock;
 /// not hold the secret, `load` says `absent`.
 class SecretServiceStore : public SecretStore {
  public:
-  SecretServiceStore();
+  explicit SecretServiceStore(std::chrono::milliseconds patience = SECRET_SERVICE_PATIENCE);
   ~SecretServiceStore() override;
 
   [[nodiscard]] SecretState state(const SecretKey& key) override;
@@ -63,6 +63,7 @@ class SecretServiceStore : public SecretStore {
   void askToUnlock();
   void unlockEnded(bool opened);
 
+  const std::chrono::milliseconds patience_;
   bool wasThere_ = false;  ///< a service has been running
   bool startTried_ = false;
   std::unique_ptr<SecretServiceWait> wait_;  ///< since a question went unanswered

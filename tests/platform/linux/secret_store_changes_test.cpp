@@ -59,8 +59,7 @@ TEST_F(ScriptedServiceTest, WhatChangesNoAnswerIsNotReported) {
   watch();
   control("EmitChange", {COLLECTION_PATH, secret_service::ITEM_INTERFACE});
   control("Emit", {"/prompt", secret_service::PROMPT_INTERFACE, "Completed"});
-  catchUp();
-  EXPECT_EQ(reports_, 0);
+  EXPECT_TRUE(staysSilent());
 }
 
 TEST_F(ScriptedServiceTest, WhatHappensAtOnceIsReportedOnce) {
@@ -69,9 +68,8 @@ TEST_F(ScriptedServiceTest, WhatHappensAtOnceIsReportedOnce) {
   control("Put", {tokenAttributes(), "s3cr3t"});
   control("Lock");
   control("Unlock");
-  EXPECT_TRUE(waitUntil([this] { return reports_ > 0; }));
-  catchUp();
-  EXPECT_EQ(reports_, 1);
+  EXPECT_TRUE(reportsAChange());
+  EXPECT_TRUE(staysSilent());
 }
 
 TEST_F(ScriptedServiceTest, TheLastToWatchIsTheOneToHear) {
@@ -102,8 +100,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersAgainIsReported) {
   watch();
   service_->signal(SIGSTOP);
   EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
-  catchUp();
-  EXPECT_EQ(reports_, 0);
+  EXPECT_TRUE(staysSilent());
   service_->signal(SIGCONT);
   EXPECT_TRUE(reportsAChange());
   EXPECT_EQ(loaded(), "found s3cr3t");
@@ -116,8 +113,7 @@ TEST_F(ScriptedServiceTest, AServiceThatAnswersPingsOnlyIsStillWaitedFor) {
   watch();
   EXPECT_EQ(store_.state(TOKEN), SecretState::locked);
   ask(secret_service::PATH, "org.freedesktop.DBus.Peer", "Ping");
-  catchUp();
-  EXPECT_EQ(reports_, 0);
+  EXPECT_TRUE(staysSilent());
   control("ReleaseSearches");
   EXPECT_TRUE(reportsAChange());
   EXPECT_EQ(loaded(), "found s3cr3t");
@@ -148,8 +144,7 @@ TEST_F(ScriptedServiceTest, ACallRefusedForLoadIsNoAnswer) {
   EXPECT_EQ(loaded(), "locked");
   EXPECT_EQ(store_.save(TOKEN, "new"), SecretWrite::locked);
   EXPECT_EQ(store_.remove(TOKEN), SecretWrite::locked);
-  catchUp();
-  EXPECT_EQ(reports_, 0);
+  EXPECT_TRUE(staysSilent());
   control("Refuse", {"", ""});
   EXPECT_TRUE(reportsAChange());
   EXPECT_EQ(loaded(), "found s3cr3t");

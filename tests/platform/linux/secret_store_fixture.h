@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -34,6 +35,9 @@ inline std::string told(const SecretLookup& lookup) {
   }
   return "";
 }
+
+/// The patience of a test with a service that does answer.
+inline constexpr std::chrono::seconds BUSY_MACHINE{1};
 
 /// A store, and the secret service that a test has started.
 class SecretStoreTest : public testing::Test {
@@ -71,11 +75,13 @@ class SecretStoreTest : public testing::Test {
     ASSERT_TRUE(store_.watch([this] { ++reports_; }));
   }
   /// Whether the store reports a change, after those that have been asked for.
-  [[nodiscard]] bool reportsAChange() {
-    const bool reported = waitUntil([this] { return reports_ > 0; });
+  [[nodiscard]] bool reportsAChange(std::chrono::milliseconds limit = std::chrono::seconds(60)) {
+    const bool reported = waitUntil([this] { return reports_ > 0; }, limit);
     reports_ = 0;
     return reported;
   }
+  /// Whether it reports none: one that is due comes 20 ms after what it is about.
+  [[nodiscard]] bool staysSilent() { return !reportsAChange(std::chrono::milliseconds(100)); }
 
   ~SecretStoreTest() override {
     service_.reset();
@@ -83,7 +89,7 @@ class SecretStoreTest : public testing::Test {
   }
 
   std::unique_ptr<ChildProcess> service_;
-  SecretServiceStore store_;
+  SecretServiceStore store_{BUSY_MACHINE};
   int reports_ = 0;
 };
 
