@@ -71,11 +71,11 @@ TEST_F(CurlHttpSessionTest, AnAnswerThatComesByteByByteIsNotGivenUp) {
   const RawServer server([](const RawConnection& connection) {
     (void)connection.readRequest();
     for (const char byte : answer("200 OK", std::string(40, 'x'))) {
-      std::this_thread::sleep_for(60ms);
+      std::this_thread::sleep_for(80ms);
       connection.write(std::string(1, byte));
     }
   });
-  EXPECT_EQ(outcome(get(server.url(), 2)), "200 " + std::string(40, 'x'));
+  EXPECT_EQ(outcome(get(server.url(), 4)), "200 " + std::string(40, 'x'));
 }
 
 // More than the system holds on the way between the two.

@@ -185,7 +185,7 @@ TEST_F(SettingsUserDefaultsTest, ALockThatAnotherMachineLeftBehindIsNotWaitedFor
 TEST_F(SettingsUserDefaultsTest, TwoProgramsThatWriteAtOnceLoseNothing) {
   const auto writeKeys = [](const std::string& prefix) {
     SettingsUserDefaults defaults;
-    for (int key = 0; key < 50; ++key) defaults.setString(prefix + std::to_string(key), prefix);
+    for (int key = 0; key < 10; ++key) defaults.setString(prefix + std::to_string(key), prefix);
   };
   const pid_t other = fork();
   ASSERT_GE(other, 0);
@@ -195,7 +195,7 @@ TEST_F(SettingsUserDefaultsTest, TwoProgramsThatWriteAtOnceLoseNothing) {
   }
   writeKeys("own");
   waitpid(other, nullptr, 0);
-  for (int key = 0; key < 50; ++key) {
+  for (int key = 0; key < 10; ++key) {
     EXPECT_EQ(defaults_.string("own" + std::to_string(key)), "own");
     EXPECT_EQ(defaults_.string("other" + std::to_string(key)), "other");
   }

@@ -239,6 +239,7 @@ class TinyProxyTest : public HttpProxyTest {
         << "Port " << port_ << "\nListen 127.0.0.1\nAllow 127.0.0.1\nTimeout 10\n"
         << "LogLevel Info\n"
         << option << "\n";
+    process_.reset();  // which has the port
     process_ = std::make_unique<ChildProcess>(std::vector<std::string>{
         "env", "LD_PRELOAD=libnss_wrapper.so", "NSS_WRAPPER_HOSTS=" + home + "/hosts", "tinyproxy",
         "-d", "-c", home + "/tinyproxy.conf"});
