@@ -77,6 +77,7 @@ class ABadDisk(Story):
         self.write_a_note_that_waits("kept")
         self.assertEqual(self.outbox(), ["kept"])
         self.assertEqual(self.home.support.stat().st_mode & 0o777, 0o700)
+        desk.wait_until(lambda: self.home.list("outbox.json")[0]["attempts"], what="the end of the request")
         self.program.kill()
         self.service.work_again()
         self.start()

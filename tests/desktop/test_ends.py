@@ -31,6 +31,7 @@ class AnEnd(Story):
         self.assertEqual(manager.restart_style, RESTART_NEVER)
         program.widget.write_note("Written after a logout that was called off")
         self.service.wait_for_notes("Written after a logout that was called off")
+        desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the service's answer")
         self.write_note_that_waits(program)
         manager.save()
         manager.end()

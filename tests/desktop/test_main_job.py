@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The main job: from a title on the screen to a case note, in time that runs sixty times faster."""
+"""The main job: from a title on the screen to a case note, in time that runs twenty times faster."""
 
 import unittest
 
@@ -9,21 +9,22 @@ from desk.fast_time import DAY
 from desk.notewick import WATCHING, menu
 from desk.story import Chapters
 
-SESSION_ENDS = 60  # seconds; ten minutes of the fast clock are ten
+SESSION_ENDS = 60  # seconds; ten minutes of the fast clock are thirty
 ENOUGH_SIGHTINGS = 5
-NAMES = ["Tobias Hargreave", "Amara Osei", "Zoë Lindqvist"]
+NAMES = ["Sofia Papadaki", "Tobias Hargreave", "Zoë Lindqvist"]  # those that end at once come in this order
 
 
 class FromATitleToACaseNote(Chapters):
     """Three people were worked on, each in a program of another kind; each test logs the work on one."""
 
     fast = True
+    factor = 20  # the service has three seconds for an answer
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
         letter = cls.folder / f"{NAMES[1]}.txt"
-        letter.write_text("Dear Amara")
+        letter.write_text("Dear Tobias")
         cls.work_in(desk.xterm(f"Re: rent — {NAMES[0]}"), NAMES[0])
         cls.work_in(desk.mousepad(letter), NAMES[1])
         cls.work_in(desk.zenity(f"Chat with {NAMES[2].upper()}"), NAMES[2])

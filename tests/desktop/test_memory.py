@@ -28,6 +28,7 @@ class TheMemory(Story):
         program = self.start_signed_in()
         program.widget.write_note("first")
         self.service.wait_for_notes("first")
+        desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the service's answer")
         replaced = [stored_token(), self.service.bearer()]
         program.quit()
         program = self.start()

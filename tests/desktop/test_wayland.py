@@ -49,6 +49,7 @@ class OnWayland(Chapters):
             self.work.focus()
             self.program.choose("Log work now (call, visit…)")
             self.wait_until_active(self.program.widget.window)
+            desk.wait_until(lambda: self.program.widget.note.focused, what="the keyboard")
             screen.type_text(text)
             self.program.widget.note.wait_for_text(text)
             self.program.widget.note.write("")

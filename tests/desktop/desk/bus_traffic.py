@@ -3,6 +3,7 @@
 import os
 import subprocess
 import tempfile
+import time
 from collections import Counter, namedtuple
 
 import dbus
@@ -13,7 +14,7 @@ from desk.waiting import wait_until
 Message = namedtuple("Message", "kind serial sender destination path interface member")
 
 _BUS = "org.freedesktop.DBus"
-_MARK = "tools.velk.notewick.Mark"
+_MARKS = "tools.velk.notewick.Marks"
 
 
 def _connections(pid):
@@ -49,16 +50,13 @@ class BusTraffic:
 
     def _wait_for_a_mark(self, what):
         """Waits until the monitor has seen a signal that is sent from now on."""
-        before = self._marks()
+        mark = f"Mark{time.monotonic_ns()}"
 
         def is_marked():
-            dbus.SessionBus().send_message(dbus.lowlevel.SignalMessage("/", _MARK, "Mark"))
-            return self._marks() > before
+            dbus.SessionBus().send_message(dbus.lowlevel.SignalMessage("/", _MARKS, mark))
+            return any(message.member == mark for message in self._recorded())
 
         wait_until(is_marked, what=what)
-
-    def _marks(self):
-        return sum(message.interface == _MARK for message in self._recorded())
 
     def _recorded(self):
         # pread: the file's position belongs to the monitor, which is still writing.

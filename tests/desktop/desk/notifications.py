@@ -47,10 +47,10 @@ def place():
 
 
 def click():
-    """Clicks the only one on the screen, wherever it is."""
-    wait_until(lambda: count_displayed() == 1, what="one notification")
+    """Clicks the lowest one on the screen, wherever it is."""
+    wait_until(count_displayed, what="a notification")
     geometry = place()
-    screen.click(geometry.x + geometry.width // 2, geometry.y + geometry.height // 2)
+    screen.click(geometry.x + geometry.width // 2, geometry.y + geometry.height - 10)
 
 
 def wait_for(summary, timeout=LIMIT):

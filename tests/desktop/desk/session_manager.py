@@ -63,6 +63,7 @@ class SessionManager:
     def save(self):
         """Says that the session will end, and waits until the program has saved what it wants to."""
         wait_until(lambda: self._connection, what="a program of the session")
+        self._saved.clear()
         self._connection.sendall(_message(_XSMP, _SAVE, _NOTHING, _SAVE_ALL_AT_SHUTDOWN))
         wait_until(self._saved.is_set, what="the program having saved")
 

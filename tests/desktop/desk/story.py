@@ -62,6 +62,8 @@ class Story(unittest.TestCase):
     def start_signed_in(cls, **environment):
         program = cls.start(**environment)
         program.sign_in()
+        if cls.secret_store:
+            desk.wait_until(notewick.stored_token, what="the stored sign-in")
         return program
 
     def wait_until_active(self, window):

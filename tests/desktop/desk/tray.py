@@ -52,7 +52,7 @@ class Item:
         self.owner, _, path = registration.partition("/")
         self._object = _bus().get_object(self.owner, "/" + path, introspect=False)
 
-    def read(self, name, timeout=5):
+    def read(self, name, timeout=LIMIT):
         """For example Id, Title, Status, IconName, ToolTip, IconPixmap."""
         return self._object.Get(_ITEM, name, dbus_interface=_PROPERTIES, timeout=timeout)
 
@@ -66,7 +66,7 @@ class Item:
 
     def activate(self):
         """A left click."""
-        self._object.Activate(0, 0, dbus_interface=_ITEM, timeout=5)
+        self._object.Activate(0, 0, dbus_interface=_ITEM, timeout=LIMIT)
 
     def _menu(self):
         path = self.read("Menu")
@@ -75,8 +75,8 @@ class Item:
     def menu(self):
         """The entries of the open menu, top to bottom, the hidden ones too."""
         menu = self._menu()
-        menu.AboutToShow(dbus.Int32(0), timeout=5)
-        _, root = menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"), timeout=5)
+        menu.AboutToShow(dbus.Int32(0), timeout=LIMIT)
+        _, root = menu.GetLayout(dbus.Int32(0), dbus.Int32(-1), dbus.Array([], signature="s"), timeout=LIMIT)
         return Entry(*root).children
 
     def labels(self):
@@ -94,7 +94,7 @@ class Item:
     def click(self, entry):
         """Clicks an entry of the menu as it was when it was read."""
         self._menu().Event(
-            entry.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=5
+            entry.number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0), timeout=LIMIT
         )
 
 
@@ -132,7 +132,7 @@ def everything():
     if not has_host():
         return []
     watcher = _bus().get_object(_WATCHER, "/StatusNotifierWatcher", introspect=False)
-    names = watcher.Get(_WATCHER, "RegisteredStatusNotifierItems", dbus_interface=_PROPERTIES, timeout=5)
+    names = watcher.Get(_WATCHER, "RegisteredStatusNotifierItems", dbus_interface=_PROPERTIES, timeout=LIMIT)
     return [Item(str(name)) for name in names]
 
 
