@@ -65,9 +65,8 @@ class FromATitleToACaseNote(Chapters):
     def test_with_the_keyboard_alone(self):
         widget = self.program.widget
         widget.window.focus()
-        screen.press(
-            "Tab", "Tab", "Tab", "Return"
-        )  # from the note over the minutes and "Send" to the first "Log"
+        # From the note over the minutes and "Send" to the first "Log".
+        screen.press("Tab", "Tab", "Tab", "Return")
         desk.wait_until(
             lambda: widget.participant.name == NAMES[0] and widget.note.focused, what="the filled form"
         )
