@@ -87,7 +87,9 @@ class Doctor(Story):
         for check in ("titles", "tray"):
             self.assert_told(check, "todo", "did not answer in time.*")
         self.assert_told("password store", "todo", "does not answer.*")
-        self.assert_told("service", "todo", r"was not reached\. The request timed out\..*")
+        self.assert_told(
+            "service", "todo", r"(was not reached\. The request timed out\.|did not answer in time).*"
+        )
         self.assert_told("files", "ok", "none yet")
 
 

@@ -27,7 +27,7 @@ class ScreenFromTheAccessibilityBus(unittest.TestCase):
         self.addCleanup(program.signal, signal.SIGCONT)
 
     def test_reads_all_windows_of_the_active_program(self):
-        self.assertTrue(self.reader.sample().nothing_is_frontmost)
+        self.reader.wait_for(lambda sample: sample.nothing_is_frontmost, "an empty desktop")
         first, second = text_file("first"), text_file("second")
         titles = [f"{path} - Mousepad" for path in (first, second)]
         editor = desk.start("mousepad", "--disable-server", "-o", "window", first, second)

@@ -19,7 +19,7 @@ class InSway(unittest.TestCase):
 
 class ScreenFromTheCompositor(InSway):
     def test_reads_native_windows_and_those_of_x_programs_without_asking_them(self):
-        self.assertTrue(self.start_reader().sample().nothing_is_frontmost)
+        self.start_reader().wait_for(lambda sample: sample.nothing_is_frontmost, "an empty desktop")
         program = desk.zenity("Message to Léna O’Keefe")
         program.signal(signal.SIGSTOP)
         self.addCleanup(program.signal, signal.SIGCONT)
