@@ -118,8 +118,9 @@ void Keychain::unlockAnswered(bool opened) {
 
 void Keychain::storeChanged() {
   const bool wasShut = isShut();
-  // Nobody is told of a store that hung and holds no token while a question is open, which gets its
-  // own answer, nor where there was a token, which somebody has taken away.
+  // That a store which hung holds no token is told, but not while a question is open, which gets
+  // its own answer, nor after a refusal, nor where there was a token, which somebody has taken
+  // away.
   const bool isUnknown =
       state_ == SecretState::locked && question_ == Question::none && !refused_ && !hasSeenToken_;
   forget();

@@ -19,7 +19,7 @@ class SecretUnlock;
 
 /// Secrets in the user's Secret Service: GNOME Keyring, KWallet, KeePassXC and others.
 ///
-/// Each of `state`, `load`, `save` and `remove` takes at most as long as its patience. A service
+/// Each of `state`, `load`, `save` and `remove` takes at most `patience`. A service
 /// that does not answer by then (it hangs, is slow to start right after login, or has no room for
 /// the call) counts as locked, and is not waited for again before it has answered: `unlock` waits
 /// for that without blocking.
