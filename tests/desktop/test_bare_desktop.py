@@ -2,6 +2,7 @@
 """A desktop that has neither a tray nor a secret store. Runs in a session with --tray none --keyring none."""
 
 import signal
+import time
 import unittest
 
 import desk
@@ -13,6 +14,7 @@ COMPLAINT = (
     "No tray on this desktop: the menu is the context menu of the quick-note panel "
     "(right click, Menu key or Shift+F10).\n"
 )
+TIME_FOR_A_TRAY = 10  # seconds after the start; where there is none then, the program complains
 NO_STORE = "No password store on this desktop: the sign-in lasts until you quit."
 
 
@@ -46,6 +48,7 @@ class ABareDesktop(Story):
         self.assertEqual(self.home.words_like_tokens(), [])
 
     def test_is_in_the_tray_whenever_one_comes(self):
+        started = time.monotonic()
         program = self.start()
         program.sign_in_panel.window.close()
         self.assertFalse(tray.shows(program))
@@ -56,7 +59,9 @@ class ABareDesktop(Story):
             desk.wait_until(
                 lambda: not tray.has_host() and not tray.shows(program), what="the end of the tray"
             )
-        self.assertIn(program.output, ("", COMPLAINT))  # which comes where all this took ten seconds
+        said = program.output
+        has_had_time = time.monotonic() - started >= TIME_FOR_A_TRAY
+        self.assertIn(said, ("", COMPLAINT) if has_had_time else ("",))
 
 
 if __name__ == "__main__":

@@ -208,7 +208,7 @@ class AStormOfKills(Story):
         self.check_lists()
         for fault in FAULTS:
             self.service.fail(CAPTURE, **fault)
-        for moment in itertools.islice(itertools.cycle(MOMENTS), KILLS):
+        for moment in itertools.islice(itertools.cycle(MOMENTS), KILLS - 1):
             self.live_and_die(moment)
             self.check_lists()
         self.service.work_again()

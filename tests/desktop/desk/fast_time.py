@@ -52,7 +52,7 @@ class _Keeper(programs.Program):
 
 
 class FastTime:
-    """A clock that starts at 9 in the morning and runs sixty times faster.
+    """A clock that starts at 9 in the morning and runs `factor` times faster.
 
     Programs started with its environment share it: they count from the same instant, whenever they start.
     """

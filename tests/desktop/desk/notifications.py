@@ -1,4 +1,4 @@
-"""Notifications, read back from the server that shows them: dunst, or mako on sway."""
+"""Notifications, read back from dunst, which shows them; on sway, where mako does, they are cleared only."""
 
 import json
 import subprocess

@@ -19,7 +19,7 @@ def shot(path):
 
 def split(width, height):
     """Makes two of the X screen of this size: LEFT and RIGHT, each half as wide."""
-    half = f"{width // 2}/169x{height}/211"
+    half = f"{width // 2}/{width * 127 // 960}x{height}/{height * 127 // 480}"  # at 96 dpi, in millimetres
     _run("xrandr", "--setmonitor", "LEFT", f"{half}+0+0", "screen")
     _run("xrandr", "--setmonitor", "RIGHT", f"{half}+{width // 2}+0", "none")
 
