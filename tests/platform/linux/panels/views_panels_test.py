@@ -1,5 +1,7 @@
 """The panels as a window manager, a keyboard and a screen reader meet them."""
 
+import itertools
+import math
 import os
 import re
 import subprocess
@@ -8,9 +10,10 @@ from pathlib import Path
 
 import desk
 from desk import screen, wait_until
-from shown_views import QUICK_NOTE, ShownViews
+from shown_views import ShownViews
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1280, 800
+START_OF_A_DRAG = 16  # pixels that the mouse moves before a window follows
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"], "VELK", "Notewick.ini")
 STATES = {"ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"}
 
@@ -31,15 +34,26 @@ def frame_of(window):
 def is_saved(frame):
     left, top, right, bottom = frame
     saved = f"VELKQuickWidget={left} {top} {right - left} {bottom - top}\n"
-    return SETTINGS.exists() and saved in SETTINGS.read_text()
+    return saved in SETTINGS.read_text()
 
 
-def drag(start, way):
-    """Presses the left button at a place, moves in small steps, lets go."""
-    steps = ["mousemove", "--sync", *map(str, start), "mousedown", "1"]
-    for step in range(1, 101):
-        steps += ["mousemove", *(str(s + w * step // 100) for s, w in zip(start, way)), "sleep", "0.005"]
-    subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
+def move_mouse(left, top, *more):
+    subprocess.run(["xdotool", "mousemove", "--sync", str(left), str(top), *more], check=True)
+
+
+def drag(window, start, way):
+    """Presses the left button at a place, goes on a little until the window follows, then all the way."""
+    frame = frame_of(window)
+    little = itertools.cycle((START_OF_A_DRAG - 1, START_OF_A_DRAG))
+
+    def follows():
+        step = next(little)
+        move_mouse(*(s + int(math.copysign(step, w)) for s, w in zip(start, way)))
+        return frame_of(window) != frame
+
+    move_mouse(*start, "mousedown", "1")
+    wait_until(follows, what="the window following the mouse")
+    move_mouse(*(s + w for s, w in zip(start, way)), "mouseup", "1")
 
 
 def save_frame(*frame):
@@ -103,13 +117,11 @@ class TheQuickNotePanel(unittest.TestCase):
         self.wait_for_corner(window)
         left, top, _, _ = frame_of(window)
         inner = window.geometry
-        drag((inner.x + inner.width - 5, inner.y + inner.height - 5), (-300, -200))
-
-        def place_after_the_drag():  # which begins where the mouse is when the program sees it move
-            place = frame_of(window)
-            return place[0] < left - 150 and place[1] < top - 100 and is_saved(place) and place
-
-        place = wait_until(place_after_the_drag, what="the saved place")
+        drag(window, (inner.x + inner.width - 5, inner.y + inner.height - 5), (-300, -200))
+        wait_until(lambda: is_saved(frame_of(window)), what="the saved place")
+        place = frame_of(window)
+        self.assertAlmostEqual(place[0], left - 300, delta=START_OF_A_DRAG)
+        self.assertAlmostEqual(place[1], top - 200, delta=START_OF_A_DRAG)
         views.close()
         again = ShownViews("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
@@ -118,7 +130,7 @@ class TheQuickNotePanel(unittest.TestCase):
         window = ShownViews("--quick").window()
         self.wait_for_corner(window)
         left, top, right, _ = frame_of(window)
-        drag(((left + right) // 2, top + 8), (-300, -200))
+        drag(window, ((left + right) // 2, top + 8), (-300, -200))
         wait_until(
             lambda: frame_of(window)[:2] == (left - 300, top - 200) and is_saved(frame_of(window)),
             what="the saved place",
