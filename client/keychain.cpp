@@ -118,9 +118,8 @@ void Keychain::unlockAnswered(bool opened) {
 
 void Keychain::storeChanged() {
   const bool wasShut = isShut();
-  // That a store which hung holds no token is told, but not while a question is open, which gets
-  // its own answer, nor after a refusal, nor where there was a token, which somebody has taken
-  // away.
+  // A store that hung and turns out to hold no token is reported, except while a question is open
+  // (it gets its own answer), after a refusal, and where a token was seen (somebody took it away).
   const bool isUnknown =
       state_ == SecretState::locked && question_ == Question::none && !refused_ && !hasSeenToken_;
   forget();

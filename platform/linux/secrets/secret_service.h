@@ -32,8 +32,7 @@ inline constexpr std::chrono::milliseconds SECRET_SERVICE_PATIENCE{200};
 /// over the bus, a local socket of this user, in the clear.
 class SecretServiceConversation {
  public:
-  explicit SecretServiceConversation(std::chrono::milliseconds patience = SECRET_SERVICE_PATIENCE)
-      : end_(patience) {}
+  explicit SecretServiceConversation(std::chrono::milliseconds patience) : end_(patience) {}
 
   /// Whether some program owns the service's name.
   [[nodiscard]] SecretServiceAnswer<bool> isRunning() const;
