@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "app/app_delegate.h"
 #include "client/velk_client.h"
 #include "ui/login_controller.h"
@@ -6,6 +8,7 @@ namespace notewick {
 
 void AppDelegate::showLogin() {
   if (!LoginController::current() && VELKClient::shared().keychain().isLocked()) {
+    signInWaits_ = true;
     return askToUnlock();
   }
   signInOffered_ = true;
@@ -53,9 +56,10 @@ void AppDelegate::followUnlocking() {
 }
 
 void AppDelegate::unlockAnswered(bool opened) {
+  const bool panelWasWanted = std::exchange(signInWaits_, false);
   if (VELKClient::shared().isSignedIn()) {
     if (opened) resumeSignIn();
-  } else if (!LoginController::current() && (!opened || !signInOffered_)) {
+  } else if (!LoginController::current() && (panelWasWanted || !signInOffered_)) {
     showLogin();
   }
   rebuildMenu();

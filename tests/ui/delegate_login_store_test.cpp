@@ -88,6 +88,22 @@ TEST_F(LockedStoreTest, OpenedByOthersAfterASignOutItOpensNoPanel) {
   EXPECT_EQ(views.signIn, nullptr);
 }
 
+TEST_F(LockedStoreTest, DismissedAfterASignOutItOpensNoPanel) {
+  statusItem().choose("Sign out of VELK");
+  closesThePanel();
+  secrets.userAnswers(false);
+  EXPECT_EQ(views.signIn, nullptr);
+}
+
+TEST_F(LockedStoreTest, TheSignInCommandOpensThePanelWhereTheOpenedStoreHoldsNothing) {
+  secrets.userAnswers(false);
+  closesThePanel();
+  statusItem().choose(SIGN_IN);
+  secrets.othersRemove();
+  secrets.userAnswers(true);
+  EXPECT_TRUE(signInPanel().key);
+}
+
 TEST_F(LockedStoreTest, AnAnswerAfterTheEndReachesNobody) {
   delegate = nullptr;
   secrets.userAnswers(true);
