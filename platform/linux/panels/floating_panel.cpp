@@ -198,6 +198,7 @@ void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
 bool PanelWindow::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
   if (tellsOfFrame(type, message)) {
     frameIsNew_ = true;
+    witness_.framed();
     if (witness_.isDrawn()) QTimer::singleShot(0, this, &PanelWindow::applyPlacement);
   }
   return QWidget::nativeEvent(type, message, result);

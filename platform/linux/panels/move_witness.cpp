@@ -8,6 +8,7 @@ namespace notewick {
 void MoveWitness::mapped(QPoint place) {
   isDrawn_ = false;
   isPlaced_ = isPlaced_ && placing_ == Placing::once;
+  last_.reset();
   asked_ = {place};
   owed_ = 0;
 }
@@ -26,6 +27,7 @@ void MoveWitness::grabbed() {
 
 Mover MoveWitness::reported(QPoint place) {
   const bool wasPlaced = std::exchange(isPlaced_, true);
+  const bool stoodThere = std::exchange(last_, place) == place;
   if (asked_.contains(place)) {
     owed_ = place == asked_.last() ? 0 : std::max<qsizetype>(owed_ - 1, 0);
     return Mover::program;
@@ -35,6 +37,7 @@ Mover MoveWitness::reported(QPoint place) {
     --owed_;
     return Mover::program;
   }
+  if (stoodThere) return Mover::windowManager;
   asked_.clear();
   return Mover::user;
 }

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QPoint>
+#include <optional>
 
 namespace notewick {
 
@@ -24,11 +25,14 @@ enum class Placing {
 /// - The first report of a window that is mapped tells where the window manager has placed it. It
 ///   may come before or after the window is first drawn. Before that the user cannot take hold of
 ///   the window. A report of the place that the window wanted may follow, as its frame is put on.
+/// - The first report after a new frame tells where the window stands in it. With a slow window
+///   manager that, too, may be after the drawing.
 /// - Each request for a place is answered by a report (ICCCM 4.1.5): of that place, or of one that
 ///   the window manager prefers. Requests and the user's input reach it in one queue, so that what
 ///   the user does after a request is reported after its answer. Of several answers that wait,
 ///   perhaps only the last one is reported.
-/// - Every other report is the user's doing.
+/// - Every other report is the user's doing, unless the window stands there already: a frame that
+///   changes its size is reported as a move to the same place.
 ///
 /// No time is involved: a slow window manager answers late, but in the same order.
 ///
@@ -46,21 +50,25 @@ class MoveWitness {
   void drawn() { isDrawn_ = true; }
   [[nodiscard]] bool isDrawn() const { return isDrawn_; }
 
+  /// The window manager has put another frame around the window.
+  void framed() { isPlaced_ = false; }
+
   /// The program asks for another place. Places are those of the frame's top left corner.
   void asked(QPoint place);
 
   /// The user has taken hold of the window.
   void grabbed();
 
-  /// The window stands somewhere else.
+  /// The window stands there now, and may have stood there before.
   [[nodiscard]] Mover reported(QPoint place);
 
  private:
   Placing placing_;
   bool isDrawn_ = false;
-  bool isPlaced_ = false;
-  QList<QPoint> asked_;  ///< since the user's last move, each once, the newest last
-  qsizetype owed_ = 0;   ///< answers that the window manager still has to give
+  bool isPlaced_ = false;       ///< the window manager has done so, and reported it
+  std::optional<QPoint> last_;  ///< reported since the window was mapped
+  QList<QPoint> asked_;         ///< since the user's last move, each once, the newest last
+  qsizetype owed_ = 0;          ///< answers that the window manager still has to give
 };
 
 }  // namespace notewick

@@ -65,6 +65,13 @@ TEST_F(MoveWitnessTest, TheFrameMayBePutOnAfterTheWindowIsDrawn) {
   EXPECT_THAT(movers({}, {WANTED, THERE}), ElementsAre(program, user));
 }
 
+TEST_F(MoveWitnessTest, ANewFrameIsTheWindowManagersDoingAlsoAfterTheWindowIsDrawn) {
+  witness_.framed();
+  EXPECT_EQ(witness_.reported(THERE), Mover::windowManager);
+  EXPECT_EQ(witness_.reported(THERE), Mover::windowManager) << "the same place in a larger frame";
+  EXPECT_EQ(witness_.reported(HERE), Mover::user);
+}
+
 TEST_F(MoveWitnessTest, AnAnswerOfTheWindowManagerIsTheProgramsDoing) {
   EXPECT_THAT(movers({CORNER}, {HERE, THERE}), ElementsAre(program, user))
       << "another place than the one asked for";
