@@ -28,14 +28,17 @@ TerminationSignals::TerminationSignals() {
   writeEnd = ends[1];
   notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, [] { QCoreApplication::exit(); });
-  for (const int signal : SIGNALS) {
-    if (std::signal(signal, wakeLoop) == SIG_IGN) std::signal(signal, SIG_IGN);
+  for (std::size_t each = 0; each < SIGNALS.size(); ++each) {
+    before_[each] = std::signal(SIGNALS[each], wakeLoop);
+    if (before_[each] == SIG_IGN) std::signal(SIGNALS[each], SIG_IGN);
   }
 }
 
 TerminationSignals::~TerminationSignals() {
   if (readEnd_ < 0) return;
-  for (const int signal : SIGNALS) std::signal(signal, SIG_DFL);
+  for (std::size_t each = 0; each < SIGNALS.size(); ++each) {
+    std::signal(SIGNALS[each], before_[each]);
+  }
   close(readEnd_);
   close(writeEnd);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <array>
 #include <memory>
 
 namespace notewick {
@@ -16,6 +17,9 @@ class TerminationSignals {
   ~TerminationSignals();
 
  private:
+  using Handler = void (*)(int);
+
+  std::array<Handler, 3> before_{};  ///< who handled each signal
   int readEnd_ = -1;
   std::unique_ptr<QSocketNotifier> notifier_;
 };

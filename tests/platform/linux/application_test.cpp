@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <list>
 
+#include "platform/linux/session/termination_signals.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {
@@ -100,6 +101,12 @@ TEST_F(QtApplicationTest, ASignalThatItWasStartedToIgnoreStaysIgnored) {
   program.signal(SIGHUP);
   start().wait();
   EXPECT_THAT(program.readLine(), StartsWith("reopened"));
+}
+
+TEST_F(QtApplicationTest, ASignalIsHandledAfterTheEndAsItWasBeforeTheStart) {
+  const auto before = std::signal(SIGHUP, SIG_IGN);
+  { const TerminationSignals endingTheLoop; }
+  EXPECT_EQ(std::signal(SIGHUP, before), SIG_IGN);
 }
 
 TEST_F(QtApplicationTest, StartsAtLoginFromWhereANewerVersionTookItsPlace) {
