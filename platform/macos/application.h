@@ -4,6 +4,7 @@
 
 #include "platform/application.h"
 #include "platform/macos/session/single_instance.h"
+#include "platform/macos/session/termination_signals.h"
 
 namespace notewick {
 
@@ -21,6 +22,7 @@ class CocoaApplication final : public Application {
   /// Keeps the system from slowing the timers of a program without windows.
   id<NSObject> activity_;
   std::unique_ptr<SingleInstance> instance_;
+  std::unique_ptr<TerminationSignals> signals_;
 };
 
 /// The editing commands and closing a window, in a menu for the menu bar.

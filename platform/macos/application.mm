@@ -44,7 +44,7 @@ void CocoaApplication::becomeAccessory() {
 
 int CocoaApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
   instance_ = SingleInstance::claim([delegate] {
-    if (const auto told = delegate.lock()) told->applicationReopened();
+    if (const auto target = delegate.lock()) target->applicationReopened();
   });
   if (!instance_) return 0;
   activity_ = [NSProcessInfo.processInfo
@@ -54,6 +54,7 @@ int CocoaApplication::run(std::weak_ptr<ApplicationDelegate> delegate) {
   events_ = [[NWApplicationEvents alloc] initWithDelegate:delegate];
   application.delegate = events_;
   application.mainMenu = editingMenu();
+  signals_ = std::make_unique<TerminationSignals>([application] { [application terminate:nil]; });
   [application run];
   return 0;
 }

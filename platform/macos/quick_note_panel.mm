@@ -27,6 +27,7 @@
 }
 
 - (void)caughtSkip:(NSButton*)sender {
+  if (notewick::repeatsClick(NSApplication.sharedApplication.currentEvent)) return;
   const auto tag = static_cast<std::size_t>(sender.tag);
   if (const auto delegate = _delegate.lock()) delegate->caughtSkip(tag);
 }

@@ -29,6 +29,7 @@ set(NOTEWICK_MACOS_SOURCES
   panels/note_window.mm
   panels/window_drag.mm
   session/single_instance.mm
+  session/termination_signals.mm
   tray/menu_renderer.mm)
 list(TRANSFORM NOTEWICK_MACOS_SOURCES PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 

@@ -16,6 +16,10 @@
 
 namespace notewick {
 
+/// Whether the event ends the second click of a double click. The first has skipped a row, and
+/// another has come under the mouse.
+[[nodiscard]] bool repeatsClick(NSEvent* event);
+
 /// The rows of caught work, each a text and two small buttons, and the line below them. Rows are
 /// made anew only when one of them has changed, and then all of them; buttons of old rows do
 /// nothing any more, so that a press that began on one row never counts for another that took its

@@ -9,6 +9,10 @@ constexpr CGFloat LONGEST_TEXT = 190;
 
 }  // namespace
 
+bool repeatsClick(NSEvent* event) {
+  return event.type == NSEventTypeLeftMouseUp && event.clickCount > 1;
+}
+
 CaughtList::CaughtList(const QuickNoteTexts& texts, id<NWCaughtListTarget> target)
     : logTitle_(texts.log), skipTitle_(texts.skip), target_(target), stack_(column(@[], 4)) {
   stack_.hidden = YES;

@@ -27,6 +27,24 @@ TEST_F(MacosCaughtListTest, LeavesRowsAloneThatStayAndTakesNoPressOnOneThatHasGo
   EXPECT_TRUE(delegate_->log.empty());
 }
 
+NSEvent* mouseEvent(NSEventType type, NSInteger clickCount) {
+  return [NSEvent mouseEventWithType:type
+                            location:NSMakePoint(0, 0)
+                       modifierFlags:0
+                           timestamp:0
+                        windowNumber:0
+                             context:nil
+                         eventNumber:0
+                          clickCount:clickCount
+                            pressure:0];
+}
+
+TEST_F(MacosCaughtListTest, KnowsTheSecondHalfOfADoubleClick) {
+  EXPECT_FALSE(repeatsClick(mouseEvent(NSEventTypeLeftMouseUp, 1)));
+  EXPECT_TRUE(repeatsClick(mouseEvent(NSEventTypeLeftMouseUp, 2)));
+  EXPECT_FALSE(repeatsClick(nil)) << "a press by the keyboard or a screen reader";
+}
+
 TEST_F(MacosCaughtListTest, LeadsTheTabulatorKeyThroughNewRows) {
   panel_->setCaught(TWO_ROWS, std::nullopt);
   panel_->fitToContents();

@@ -32,8 +32,10 @@ void NSAccessibilityPostNotificationWithUserInfo(
 @interface NSEvent : NSObject <NSCopying>
 @property(getter=isARepeat, readonly) BOOL ARepeat;
 @property(nullable, readonly) NSString* charactersIgnoringModifiers;
+@property(readonly) NSInteger clickCount;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(class, readonly) NSUInteger pressedMouseButtons;
+@property(readonly) NSEventType type;
 + (nullable NSEvent*)keyEventWithType:(NSEventType)type
                              location:(NSPoint)location
                         modifierFlags:(NSEventModifierFlags)flags
@@ -44,6 +46,15 @@ void NSAccessibilityPostNotificationWithUserInfo(
           charactersIgnoringModifiers:(NSString*)charactersIgnoringModifiers
                             isARepeat:(BOOL)isARepeat
                               keyCode:(unsigned short)keyCode;
++ (nullable NSEvent*)mouseEventWithType:(NSEventType)type
+                               location:(NSPoint)location
+                          modifierFlags:(NSEventModifierFlags)flags
+                              timestamp:(NSTimeInterval)time
+                           windowNumber:(NSInteger)windowNumber
+                                context:(nullable NSGraphicsContext*)context
+                            eventNumber:(NSInteger)eventNumber
+                             clickCount:(NSInteger)clickCount
+                               pressure:(float)pressure;
 @end
 
 @interface NSResponder : NSObject <NSStandardKeyBindingResponding>
@@ -64,6 +75,7 @@ void NSAccessibilityPostNotificationWithUserInfo(
 @interface NSApplication : NSResponder
 @property(class, readonly) __kindof NSApplication* sharedApplication;
 @property(getter=isActive, readonly) BOOL active;
+@property(nullable, readonly, strong) NSEvent* currentEvent;
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, retain) NSMenu* mainMenu;
 - (NSApplicationActivationPolicy)activationPolicy;

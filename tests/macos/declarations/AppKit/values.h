@@ -23,7 +23,7 @@ typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStylePush = 1 };
 typedef NS_ENUM(NSUInteger, NSBorderType) { NSBezelBorder = 2 };
 typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageLeading = 7 };
 typedef NS_ENUM(NSUInteger, NSControlSize) { NSControlSizeSmall = 1 };
-typedef NS_ENUM(NSUInteger, NSEventType) { NSEventTypeKeyDown = 10 };
+typedef NS_ENUM(NSUInteger, NSEventType) { NSEventTypeLeftMouseUp = 2, NSEventTypeKeyDown = 10 };
 typedef NS_ENUM(NSInteger, NSLayoutAttribute) { NSLayoutAttributeLeading = 5 };
 typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByTruncatingTail = 4 };
 typedef NS_ENUM(NSUInteger, NSProgressIndicatorStyle) { NSProgressIndicatorStyleSpinning = 1 };

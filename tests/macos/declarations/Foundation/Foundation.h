@@ -190,14 +190,29 @@ extern "C" const NSRunLoopMode NSRunLoopCommonModes;
 - (BOOL)runMode:(NSRunLoopMode)mode beforeDate:(NSDate*)limit;
 @end
 
-@protocol OS_dispatch_queue <NSObject>
+@protocol OS_dispatch_object <NSObject>
 @end
+@protocol OS_dispatch_queue <OS_dispatch_object>
+@end
+@protocol OS_dispatch_source <OS_dispatch_object>
+@end
+typedef NSObject<OS_dispatch_object>* dispatch_object_t;
+typedef NSObject<OS_dispatch_source>* dispatch_source_t;
+typedef const struct dispatch_source_type_s* dispatch_source_type_t;
 typedef NSObject<OS_dispatch_queue>* dispatch_queue_t;
 typedef void (^dispatch_block_t)(void);
 enum : unsigned int { QOS_CLASS_USER_INITIATED = 0x19 };
 extern "C" dispatch_queue_t dispatch_get_main_queue(void);
 extern "C" dispatch_queue_t dispatch_get_global_queue(long identifier, size_t flags);
 extern "C" void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
+extern "C" const struct dispatch_source_type_s _dispatch_source_type_signal;
+#define DISPATCH_SOURCE_TYPE_SIGNAL (&_dispatch_source_type_signal)
+extern "C" dispatch_source_t dispatch_source_create(dispatch_source_type_t type, size_t handle,
+                                                    size_t mask, dispatch_queue_t _Nullable queue);
+extern "C" void dispatch_source_set_event_handler(dispatch_source_t source,
+                                                  dispatch_block_t _Nullable handler);
+extern "C" void dispatch_source_cancel(dispatch_source_t source);
+extern "C" void dispatch_activate(dispatch_object_t object);
 
 // --- Program and settings ------------------------------------------------------------------------
 @interface NSBundle : NSObject
