@@ -25,7 +25,6 @@ from benchmarks.user import WATCHING, SignedIn
 from desk.notewick import PROGRAM
 
 CORE_BENCH, SAMPLE_BENCH = BUILD / "bench" / "core_bench", BUILD / "bench" / "sample_bench"
-TRIES = 3  # the medians of few rounds stray
 
 
 def run(*command):
@@ -75,7 +74,7 @@ def start_python():
 
 def self_test():
     """Milliseconds from starting the self-test to its end."""
-    return compared(21, lambda: milliseconds(lambda: run(PROGRAM, "--selftest")), start_python)
+    return compared(41, lambda: milliseconds(lambda: run(PROGRAM, "--selftest")), start_python)
 
 
 def sample():
@@ -84,7 +83,7 @@ def sample():
         desk.xterm(title)
     desk.zenity("Chat")
     desk.xterm("RE: support hours — Tobias Hargreave").window().focus()
-    rounds = [tuple(map(float, line.split()[:2])) for line in run(SAMPLE_BENCH, "31").splitlines()]
+    rounds = [tuple(map(float, line.split()[:2])) for line in run(SAMPLE_BENCH, "61").splitlines()]
     desk.close_all()
     return statistics.median(own for own, _ in rounds), statistics.median(
         own / other for own, other in rounds
@@ -121,7 +120,7 @@ def start():
         program.quit()
         return 1000 * (registered - started)
 
-    return compared(15, lasted, start_desktop_programs)
+    return compared(25, lasted, start_desktop_programs)
 
 
 def memory():
@@ -139,11 +138,12 @@ def memory():
 
 MEMORY_AIM = 35  # megabytes; no processor has a part in it
 
-# What measures it, the aim with its unit, the limit as a multiple of the reference.
+# What measures it, the aim with its unit, the limit as a multiple of the reference. Times keep a limit of about
+# half as much again as they take, for the medians stray on a busy machine.
 FIGURES = {
     "matcher": (matcher, "20 µs", 7, "matching 300 characters", "sorting 256 numbers"),
-    "self-test": (self_test, "50 ms", 2, "the self-test", "a start of Python"),
-    "sample": (sample, "1 ms", 20, "processor time of a sample", "a question to the X server"),
+    "self-test": (self_test, "50 ms", 2.5, "the self-test", "a start of Python"),
+    "sample": (sample, "1 ms", 25, "processor time of a sample", "a question to the X server"),
     "start": (start, "200 ms", 2, "launch to tray item", "starts of small desktop programs"),
     "memory": (memory, f"{MEMORY_AIM} MB", 1, "memory at rest", "the aim"),
 }
@@ -151,17 +151,13 @@ FIGURES = {
 
 def keeps(name):
     measure, aim, limit, what, reference = FIGURES[name]
-    unit = aim.split()[1]
-    for _ in range(TRIES):
-        value, multiple = measure()
-        print(
-            f"{what}: {value:.3g} {unit} (aim: {aim}), {multiple:.2f} times {reference} (at most {limit})",
-            flush=True,
-        )
-        if multiple <= limit:
-            return True
-    print(f"{what}: above the limit {TRIES} times")
-    return False
+    value, multiple = measure()
+    print(
+        f"{what}: {value:.3g} {aim.split()[1]} (aim: {aim}), "
+        f"{multiple:.2f} times {reference} (at most {limit})",
+        flush=True,
+    )
+    return multiple <= limit
 
 
 if __name__ == "__main__":

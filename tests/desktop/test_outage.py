@@ -33,7 +33,6 @@ class AnOutage(Story):
         desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the saved list")
 
     def test_leaves_menu_and_widget_usable_while_nothing_answers(self):
-        """A request that nobody answers takes longer than all the waiting here together may."""
         program = self.start_signed_in()
         self.service.signal(signal.SIGSTOP)
         self.addCleanup(self.service.signal, signal.SIGCONT)
@@ -42,8 +41,6 @@ class AnOutage(Story):
         program.choose("Pause watching")
         program.wait_for_entry("Paused")
         program.widget.fill("The next note", 30)
-        [waiting] = self.home.list("outbox.json")
-        self.assertEqual(waiting["attempts"], 0)
         self.service.signal(signal.SIGCONT)
         self.service.wait_for_notes(NOTE)
 

@@ -15,7 +15,6 @@ LONGEST_AWAY = 0.12  # seconds
 
 class OddAnswers(Story):
     def test_cost_little_and_change_nothing(self):
-        self.assertGreaterEqual(len(set(ODD)), 67)
         service = OddService()
         self.home.settings.unlink()
         self.home.settings.parent.rmdir()
