@@ -6,14 +6,12 @@
 #include <memory>
 #include <string>
 
+#include "platform/freed.h"
+
 namespace notewick {
 
-struct FreeOpenSsl {
-  void operator()(EVP_PKEY* key) const { EVP_PKEY_free(key); }
-  void operator()(X509* certificate) const { X509_free(certificate); }
-};
-using PrivateKey = std::unique_ptr<EVP_PKEY, FreeOpenSsl>;
-using Certificate = std::unique_ptr<X509, FreeOpenSsl>;
+using PrivateKey = std::unique_ptr<EVP_PKEY, Freed<EVP_PKEY_free>>;
+using Certificate = std::unique_ptr<X509, Freed<X509_free>>;
 
 /// A certificate with its key, and when it is good, in days from now.
 struct Identity {

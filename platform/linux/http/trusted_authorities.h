@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/freed.h"
+
 namespace notewick {
 
 /// The certificate authorities that vouch for a server: the system's, and besides them those in a
@@ -28,10 +30,7 @@ class TrustedAuthorities {
   [[nodiscard]] std::optional<std::chrono::sys_seconds> certificateEnd() const { return end_; }
 
  private:
-  struct Free {
-    void operator()(X509_STORE* store) const { X509_STORE_free(store); }
-  };
-  using Store = std::unique_ptr<X509_STORE, Free>;
+  using Store = std::unique_ptr<X509_STORE, Freed<X509_STORE_free>>;
 
   [[nodiscard]] static Store load(const std::string& userFile);
   static int noteEnd(int isGood, X509_STORE_CTX* judgement);

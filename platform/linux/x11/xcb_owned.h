@@ -3,14 +3,12 @@
 #include <cstdlib>
 #include <memory>
 
-namespace notewick {
+#include "platform/freed.h"
 
-struct XcbFreed {
-  void operator()(void* memory) const { std::free(memory); }
-};
+namespace notewick {
 
 /// A reply, an error or an event of the X server, which XCB leaves to its caller to free.
 template <class T>
-using XcbOwned = std::unique_ptr<T, XcbFreed>;
+using XcbOwned = std::unique_ptr<T, Freed<std::free>>;
 
 }  // namespace notewick

@@ -5,19 +5,16 @@
 
 #include <filesystem>
 
+#include "platform/freed.h"
 #include "tests/support/certificate_authority.h"
 #include "tests/support/linux_session.h"
 
 namespace notewick {
 namespace {
 
-struct FreeContext {
-  void operator()(SSL_CTX* context) const { SSL_CTX_free(context); }
-};
-
 /// Whether connections that trust these authorities take the certificate, at whatever time.
 bool trusts(TrustedAuthorities& authorities, X509* certificate) {
-  const std::unique_ptr<SSL_CTX, FreeContext> context(SSL_CTX_new(TLS_client_method()));
+  const std::unique_ptr<SSL_CTX, Freed<SSL_CTX_free>> context(SSL_CTX_new(TLS_client_method()));
   authorities.applyTo(context.get());
   X509_STORE_CTX* const check = X509_STORE_CTX_new();
   X509_STORE_CTX_init(check, SSL_CTX_get_cert_store(context.get()), certificate, nullptr);
