@@ -2,7 +2,7 @@
 
 from dataclasses import dataclass, field
 
-# Of Plasma's own colour schemes: window, its text, field, its text, button, its text, selection, its text.
+# Of Plasma's own colour schemes: window, its text, field, its text, button, its text, selection.
 COLOURS = {
     "BreezeDark": (
         "42,46,50",
