@@ -92,7 +92,7 @@ FOREIGN = re.compile(
     re.VERBOSE,
 )
 
-# Core bodies without a test file of their own, with the reason.
+# Files of the core without a test file of their own, with the reason.
 UNTESTED = {
     "app/main.cpp": "two lines; the desktop tests start the program through it",
     "platform/ports.cpp": "keeps one value; every story runs through it",

@@ -28,9 +28,8 @@ class QtApplication final : public Application {
   int run(std::weak_ptr<ApplicationDelegate> delegate) override;
 
  private:
-  /// When the X server is gone Qt calls exit. What the program holds in variables of
-  /// namespaces would then be destroyed while Qt is half gone, and crash; so the process
-  /// ends at once while this object lives.
+  /// When the X server is gone Qt calls exit. Global variables would then be destroyed while Qt is
+  /// half gone, and the program would crash; so the process ends at once while this object lives.
   class UntimelyExit {
    public:
     UntimelyExit();

@@ -11,8 +11,6 @@
 #include "platform/linux/panels/floating_panel.h"
 #include "platform/quick_note_panel.h"
 
-class QLabel;
-
 namespace notewick {
 
 class AnnouncingLabel;

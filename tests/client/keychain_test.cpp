@@ -134,7 +134,7 @@ TEST_F(RememberedTokenTest, WhatWasWrittenIsNotAskedForAtAll) {
   EXPECT_EQ(store.looks, 0u);
 }
 
-TEST_F(RememberedTokenTest, WhatWasReadIsFetchedOnceAndWhatOthersChangeIsSeenAndNobodyTold) {
+TEST_F(RememberedTokenTest, ATokenIsFetchedOnceUntilTheStoreReportsAChange) {
   looksTwice();
   EXPECT_EQ(store.fetches, 1u);
   store.othersWrite("U");

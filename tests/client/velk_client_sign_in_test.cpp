@@ -79,7 +79,7 @@ class ExpiryTest : public SignInTest {
   }
 };
 
-TEST_F(ExpiryTest, ATokenIsUsedUntilAMinuteBeforeItExpiresOrFor49MinutesWhereNothingIsSaid) {
+TEST_F(ExpiryTest, ATokenIsUsedUntilAMinuteBeforeItExpiresOrFor49MinutesWithoutAnExpiry) {
   expectUsedFor(940, {{"expiresAt", unixTimeIn(1000)}});
   expectUsedFor(940, {{"expiresAt", std::int64_t(unixTimeIn(1000))}});
   expectUsedFor(2940, json::object());

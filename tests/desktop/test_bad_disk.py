@@ -67,12 +67,12 @@ class ABadDisk(Story):
         written = [f"{name}, {which}" for name in FAULTS for which in ("first", "second")]
         self.service.wait_for_notes(*written)
 
-    def test_that_has_a_folder_in_the_place_of_the_list_loses_nothing(self):
+    def test_a_folder_in_the_place_of_the_list_costs_no_note(self):
         path = self.home.support / "outbox.json"
         path.mkdir()
         self.check_that_the_fault_costs_no_note("a folder", mend=path.rmdir)
 
-    def test_whose_folder_is_removed_keeps_the_next_note(self):
+    def test_keeps_the_next_note_where_its_folder_is_removed(self):
         shutil.rmtree(self.home.support)
         self.write_a_note_that_waits("kept")
         self.assertEqual(self.outbox(), ["kept"])

@@ -38,7 +38,7 @@ class AnEnd(Story):
         self.assertEqual(program.wait(), 0, program.output)
         self.check_that_all_is_kept()
 
-    def test_of_the_display_is_no_crash_and_keeps_the_notes_and_the_sign_in(self):
+    def test_losing_the_display_is_no_crash_and_keeps_the_notes_and_the_sign_in(self):
         server = XServer()
         self.addCleanup(server.close)
         program = self.start(DISPLAY=server.display)

@@ -63,7 +63,7 @@ class TheSecretStore(Story):
         self.assertEqual(keyring.prompts(), [])
         self.assertIsNotNone(stored_token())
 
-    def test_that_another_program_opens_serves_at_once(self):
+    def test_serves_at_once_when_another_program_opens_it(self):
         program = self.start_at_the_prompt()
         self.write_note(program)
         keyring.unlock()
@@ -74,7 +74,7 @@ class TheSecretStore(Story):
         self.assertTrue(program.has("Sign out of VELK"))
         self.assertFalse(program.sign_in_panel.shown)
 
-    def test_that_stays_shut_leads_to_the_sign_in_panel_until_another_program_opens_it(self):
+    def test_leads_to_the_sign_in_panel_until_another_program_opens_it(self):
         program = self.start_at_the_prompt()
         keyring.dismiss_prompt()
         program.wait_for_menu(menu(SIGNED_OUT, NO_WORK, signed_in=False))
@@ -86,7 +86,7 @@ class TheSecretStore(Story):
         self.check_that_it_goes_on_as_signed_in(program)
         self.assertEqual(keyring.prompts(), [])
 
-    def test_that_hangs_leaves_the_program_usable_and_serves_when_it_answers(self):
+    def test_leaves_the_program_usable_while_it_hangs_and_serves_when_it_answers(self):
         keyring.send_signal(signal.SIGSTOP)
         self.addCleanup(keyring.send_signal, signal.SIGCONT)
         program = self.start()

@@ -65,7 +65,7 @@ class AHangingAccessibilityBus(Story):
         desk.wait_until(lambda: "Written afterwards" in self.service.inputs(), what="one more note")
         self.assertEqual(program.quit(), 0)
 
-    def test_whose_launcher_hangs_at_the_start_delays_nothing(self):
+    def test_delays_nothing_where_its_launcher_hangs_at_the_start(self):
         """For the bus itself, and for its registry, Qt waits in every program that starts."""
         self.start_signed_in().quit()
         self.let_a_note_wait()
@@ -74,7 +74,7 @@ class AHangingAccessibilityBus(Story):
         self.use(program)
         self.go_on(program, pid)
 
-    def test_that_hangs_later_delays_nothing(self):
+    def test_delays_nothing_where_it_hangs_later(self):
         self.start_signed_in().quit()
         for part in PARTS:
             with self.subTest(part=part):

@@ -21,7 +21,7 @@ inline constexpr const char* TOO_LARGE = "The server's answer is too large.";
 inline constexpr const char* NOT_UNDERSTOOD = "The server's answer could not be understood.";
 
 /// How an outcome reads in a test: "200 body", "204", or the description of the error.
-inline std::string told(const Result& result) {
+inline std::string described(const Result& result) {
   if (!result) return result.error().description;
   if (!result->statusCode) return "no HTTP";
   return std::to_string(*result->statusCode) + (result->body ? " " + *result->body : "");
@@ -41,7 +41,8 @@ class CurlHttpSessionTest : public testing::Test {
   }
 
   void send(const HttpRequest& request) {
-    session_->send(request, [this](const Result& result) { outcomes_.push_back(told(result)); });
+    session_->send(request,
+                   [this](const Result& result) { outcomes_.push_back(described(result)); });
   }
 
   /// The outcome of one request.

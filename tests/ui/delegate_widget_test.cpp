@@ -79,7 +79,7 @@ TEST_F(WidgetOnScreenTest, ClosedByTheUserItStaysAwayAlsoAfterARestart) {
   EXPECT_FALSE(isWanted());
 }
 
-TEST_F(WidgetOnScreenTest, NeitherHidingNorRefreshingMakesItButAnyShowingWhichMakesItWanted) {
+TEST_F(WidgetOnScreenTest, OnlyShowingCreatesThePanelAndMakesItWanted) {
   startsHidden();
   app().setWidgetVisible(false, false);
   app().refreshWidget();

@@ -23,15 +23,12 @@ struct AtspiReference {
 
 /// Asks programs about their windows. All questions of one kind are asked at once and answered in
 /// whatever order; a program that has not answered in time is left out from then on until it does,
-/// so that it costs its time once and not at every sample. Main thread.
+/// so that it costs its time once and not at every sample. Each round of questions but the last
+/// takes half of the time that is left, so that programs that do not answer leave some for those
+/// that do. References whose bus name no connection can have are left out. Main thread.
 class AtspiReader final : public QObject {
  public:
   AtspiReader();
-
-  // Each round of questions but the last takes half of the time that is left, so that programs that
-  // do not answer leave some for those that do.
-
-  // What stands for an object in an answer but names no connection to the bus is left out.
 
   /// The programs that have joined the bus, without this one, which cannot answer itself while it
   /// waits; empty when that cannot be read.

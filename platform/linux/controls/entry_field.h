@@ -14,8 +14,8 @@ class EntryField : public QLineEdit {
 
  protected:
   void changeEvent(QEvent* event) override;
-  /// Screen readers hear of the focus, and not of the selection that comes with it: told of that
-  /// first, as Qt would do it, Orca takes the field for known and does not speak its name.
+  /// Reports the focus to screen readers, and not the selection that comes with it. Qt would report
+  /// the selection first, and Orca would then skip the field's name.
   void focusInEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 

@@ -16,8 +16,9 @@ namespace notewick {
 [[nodiscard]] NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colour,
                                          CGFloat width);
 
-/// Shows news in a label. A screen reader speaks it at once where it differs from what stood there.
-void announce(NSTextField* label, const std::string& news);
+/// Shows a text in a label. A screen reader speaks it at once where it differs from what stood
+/// there.
+void announce(NSTextField* label, const std::string& text);
 
 /// A push button; screen readers call it `accessibilityLabel`.
 [[nodiscard]] NSButton* pushButton(const std::string& title, const std::string& accessibilityLabel,

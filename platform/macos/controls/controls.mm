@@ -43,14 +43,14 @@ NSTextField* wrappingLabel(const std::string& text, NSFont* font, NSColor* colou
   return label;
 }
 
-void announce(NSTextField* label, const std::string& news) {
-  NSString* text = nsString(news);
-  if ([label.stringValue isEqual:text]) return;
-  label.stringValue = text;
-  if (news.empty() || !label.window.visible) return;
+void announce(NSTextField* label, const std::string& text) {
+  NSString* shown = nsString(text);
+  if ([label.stringValue isEqual:shown]) return;
+  label.stringValue = shown;
+  if (text.empty() || !label.window.visible) return;
   NSAccessibilityPostNotificationWithUserInfo(
       label.window, NSAccessibilityAnnouncementRequestedNotification, @{
-        NSAccessibilityAnnouncementKey : text,
+        NSAccessibilityAnnouncementKey : shown,
         NSAccessibilityPriorityKey : @(NSAccessibilityPriorityHigh)
       });
 }

@@ -11,14 +11,14 @@ constexpr CFTimeInterval SEND_SECONDS = 1;
 
 CFStringRef portName() { return (__bridge CFStringRef) @"tools.velk.notewick.instance"; }
 
-CFDataRef told(CFMessagePortRef, SInt32, CFDataRef, void* startedAgain) {
+CFDataRef messageArrived(CFMessagePortRef, SInt32, CFDataRef, void* startedAgain) {
   (*static_cast<std::function<void()>*>(startedAgain))();
   return nullptr;
 }
 
 CFMessagePortRef createPort(std::function<void()>* startedAgain) {
   CFMessagePortContext context = {0, startedAgain, nullptr, nullptr, nullptr};
-  return CFMessagePortCreateLocal(nullptr, portName(), told, &context, nullptr);
+  return CFMessagePortCreateLocal(nullptr, portName(), messageArrived, &context, nullptr);
 }
 
 bool tellOther() {

@@ -172,7 +172,7 @@ TEST_F(CurlHttpSessionTest, AStormOfRequestsIsAnsweredOnceEach) {
   for (std::size_t number = 0; number < answered.size(); ++number) {
     const std::string body = "body of " + std::to_string(number);
     session_->send(post(server.url(), body, 20), [&, number, body](const Result& result) {
-      EXPECT_EQ(told(result), "200 " + body);
+      EXPECT_EQ(described(result), "200 " + body);
       ++answered[number];
     });
   }
@@ -218,7 +218,7 @@ TEST_F(CurlHttpSessionTest, ACompletionMayDestroyTheSession) {
   const RawServer server(echo);
   session_->send(post(server.url(), "told"), [this](const Result& result) {
     session_.reset();
-    outcomes_.push_back(told(result));
+    outcomes_.push_back(described(result));
   });
   EXPECT_TRUE(waitUntil([this] { return !outcomes_.empty(); }));
   catchUp();
@@ -228,7 +228,7 @@ TEST_F(CurlHttpSessionTest, ACompletionMayDestroyTheSession) {
 TEST_F(CurlHttpSessionTest, ACompletionMaySendTheNextRequest) {
   const RawServer server(echo);
   session_->send(post(server.url(), "first"), [&](const Result& result) {
-    outcomes_.push_back(told(result));
+    outcomes_.push_back(described(result));
     send(post(server.url(), "second"));
   });
   EXPECT_TRUE(waitUntil([this] { return outcomes_.size() == 2; }));

@@ -24,7 +24,7 @@ namespace notewick {
 inline const SecretKey TOKEN{"tools.velk.notewick", "refresh-token"};
 
 /// How an outcome reads in a test: "found secret", "absent", "locked".
-inline std::string told(const SecretLookup& lookup) {
+inline std::string described(const SecretLookup& lookup) {
   switch (lookup.state) {
     case SecretState::found:
       return "found " + lookup.secret;
@@ -46,7 +46,7 @@ class SecretStoreTest : public testing::Test {
  protected:
   SecretStoreTest() { registerSecretTypes(); }
 
-  [[nodiscard]] std::string loaded() { return told(store_.load(TOKEN)); }
+  [[nodiscard]] std::string loaded() { return described(store_.load(TOKEN)); }
 
   void startAndWait(const std::vector<std::string>& command, const std::string& input = "") {
     service_ = std::make_unique<ChildProcess>(command, input);

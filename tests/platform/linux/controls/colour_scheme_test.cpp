@@ -83,10 +83,10 @@ class ColourSchemeTest : public testing::Test {
   static inline const QColor DARK = darkPalette().color(QPalette::Window);
 };
 
-TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAWishOrAnAnswer) {
-  for (const std::optional<uint> wish :
+TEST_F(ColourSchemeTest, StaysAsTheThemeIsWithoutAPreferenceOrAnAnswer) {
+  for (const std::optional<uint> preference :
        {std::optional(NO_PREFERENCE), std::optional(PREFERS_LIGHT), std::optional<uint>()}) {
-    const Portal portal(wish);
+    const Portal portal(preference);
     const ColourScheme scheme;
     ASSERT_TRUE(waitUntil([&] { return portal.questions == 1; }));
     catchUp();

@@ -10,7 +10,7 @@ namespace {
 
 using Variables = std::map<const char*, const char*>;
 
-std::string told(const QNetworkProxy& proxy) {
+std::string described(const QNetworkProxy& proxy) {
   if (proxy.type() == QNetworkProxy::NoProxy) return "direct";
   const std::string scheme = proxy.type() == QNetworkProxy::Socks5Proxy ? "socks " : "http ";
   const QString user = proxy.user().isEmpty() ? "" : proxy.user() + "/" + proxy.password() + " at ";
@@ -24,7 +24,7 @@ std::string choice(const Variables& variables, const QString& url = "https://vel
   for (const auto& [name, value] : variables) environment.insert(name, value);
   const auto made = proxyOfEnvironment(QUrl(url), environment);
   if (!made) return "";
-  return *made ? told(**made) : made->error().description;
+  return *made ? described(**made) : made->error().description;
 }
 
 bool isExempt(const char* list, const QString& url) {
@@ -113,11 +113,11 @@ TEST(ProxyChoiceTest, TheDesktopsFirstUsefulProxyCounts) {
   const QNetworkProxy ftp(QNetworkProxy::FtpCachingProxy, "ftp", 21);
   const QNetworkProxy http(QNetworkProxy::HttpProxy, "web", 3128, "ann", "secret");
   const QNetworkProxy socks(QNetworkProxy::Socks5Proxy, "socks", 0);
-  EXPECT_EQ(told(proxyOfDesktop({ftp, http, socks, direct})), "http ann/secret at web 3128");
-  EXPECT_EQ(told(proxyOfDesktop({socks, direct})), "socks socks 1080");
-  EXPECT_EQ(told(proxyOfDesktop({direct, http})), "direct");
-  EXPECT_EQ(told(proxyOfDesktop({ftp})), "direct");
-  EXPECT_EQ(told(proxyOfDesktop({})), "direct");
+  EXPECT_EQ(described(proxyOfDesktop({ftp, http, socks, direct})), "http ann/secret at web 3128");
+  EXPECT_EQ(described(proxyOfDesktop({socks, direct})), "socks socks 1080");
+  EXPECT_EQ(described(proxyOfDesktop({direct, http})), "direct");
+  EXPECT_EQ(described(proxyOfDesktop({ftp})), "direct");
+  EXPECT_EQ(described(proxyOfDesktop({})), "direct");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ QDBusError error(const QString& name) {
   return QDBusError(QDBusMessage::createError(name, "as the bus words it"));
 }
 
-TEST(SecretServiceFailureTest, NoAnswerInTimeOrRoomIsUnansweredNobodyMissingAndEveryOtherErrorANo) {
+TEST(SecretServiceFailureTest, EachBusErrorHasItsMeaning) {
   using enum SecretServiceFailure;
   for (const auto& [name, kind] :
        {std::pair("org.freedesktop.DBus.Error.NoReply", unanswered),
