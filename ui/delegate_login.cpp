@@ -8,7 +8,6 @@ namespace notewick {
 
 void AppDelegate::showLogin() {
   if (!LoginController::current() && VELKClient::shared().keychain().isLocked()) {
-    signInWaits_ = true;
     return askToUnlock();
   }
   signInOffered_ = true;
@@ -21,6 +20,7 @@ void AppDelegate::askToSignIn() {
 }
 
 std::shared_ptr<LoginController> AppDelegate::loginController() {
+  signInWaits_ = false;
   if (const auto open = LoginController::current()) return open;
   return LoginController::create([weakSelf = weak_from_this()] {
     if (const auto self = weakSelf.lock()) self->signedIn();
@@ -42,6 +42,7 @@ void AppDelegate::signedIn() {
 }
 
 void AppDelegate::askToUnlock() {
+  signInWaits_ = signInWaits_ || VELKClient::shared().keychain().isLocked();
   VELKClient::shared().keychain().requestUnlock();
 }
 
@@ -56,10 +57,10 @@ void AppDelegate::followUnlocking() {
 }
 
 void AppDelegate::unlockAnswered(bool opened) {
-  const bool panelWasWanted = std::exchange(signInWaits_, false);
+  const bool panelWaited = std::exchange(signInWaits_, false);
   if (VELKClient::shared().isSignedIn()) {
     if (opened) resumeSignIn();
-  } else if (!LoginController::current() && (panelWasWanted || !signInOffered_)) {
+  } else if (!LoginController::current() && (panelWaited || !signInOffered_)) {
     showLogin();
   }
   rebuildMenu();

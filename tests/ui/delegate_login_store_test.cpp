@@ -95,6 +95,21 @@ TEST_F(LockedStoreTest, DismissedAfterASignOutItOpensNoPanel) {
   EXPECT_EQ(views.signIn, nullptr);
 }
 
+TEST_F(LockedStoreTest, TheAnswerToAnEarlierQuestionOpensNoPanelAfterASignOut) {
+  for (const bool opens : {false, true}) {
+    SCOPED_TRACE(opens);
+    signIn();
+    secrets.locked = true;
+    restart();
+    app().participants.clear();
+    statusItem().choose("Log work now (call, visit…)");
+    statusItem().choose("Sign out of VELK");
+    closesThePanel();
+    secrets.userAnswers(opens);
+    EXPECT_EQ(views.signIn, nullptr);
+  }
+}
+
 TEST_F(LockedStoreTest, TheSignInCommandOpensThePanelWhereTheOpenedStoreHoldsNothing) {
   secrets.userAnswers(false);
   closesThePanel();
@@ -169,6 +184,18 @@ TEST_F(SigningInTest, WithoutAStoreThePanelSaysHowLongTheSignInLasts) {
   secrets.comes();
   restart();
   EXPECT_EQ(signInPanel().error, "");
+}
+
+TEST_F(SigningInTest, AStoreThatComesLockedAndStaysSoLeadsToThePanelAgain) {
+  signIn();
+  secrets.missing = true;
+  launch();
+  closesThePanel();
+  secrets.othersLock();
+  secrets.comes();
+  statusItem().choose("Log work now (call, visit…)");
+  secrets.userAnswers(false);
+  EXPECT_TRUE(signInPanel().visible);
 }
 
 // --- A sign-in while the store is locked ---------------------------------------------------------
