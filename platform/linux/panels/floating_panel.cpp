@@ -118,7 +118,7 @@ void PanelWindow::applyPlacement() {
   const auto place = wantedPlace(frame().size());
   if (!place) return;
   if (!isVisible()) return move(*place);
-  if (windowHandle()->framePosition() == *place) return;
+  if (windowHandle()->framePosition() == *place) return witness_.stands();
   witness_.asked(*place);
   windowHandle()->setFramePosition(*place);  // QWidget may know an old frame only
 }

@@ -8,6 +8,7 @@ namespace notewick {
 void MoveWitness::mapped(QPoint place) {
   isDrawn_ = false;
   isPlaced_ = isPlaced_ && placing_ == Placing::once;
+  frameIsNew_ = false;
   last_.reset();
   asked_ = {place};
   owed_ = 0;
@@ -21,12 +22,13 @@ void MoveWitness::asked(QPoint place) {
 
 void MoveWitness::grabbed() {
   isPlaced_ = true;
+  frameIsNew_ = false;
   asked_.clear();
   owed_ = 0;
 }
 
 Mover MoveWitness::reported(QPoint place) {
-  const bool wasPlaced = std::exchange(isPlaced_, true);
+  const bool wasPlaced = std::exchange(isPlaced_, true) && !std::exchange(frameIsNew_, false);
   const bool stoodThere = std::exchange(last_, place) == place;
   if (asked_.contains(place)) {
     owed_ = place == asked_.last() ? 0 : std::max<qsizetype>(owed_ - 1, 0);

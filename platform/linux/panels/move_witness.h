@@ -25,8 +25,8 @@ enum class Placing {
 /// - The first report of a window that is mapped tells where the window manager has placed it. It
 ///   may come before or after the window is first drawn. Before that the user cannot take hold of
 ///   the window. A report of the place that the window wanted may follow, as its frame is put on.
-/// - The first report after a new frame tells where the window stands in it. With a slow window
-///   manager that, too, may be after the drawing.
+/// - The first report after a new frame tells where the window stands in it, with a slow window
+///   manager after the drawing. There is none where the window already stood there.
 /// - Each request for a place is answered by a report (ICCCM 4.1.5): of that place, or of one that
 ///   the window manager prefers. Requests and the user's input reach it in one queue, so that what
 ///   the user does after a request is reported after its answer. Of several answers that wait,
@@ -50,8 +50,11 @@ class MoveWitness {
   void drawn() { isDrawn_ = true; }
   [[nodiscard]] bool isDrawn() const { return isDrawn_; }
 
-  /// The window manager has put another frame around the window.
-  void framed() { isPlaced_ = false; }
+  /// The window manager has put a frame around the window, perhaps the one it had.
+  void framed() { frameIsNew_ = true; }
+
+  /// The window stands where it is wanted, in its frame: no report of that is missing.
+  void stands() { frameIsNew_ = false; }
 
   /// The program asks for another place. Places are those of the frame's top left corner.
   void asked(QPoint place);
@@ -65,7 +68,8 @@ class MoveWitness {
  private:
   Placing placing_;
   bool isDrawn_ = false;
-  bool isPlaced_ = false;       ///< the window manager has done so, and reported it
+  bool isPlaced_ = false;
+  bool frameIsNew_ = false;     ///< and a report of where the window stands in it may come
   std::optional<QPoint> last_;  ///< reported since the window was mapped
   QList<QPoint> asked_;         ///< since the user's last move, each once, the newest last
   qsizetype owed_ = 0;          ///< answers that the window manager still has to give

@@ -72,6 +72,14 @@ TEST_F(MoveWitnessTest, ANewFrameIsTheWindowManagersDoingAlsoAfterTheWindowIsDra
   EXPECT_EQ(witness_.reported(HERE), Mover::user);
 }
 
+TEST_F(MoveWitnessTest, AWindowThatStandsInItsNewFrameWithoutAReportIsMovedByTheUser) {
+  witness_.mapped(HERE);
+  witness_.framed();
+  witness_.drawn();
+  witness_.stands();
+  EXPECT_EQ(witness_.reported(THERE), Mover::user);
+}
+
 TEST_F(MoveWitnessTest, AnAnswerOfTheWindowManagerIsTheProgramsDoing) {
   EXPECT_THAT(movers({CORNER}, {HERE, THERE}), ElementsAre(program, user))
       << "another place than the one asked for";

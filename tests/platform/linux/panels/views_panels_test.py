@@ -126,6 +126,19 @@ class TheQuickNotePanel(unittest.TestCase):
         again = ShownViews("--quick").window()
         wait_until(lambda: frame_of(again) == place, what="the place of the last time")
 
+    def test_keeps_a_move_in_one_step_after_it_was_hidden(self):
+        views = ShownViews("--quick")
+        window = views.window()
+        self.wait_for_corner(window)
+        for place in ((300, 200), (500, 100)):
+            views.do("hide")
+            views.do("show")
+            window = views.window()
+            self.wait_until_it_floats(window)
+            window.move(*place)
+            wait_until(lambda: is_saved(frame_of(window)), what="the saved place")
+            self.assertEqual(frame_of(window)[:2], place)
+
     def test_keeps_a_drag_by_its_title_bar(self):
         window = ShownViews("--quick").window()
         self.wait_for_corner(window)
