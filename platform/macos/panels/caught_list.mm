@@ -10,7 +10,7 @@ constexpr CGFloat LONGEST_TEXT = 190;
 }  // namespace
 
 bool repeatsClick(NSEvent* event) {
-  return event.type == NSEventTypeLeftMouseUp && event.clickCount > 1;
+  return event.type == NSEventTypeLeftMouseUp && event.clickCount % 2 == 0;
 }
 
 CaughtList::CaughtList(const QuickNoteTexts& texts, id<NWCaughtListTarget> target)

@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 
 #include <functional>
+#include <map>
 
 namespace notewick {
 
@@ -17,6 +18,9 @@ class TerminationSignals {
   ~TerminationSignals();
 
  private:
+  using Handler = void (*)(int);
+
+  std::map<int, Handler> before_;  ///< who handled each signal
   NSMutableArray<dispatch_source_t>* sources_ = [NSMutableArray array];
 };
 

@@ -13,7 +13,8 @@ void leaveToTheSource(int) {}
 
 TerminationSignals::TerminationSignals(std::function<void()> asked) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    if (std::signal(signal, leaveToTheSource) == SIG_IGN) {
+    before_[signal] = std::signal(signal, leaveToTheSource);
+    if (before_[signal] == SIG_IGN) {
       (void)std::signal(signal, SIG_IGN);
       continue;
     }
@@ -29,6 +30,7 @@ TerminationSignals::TerminationSignals(std::function<void()> asked) {
 
 TerminationSignals::~TerminationSignals() {
   for (dispatch_source_t source in sources_) dispatch_source_cancel(source);
+  for (const auto& [signal, handler] : before_) (void)std::signal(signal, handler);
 }
 
 }  // namespace notewick

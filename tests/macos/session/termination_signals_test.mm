@@ -11,6 +11,7 @@ namespace {
 
 TEST(MacosTerminationSignalsTest, EachIsReportedInALaterTurn) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    (void)std::signal(signal, SIG_DFL);
     int asked = 0;
     const TerminationSignals signals([&asked] { ++asked; });
     (void)std::raise(signal);
