@@ -9,7 +9,9 @@ PROJECT = Path(__file__).resolve().parent.parent
 DOCUMENTS = [
     *PROJECT.glob("*.md"),
     *PROJECT.glob("docs/*.md"),
+    *PROJECT.glob("fuzz/*.md"),
     *PROJECT.glob("p*/*/*.md"),
+    *PROJECT.glob("tests/*/*.md"),
     *PROJECT.glob("tools/*/*.md"),
 ]
 LINK = re.compile(r"\]\(([^)\s]+)\)|<img src=\"([^\"]+)\"")

@@ -33,6 +33,7 @@ class AnOutage(Story):
         desk.wait_until(lambda: self.home.list("outbox.json") == [], what="the saved list")
 
     def test_leaves_menu_and_widget_usable_while_nothing_answers(self):
+        """No wait here is as long as the minute after which a request that nobody answers fails."""
         program = self.start_signed_in()
         self.service.signal(signal.SIGSTOP)
         self.addCleanup(self.service.signal, signal.SIGCONT)

@@ -1,6 +1,5 @@
 #include <QElapsedTimer>
 #include <QFile>
-#include <algorithm>
 #include <csignal>
 
 #include "tests/platform/linux/secret_store_fixture.h"
