@@ -124,7 +124,7 @@ class AppDelegate : public ApplicationDelegate,
   DelayedSave outboxSave_{[this] { saveOutbox(); }};
   bool widgetShown_ = false;    ///< the widget has been on screen since launch
   bool signInOffered_ = false;  ///< a sign-in panel has been shown since the user was signed in
-  bool signInWaits_ = false;    ///< the user is asked for our token; a refusal leads to a panel
+  bool signInWaits_ = false;    ///< the user is asked for our token; without it a panel comes
 };
 
 }  // namespace notewick

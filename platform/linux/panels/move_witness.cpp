@@ -28,7 +28,8 @@ void MoveWitness::grabbed() {
 }
 
 Mover MoveWitness::reported(QPoint place) {
-  const bool wasPlaced = std::exchange(isPlaced_, true) && !std::exchange(frameIsNew_, false);
+  const bool isReframed = std::exchange(frameIsNew_, false);
+  const bool wasPlaced = std::exchange(isPlaced_, true) && !isReframed;
   const bool stoodThere = std::exchange(last_, place) == place;
   if (asked_.contains(place)) {
     owed_ = place == asked_.last() ? 0 : std::max<qsizetype>(owed_ - 1, 0);

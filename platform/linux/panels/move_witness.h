@@ -8,7 +8,7 @@ namespace notewick {
 
 /// Who moved a window.
 enum class Mover {
-  windowManager,  ///< It placed the window, which is being mapped, and put a frame around it.
+  windowManager,  ///< It placed the window or put a frame around it.
   program,        ///< The window manager answers a request of the program.
   user,
 };
@@ -26,7 +26,8 @@ enum class Placing {
 ///   may come before or after the window is first drawn. Before that the user cannot take hold of
 ///   the window. A report of the place that the window wanted may follow, as its frame is put on.
 /// - The first report after a new frame tells where the window stands in it, with a slow window
-///   manager after the drawing. There is none where the window already stood there.
+///   manager after the drawing. There is none where the frame has the size and the place of the one
+///   before.
 /// - Each request for a place is answered by a report (ICCCM 4.1.5): of that place, or of one that
 ///   the window manager prefers. Requests and the user's input reach it in one queue, so that what
 ///   the user does after a request is reported after its answer. Of several answers that wait,
@@ -37,8 +38,9 @@ enum class Placing {
 /// No time is involved: a slow window manager answers late, but in the same order.
 ///
 /// A window that stays where it is, because the window manager refuses a request or places the
-/// window exactly where it was asked to, is not reported. The first step of the user's next move is
-/// then taken for the missing report; the steps that follow in a drag are the user's.
+/// window exactly where it was asked to, is not reported. As many of the user's next steps are then
+/// taken for the missing reports, and the first may be undone; the steps that follow are the
+/// user's.
 class MoveWitness {
  public:
   explicit MoveWitness(Placing placing) : placing_(placing) {}

@@ -72,6 +72,15 @@ TEST_F(MoveWitnessTest, ANewFrameIsTheWindowManagersDoingAlsoAfterTheWindowIsDra
   EXPECT_EQ(witness_.reported(HERE), Mover::user);
 }
 
+TEST_F(MoveWitnessTest, TheFirstReportAlsoTellsOfTheFirstFrame) {
+  MoveWitness witness(Placing::once);
+  witness.mapped(WANTED);
+  witness.framed();
+  EXPECT_EQ(witness.reported(HERE), Mover::windowManager);
+  witness.drawn();
+  EXPECT_EQ(witness.reported(THERE), Mover::user);
+}
+
 TEST_F(MoveWitnessTest, AWindowThatStandsInItsNewFrameWithoutAReportIsMovedByTheUser) {
   witness_.mapped(HERE);
   witness_.framed();
