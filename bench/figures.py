@@ -138,8 +138,8 @@ def memory():
 
 MEMORY_AIM = 35  # megabytes; no processor has a part in it
 
-# What measures it, the aim with its unit, the limit as a multiple of the reference. Times keep a limit of about
-# half as much again as they take, for the medians stray on a busy machine.
+# What measures it, the aim with its unit, the limit as a multiple of the reference: far enough from what an idle
+# machine gives that a median which strays on a busy one does not decide.
 FIGURES = {
     "matcher": (matcher, "20 µs", 7, "matching 300 characters", "sorting 256 numbers"),
     "self-test": (self_test, "50 ms", 2.5, "the self-test", "a start of Python"),
