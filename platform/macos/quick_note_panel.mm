@@ -59,7 +59,7 @@ namespace {
 
 constexpr CGFloat FIELD_WIDTH = 296;
 
-NSPanel* makePanel() {
+NSPanel* makeNotePanel() {
   return [[NWNoteWindow alloc]
       initWithContentRect:NSMakeRect(0, 0, 320, 300)
                 styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
@@ -90,7 +90,7 @@ NSSegmentedControl* minutesControl(const QuickNoteTexts& texts) {
 
 CocoaQuickNotePanel::CocoaQuickNotePanel(const QuickNoteTexts& texts,
                                          std::weak_ptr<QuickNotePanelDelegate> delegate)
-    : CocoaPanel(makePanel()),
+    : CocoaPanel(makeNotePanel()),
       events_([[NWQuickNoteEvents alloc] initWithDelegate:std::move(delegate)]),
       caught_(texts, events_) {
   setUpPanel(texts);

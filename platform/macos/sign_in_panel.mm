@@ -35,10 +35,10 @@
 namespace notewick {
 namespace {
 
-constexpr CGFloat FIELD_WIDTH = 344;
+constexpr CGFloat SIGN_IN_FIELD_WIDTH = 344;
 constexpr CGFloat WRAPPING_WIDTH = 340;
 
-NSPanel* makePanel() {
+NSPanel* makeSignInPanel() {
   return [[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 380, 260)
                                     styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable
                                       backing:NSBackingStoreBuffered
@@ -55,7 +55,7 @@ NSProgressIndicator* hiddenSpinner(const std::string& accessibilityLabel) {
 }
 
 void setUpField(NSTextField* field, const std::string& accessibilityLabel) {
-  fixWidth(field, FIELD_WIDTH);
+  fixWidth(field, SIGN_IN_FIELD_WIDTH);
   field.accessibilityLabel = nsString(accessibilityLabel);
 }
 
@@ -63,7 +63,7 @@ void setUpField(NSTextField* field, const std::string& accessibilityLabel) {
 
 CocoaSignInPanel::CocoaSignInPanel(const SignInTexts& texts,
                                    std::weak_ptr<SignInPanelDelegate> delegate)
-    : CocoaPanel(makePanel()),
+    : CocoaPanel(makeSignInPanel()),
       events_([[NWSignInEvents alloc] initWithDelegate:std::move(delegate) keyboard:keyboard_]) {
   setUpPanel(texts);
   panel_.contentView = contents(texts);

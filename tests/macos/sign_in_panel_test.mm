@@ -9,8 +9,8 @@
 namespace notewick {
 namespace {
 
-const SignInTexts TEXTS = {"Sign in to VELK",     "Heading",  "Explanation", "Email",
-                           "name@agency.example", "Password", "Sign in"};
+const SignInTexts SIGN_IN_TEXTS = {"Sign in to VELK",     "Heading",  "Explanation", "Email",
+                                   "name@agency.example", "Password", "Sign in"};
 
 class RecordingDelegate : public SignInPanelDelegate {
  public:
@@ -33,13 +33,14 @@ class MacosSignInPanelTest : public testing::Test {
   [[nodiscard]] NSTextField* email() const {
     for (NSView* view : viewsOf(native(), NSTextField.class)) {
       NSTextField* field = static_cast<NSTextField*>(view);
-      if (utf8(field.placeholderString) == TEXTS.emailPlaceholder) return field;
+      if (utf8(field.placeholderString) == SIGN_IN_TEXTS.emailPlaceholder) return field;
     }
     return nil;
   }
 
   std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
-  std::unique_ptr<CocoaSignInPanel> panel_ = std::make_unique<CocoaSignInPanel>(TEXTS, delegate_);
+  std::unique_ptr<CocoaSignInPanel> panel_ =
+      std::make_unique<CocoaSignInPanel>(SIGN_IN_TEXTS, delegate_);
 };
 
 TEST_F(MacosSignInPanelTest, CallsEveryControlByAName) {
@@ -91,7 +92,8 @@ TEST_F(MacosSignInPanelTest, GrowsInHeightAloneWithItsErrorAndShrinksWithoutIt) 
 
 TEST_F(MacosSignInPanelTest, LetsItsWordsBeCopiedButNotReachedByTheTabulatorKey) {
   panel_->setError("The address is not secure.");
-  for (const std::string& words : {TEXTS.explanation, std::string("The address is not secure.")}) {
+  for (const std::string& words :
+       {SIGN_IN_TEXTS.explanation, std::string("The address is not secure.")}) {
     NSTextField* label = textField(native(), words);
     EXPECT_TRUE(label.selectable);
     EXPECT_FALSE(label.editable);
