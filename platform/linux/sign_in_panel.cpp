@@ -15,9 +15,9 @@ namespace {
 
 constexpr double FIELD_WIDTH = 344;
 constexpr double TEXT_WIDTH = 340;
-constexpr double SPACING = 10;
+constexpr double STACK_SPACING = 10;
 constexpr double ROW_SPACING = 8;
-constexpr double INSET = 18;
+constexpr double STACK_INSET = 18;
 
 QPoint middleOfScreen(QSize frame) {
   const QScreen* const screen = QGuiApplication::primaryScreen();
@@ -53,7 +53,7 @@ QtSignInPanel::QtSignInPanel(const SignInTexts& texts, std::weak_ptr<SignInPanel
 }
 
 void QtSignInPanel::build(const SignInTexts& texts) {
-  auto& stack = *columnIn(window_, SPACING, INSET);
+  auto& stack = *columnIn(window_, STACK_SPACING, STACK_INSET);
   stack.addWidget(new Label(texts.heading, 14, Tint::primary, QFont::Bold));
   stack.addWidget(wrapped(new Label(texts.explanation, 11, Tint::secondary)));
   email_ = addField(stack, texts.emailLabel, texts.emailPlaceholder);

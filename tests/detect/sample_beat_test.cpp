@@ -61,7 +61,7 @@ class JitteryDay {
   SampleBeat beat_;
 };
 
-WorkSession seenAt(const std::vector<Date>& moments) {
+WorkSession sessionAt(const std::vector<Date>& moments) {
   WorkSession session("Lena O'Keefe", moments.front());
   for (std::size_t sample = 1; sample < moments.size(); ++sample)
     session.addSighting(moments[sample]);
@@ -72,8 +72,8 @@ TEST(SampleBeat, WhatCountsDoesNotDependOnHowLateTimersFire) {
   std::mt19937 random(20'010'101);
   for (int day = 0; day < 2000; ++day) {
     JitteryDay samples(random);
-    ASSERT_FALSE(seenAt(samples.samples(3)).countsAsWork()) << "day " << day;
-    const WorkSession session = seenAt(samples.samples(4));
+    ASSERT_FALSE(sessionAt(samples.samples(3)).countsAsWork()) << "day " << day;
+    const WorkSession session = sessionAt(samples.samples(4));
     ASSERT_TRUE(session.countsAsWork()) << "day " << day;
     const auto absence = samples.samples(41);
     ASSERT_FALSE(session.hasEnded(absence[39])) << "day " << day << ", after ten minutes";

@@ -179,3 +179,5 @@ void AtspiBus::onPropertyChange(const QDBusMessage& event) {
 }
 
 }  // namespace notewick
+
+#include "moc_atspi_bus.cpp"

@@ -70,3 +70,5 @@ QPalette darkPalette() {
 }
 
 }  // namespace notewick
+
+#include "moc_colour_scheme.cpp"

@@ -80,3 +80,5 @@ void SecretServiceWait::end() {
 }
 
 }  // namespace notewick
+
+#include "moc_secret_service_watch.cpp"

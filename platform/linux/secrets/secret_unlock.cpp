@@ -80,3 +80,5 @@ void SecretUnlock::end(bool opened) {
 }
 
 }  // namespace notewick
+
+#include "moc_secret_unlock.cpp"

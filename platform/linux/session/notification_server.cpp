@@ -112,3 +112,5 @@ void NotificationServer::remember(uint id, const std::function<void()>& clicked)
 }
 
 }  // namespace notewick
+
+#include "moc_notification_server.cpp"

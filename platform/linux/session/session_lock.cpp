@@ -49,3 +49,5 @@ void SessionLock::forgetIfGone(const QString& locker) {
 }
 
 }  // namespace notewick
+
+#include "moc_session_lock.cpp"

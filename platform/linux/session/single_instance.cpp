@@ -55,3 +55,5 @@ void SingleInstance::Activate() {
 }
 
 }  // namespace notewick
+
+#include "moc_single_instance.cpp"
