@@ -5,7 +5,7 @@ import subprocess
 import time
 
 LIMIT = 30.0  # seconds; a loaded machine takes many times as long as a quiet one
-STEP = 0.03
+STEP, LONGEST_STEP = 0.02, 0.2  # seconds between two looks
 
 
 class TimedOut(AssertionError):
@@ -13,12 +13,12 @@ class TimedOut(AssertionError):
 
 
 def wait_until(condition, timeout=LIMIT, what=None):
-    """Calls condition until its value is true and returns that value.
+    """Calls condition until its value is true and returns that value; the longer it waits, the less often.
 
     An exception of the condition counts as "not yet" until the time is over, then it is the cause of
     TimedOut. A picture of the screen is then left among the session's logs (see the option --keep).
     """
-    deadline = time.monotonic() + timeout
+    started = time.monotonic()
     while True:
         cause = None
         try:
@@ -27,9 +27,10 @@ def wait_until(condition, timeout=LIMIT, what=None):
                 return value
         except Exception as error:  # the world is still on its way
             cause = error
-        if time.monotonic() > deadline:
+        waited = time.monotonic() - started
+        if waited > timeout:
             raise TimedOut(f"{what or 'a condition'} did not come within {timeout} s{_picture()}") from cause
-        time.sleep(STEP)
+        time.sleep(min(max(STEP, waited / 10), LONGEST_STEP))
 
 
 def _picture():
