@@ -1,8 +1,9 @@
 """Notifications, read back from dunst, which shows them; on sway, where mako does, they are cleared only."""
 
-import json
 import subprocess
 from collections import namedtuple
+
+import dbus
 
 from desk import screen
 from desk.waiting import LIMIT, wait_until
@@ -13,15 +14,22 @@ Notification = namedtuple("Notification", "number app summary body")
 _cleared_at = -1
 
 
-def _run(*arguments):
-    return subprocess.run(arguments, capture_output=True, text=True, timeout=10, check=True).stdout
+_DUNST = "org.dunstproject.cmd0"
+
+
+def _dunst():
+    path = "/org/freedesktop/Notifications"
+    return dbus.SessionBus().get_object("org.freedesktop.Notifications", path, introspect=False)
 
 
 def _history():
     """Of dunst, the oldest first. It cannot be cleared, so clear() remembers how far it was read."""
-    [written] = json.loads(_run("dunstctl", "history"))["data"]
-    entries = [{key: field["data"] for key, field in entry.items()} for entry in written]
+    entries = _dunst().NotificationListHistory(dbus_interface=_DUNST, timeout=LIMIT)
     return sorted((e for e in entries if e["timestamp"] > _cleared_at), key=lambda e: e["timestamp"])
+
+
+def _close_all():
+    _dunst().NotificationCloseAll(dbus_interface=_DUNST, timeout=LIMIT)
 
 
 def everything():
@@ -30,12 +38,16 @@ def everything():
     dunst tells the text of closed ones only, so this closes those on the screen: look at the screen, or
     click them, before.
     """
-    _run("dunstctl", "close-all")
-    return [Notification(e["id"], e["appname"], e["summary"], e["body"]) for e in _history()]
+    _close_all()
+    return [
+        Notification(int(e["id"]), *(str(e[key]) for key in ("appname", "summary", "body")))
+        for e in _history()
+    ]
 
 
 def count_displayed():
-    return int(_run("dunstctl", "count", "displayed"))
+    properties = dbus.Interface(_dunst(), "org.freedesktop.DBus.Properties")
+    return int(properties.Get(_DUNST, "displayedLength", timeout=LIMIT))
 
 
 def place():
@@ -66,7 +78,7 @@ def clear():
     """Closes and forgets all."""
     global _cleared_at
     if screen.IN_SWAY:
-        _run("makoctl", "dismiss", "--all")
+        subprocess.run(["makoctl", "dismiss", "--all"], timeout=LIMIT, check=True)
         return
-    _run("dunstctl", "close-all")
+    _close_all()
     _cleared_at = max((e["timestamp"] for e in _history()), default=_cleared_at)

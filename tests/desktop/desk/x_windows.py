@@ -1,62 +1,100 @@
 """Windows of the X server, as the window manager sees them (EWMH)."""
 
-import re
+import functools
+import os
 import subprocess
+
+from Xlib import X
+from Xlib.display import Display
+from Xlib.error import ConnectionClosedError, XError
 
 from desk.any_window import AnyWindow, Geometry
 from desk.waiting import wait_until
 
 
 def _run(*arguments):
-    done = subprocess.run(arguments, capture_output=True, text=True, timeout=10, check=False)
-    return done.stdout if done.returncode == 0 else ""
+    subprocess.run(arguments, capture_output=True, timeout=10, check=False)
+
+
+LONGEST = 1 << 16  # of a property, in units of four bytes
+
+
+@functools.cache
+def _connection(name):
+    return Display(name)
+
+
+def _server():
+    """The X server that the variable DISPLAY names now; a test may end its own."""
+    connection = _connection(os.environ["DISPLAY"])
+    try:
+        connection.pending_events()
+        return connection
+    except ConnectionClosedError:
+        _connection.cache_clear()
+        return _connection(os.environ["DISPLAY"])
+
+
+def _property(window, name):
+    """The items of a property, a bytes object where they are of eight bits; empty without any."""
+    try:
+        found = window.get_full_property(_server().get_atom(name), X.AnyPropertyType, sizehint=LONGEST)
+    except XError:  # the window is gone
+        return []
+    return found.value if found else []
 
 
 class Window(AnyWindow):
-    def _property(self, name):
-        _, separator, value = _run("xprop", "-notype", "-id", self.number, name).strip().partition(" = ")
-        return value if separator else ""
+    @property
+    def _resource(self):
+        return _server().create_resource_object("window", int(self.number, 0))
 
-    def _texts(self, name):
-        return [re.sub(r"\\(.)", r"\1", t) for t in re.findall(r'"((?:[^"\\]|\\.)*)"', self._property(name))]
+    def _texts(self, name, encoding="utf-8"):
+        return bytes(_property(self._resource, name)).decode(encoding, errors="replace").split("\0")
+
+    def _names(self, name):
+        """Of the atoms in a property, without what all of them begin with."""
+        return {_server().get_atom_name(a).removeprefix(name + "_") for a in _property(self._resource, name)}
 
     @property
     def title(self):
-        return (self._texts("_NET_WM_NAME") or self._texts("WM_NAME") or [""])[0]
+        return self._texts("_NET_WM_NAME")[0] or self._texts("WM_NAME", "latin-1")[0]
 
     @property
     def pid(self):
-        return int(self._property("_NET_WM_PID") or 0)
+        return next(iter(_property(self._resource, "_NET_WM_PID")), 0)
 
     @property
     def class_name(self):
-        return (self._texts("WM_CLASS") or [""])[-1]
+        return (self._texts("WM_CLASS") + [""])[1]
 
     @property
     def states(self):
         """For example {"ABOVE", "SKIP_TASKBAR", "STICKY"}."""
-        return set(re.findall(r"_NET_WM_STATE_(\w+)", self._property("_NET_WM_STATE")))
+        return self._names("_NET_WM_STATE")
 
     @property
     def is_on_all_desktops(self):
-        return self._property("_NET_WM_DESKTOP") == str(0xFFFFFFFF)
+        return list(_property(self._resource, "_NET_WM_DESKTOP")) == [0xFFFFFFFF]
 
     @property
     def types(self):
-        return set(re.findall(r"_NET_WM_WINDOW_TYPE_(\w+)", self._property("_NET_WM_WINDOW_TYPE")))
+        return self._names("_NET_WM_WINDOW_TYPE")
 
     @property
     def is_transient(self):
         """Whether it belongs to another window, or to the group of its program's windows."""
-        return "window id" in _run("xprop", "-id", self.number, "WM_TRANSIENT_FOR")
+        return bool(_property(self._resource, "WM_TRANSIENT_FOR"))
 
     @property
     def geometry(self):
         """Of the contents, without the frame, in pixels of the screen; None when it is gone."""
-        text = _run("xwininfo", "-id", self.number)
-        fields = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
-        found = [re.search(rf"{field}: +(-?\d+)", text) for field in fields]
-        return Geometry(*(int(f[1]) for f in found)) if all(found) else None
+        try:
+            size = self._resource.get_geometry()
+            place = size.root.translate_coords(self._resource, -size.border_width, -size.border_width)
+        except XError:
+            return None
+        return Geometry(place.x, place.y, size.width, size.height)
 
     @property
     def exists(self):
@@ -83,7 +121,7 @@ class Window(AnyWindow):
 
 
 def _root_windows(name):
-    return [Window(f"0x{int(n, 16):08x}") for n in re.findall(r"0x[0-9a-f]+", _run("xprop", "-root", name))]
+    return [Window(f"0x{number:08x}") for number in _property(_server().screen().root, name)]
 
 
 def everything():
