@@ -7,6 +7,7 @@
 readonly PART_DID_NOT_COME_UP=97
 readonly USAGE_ERROR=96
 readonly PATIENCE=30 # seconds for one part to come up
+readonly PAUSE=0.05  # seconds between two looks
 
 base=            # the session's private folder
 mark=            # value of NOTEWICK_SESSION_MARK in this session
@@ -64,7 +65,7 @@ came_up() {
       "$@" >/dev/null 2>&1 || give_up "$name"
       return
     fi
-    sleep 0.02
+    sleep $PAUSE
   done
 }
 
@@ -84,11 +85,8 @@ bus_name_is_owned() {
 # Starts a session bus. What a session starts by itself, or leaves out on purpose, must not be started
 # by the bus: such service files are left out, so that a missing service reads as ServiceUnknown.
 start_bus() {
-  local file
-  for file in /usr/share/dbus-1/services/*.service; do
-    grep -qE '^Name=org\.(freedesktop\.(Notifications|secrets|impl\..*)|gnome\.keyring)$' "$file" ||
-      cp "$file" "$base/services/"
-  done
+  grep -LZE '^Name=org\.(freedesktop\.(Notifications|secrets|impl\..*)|gnome\.keyring)$' \
+    /usr/share/dbus-1/services/*.service | xargs -0 cp -t "$base/services"
   cat >"$base/bus.conf" <<XML
 <!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -135,7 +133,7 @@ stop() {
   local deadline=$((SECONDS + 6))
   is_running "$1" || return 0
   kill -TERM "$1"
-  while is_running "$1" && ((SECONDS < deadline)); do sleep 0.02; done
+  while is_running "$1" && ((SECONDS < deadline)); do sleep $PAUSE; done
   is_running "$1" && kill -KILL "$1"
   wait "$1" 2>/dev/null
 }
@@ -153,7 +151,7 @@ end_marked_processes() {
     for pid in $(marked_pids); do kill -"$signal" "$pid" 2>/dev/null; done
     while ((SECONDS < deadline)); do
       [[ -n $(marked_pids) ]] || return
-      sleep 0.05
+      sleep $PAUSE
     done
   done
 }
@@ -173,7 +171,7 @@ end_session() {
 # A browser's children do not show the mark and may still write for a moment after their parent's end.
 remove_private_folder() {
   local deadline=$((SECONDS + 5))
-  until rm -rf "$base" 2>/dev/null || ((SECONDS > deadline)); do sleep 0.05; done
+  until rm -rf "$base" 2>/dev/null || ((SECONDS > deadline)); do sleep $PAUSE; done
 }
 
 end_session_on_exit() {
