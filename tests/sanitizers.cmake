@@ -1,6 +1,6 @@
 # The C++ tests again in a build that Clang's address and undefined-behaviour sanitizers watch, and the fuzz
 # targets there. It is made while other tests run. A program runs in one go: a process a test would take too long.
-set(sanitizers PROPERTIES LABELS sanitizers TIMEOUT 1200)
+set(sanitizers PROPERTIES LABELS sanitizers TIMEOUT 1500)
 add_test(NAME sanitizers.build COMMAND ${PROJECT_SOURCE_DIR}/tools/build sanitize ${programs} fuzz)
 set_tests_properties(sanitizers.build ${sanitizers} FIXTURES_SETUP sanitizers PROCESSORS 2 COST 1000)
 
