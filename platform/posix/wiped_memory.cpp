@@ -44,6 +44,16 @@ void* operator new(std::size_t size) {
   }
 }
 
+// As the standard library's own, in whose place a sanitizer puts one that does not match what
+// follows.
+void* operator new(std::size_t size, const std::nothrow_t& /*chosen*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* memory) noexcept {
   if (memory == nullptr) return;
   wipe(memory, sizeOf(memory));
