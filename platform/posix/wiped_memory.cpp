@@ -44,8 +44,8 @@ void* operator new(std::size_t size) {
   }
 }
 
-// As the standard library's own, in whose place a sanitizer puts one that does not match what
-// follows.
+// The same as the standard library's. A sanitizer puts its own in that one's place, and the
+// operators below could not give back what it has taken.
 void* operator new(std::size_t size, const std::nothrow_t& /*chosen*/) noexcept {
   try {
     return operator new(size);

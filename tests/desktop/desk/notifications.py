@@ -11,10 +11,9 @@ from desk.x_windows import Window
 
 Notification = namedtuple("Notification", "number app summary body")
 
-_cleared_at = -1
-
-
 _DUNST = "org.dunstproject.cmd0"
+
+_cleared_at = -1
 
 
 def _dunst():

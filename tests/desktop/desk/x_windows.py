@@ -12,11 +12,11 @@ from desk.any_window import AnyWindow, Geometry
 from desk.waiting import wait_until
 
 
+_LONGEST_PROPERTY = 1 << 16  # in units of four bytes
+
+
 def _run(*arguments):
     subprocess.run(arguments, capture_output=True, timeout=10, check=False)
-
-
-LONGEST = 1 << 16  # of a property, in units of four bytes
 
 
 @functools.cache
@@ -38,7 +38,8 @@ def _server():
 def _property(window, name):
     """The items of a property, a bytes object where they are of eight bits; empty without any."""
     try:
-        found = window.get_full_property(_server().get_atom(name), X.AnyPropertyType, sizehint=LONGEST)
+        atom = _server().get_atom(name)
+        found = window.get_full_property(atom, X.AnyPropertyType, sizehint=_LONGEST_PROPERTY)
     except XError:  # the window is gone
         return []
     return found.value if found else []
@@ -54,7 +55,8 @@ class Window(AnyWindow):
 
     def _names(self, name):
         """Of the atoms in a property, without what all of them begin with."""
-        return {_server().get_atom_name(a).removeprefix(name + "_") for a in _property(self._resource, name)}
+        atoms = _property(self._resource, name)
+        return {_server().get_atom_name(atom).removeprefix(name + "_") for atom in atoms}
 
     @property
     def title(self):
